@@ -1,0 +1,75 @@
+// Scoped owners of the drawing objects that the host's supplier makes.
+#pragma once
+
+#include <utility>
+
+#include "effect_api/drawbot.h"
+
+namespace flumo {
+
+/// A drawing object could not be made or given back; `status` is the host's number.
+struct DRAWBOT_Exception {
+    SPErr status;
+};
+
+/// Owns one drawing object. Destruction gives it back and ignores the result; Release() gives it back
+/// and reports.
+template <typename Ref>
+class DrawbotOwner {
+  public:
+    DrawbotOwner(const DrawbotOwner&) = delete;
+    DrawbotOwner& operator=(const DrawbotOwner&) = delete;
+
+    Ref Get() const { return reference_; }
+
+    /// Gives the object back now. Throws DRAWBOT_Exception when the host reports a failure.
+    void Release() { Check(GiveBack()); }
+
+  protected:
+    explicit DrawbotOwner(const DRAWBOT_SupplierSuite1& suite) : suite_(suite) {}
+    ~DrawbotOwner() { GiveBack(); }
+
+    static void Check(SPErr status) {
+        if (status != 0) throw DRAWBOT_Exception{status};
+    }
+    /// Where the host writes the object that it makes.
+    Ref* Slot() { return &reference_; }
+
+  private:
+    SPErr GiveBack() {
+        const Ref held = std::exchange(reference_, nullptr);
+        return held ? suite_.ReleaseObject(reinterpret_cast<DRAWBOT_ObjectRef>(held)) : 0;
+    }
+
+    const DRAWBOT_SupplierSuite1& suite_;
+    Ref reference_ = nullptr;
+};
+
+/// The constructors throw DRAWBOT_Exception when the host cannot make the object.
+class DRAWBOT_BrushP : public DrawbotOwner<DRAWBOT_BrushRef> {
+  public:
+    DRAWBOT_BrushP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier,
+                   const DRAWBOT_ColorRGBA& color)
+        : DrawbotOwner(suite) {
+        Check(suite.NewBrush(supplier, &color, Slot()));
+    }
+};
+
+/// `width` in panel pixels.
+class DRAWBOT_PenP : public DrawbotOwner<DRAWBOT_PenRef> {
+  public:
+    DRAWBOT_PenP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier,
+                 const DRAWBOT_ColorRGBA& color, float width)
+        : DrawbotOwner(suite) {
+        Check(suite.NewPen(supplier, &color, width, Slot()));
+    }
+};
+
+class DRAWBOT_PathP : public DrawbotOwner<DRAWBOT_PathRef> {
+  public:
+    DRAWBOT_PathP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier) : DrawbotOwner(suite) {
+        Check(suite.NewPath(supplier, Slot()));
+    }
+};
+
+}  // namespace flumo

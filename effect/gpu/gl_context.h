@@ -1,0 +1,20 @@
+// Contexts as the rest of the effect sees them, the same on every platform.
+#pragma once
+
+#include "effect/gpu/render_data.h"
+
+namespace flumo {
+
+/// Makes the record's drawable and context, leaves it current on the calling thread, writes the version
+/// lines and notes the extensions. `root` is the record to share objects with; null, or a root that has
+/// no context itself, makes a root. Throws AESDK_OpenGL_Fault 1. Takes no lock.
+void AESDK_OpenGL_StartContext(AESDK_OpenGL_EffectCommonData& record,
+                               const AESDK_OpenGL_EffectCommonData* root);
+
+/// Makes the record's context current on the calling thread, for the driver and for glbinding.
+void AESDK_OpenGL_MakeCurrent(const AESDK_OpenGL_EffectCommonData& record);
+
+/// Readies glbinding on the current context and writes the driver's version lines to standard output.
+void AESDK_OpenGL_LogVersion();
+
+}  // namespace flumo

@@ -72,4 +72,15 @@ class DRAWBOT_PathP : public DrawbotOwner<DRAWBOT_PathRef> {
     }
 };
 
+/// Made from `pixels`, `width` x `height` of four bytes each in rows without padding, which stay the
+/// caller's.
+class DRAWBOT_ImageP : public DrawbotOwner<DRAWBOT_ImageRef> {
+  public:
+    DRAWBOT_ImageP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier, A_long width,
+                   A_long height, DRAWBOT_PixelLayout layout, const void* pixels)
+        : DrawbotOwner(suite) {
+        Check(suite.NewImageFromBuffer(supplier, width, height, width * 4, layout, pixels, Slot()));
+    }
+};
+
 }  // namespace flumo

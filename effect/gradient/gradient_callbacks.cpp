@@ -1,7 +1,6 @@
 #include "effect/gradient/gradient_callbacks.h"
 
 #include <cstring>
-#include <memory>
 #include <sstream>
 #include <string>
 
@@ -23,15 +22,6 @@ struct HandleAccess {
     AEGP_SuiteHandler suites;
     const PF_HandleSuite1& handles;
 };
-
-// A handle that goes back to the host unless it is released to a new owner.
-struct DisposeHandle {
-    using pointer = GradientHandle;
-    const PF_HandleSuite1& handles;
-
-    void operator()(GradientHandle handle) const { handles.host_dispose_handle(handle); }
-};
-using OwnedHandle = std::unique_ptr<void*, DisposeHandle>;
 
 PF_Err GradientDispose(PF_InData* in_data, GradientHandle gradient) {
     const HandleAccess access(in_data);
@@ -208,7 +198,7 @@ PF_Err DispatchGradientCallback(PF_InData* in_data, PF_OutData*, PF_ArbParamsExt
 
 PF_Err GradientNew(PF_InData* in_data, GradientHandle* slot) {
     const HandleAccess access(in_data);
-    OwnedHandle made(access.handles.host_new_handle(sizeof(GradientRecord)), DisposeHandle{access.handles});
+    OwnedHandle made = NewHandle(access.handles, sizeof(GradientRecord));
     if (!made) return PF_Err_NONE;
     {
         const GradientLock lock(access.handles, made.get());

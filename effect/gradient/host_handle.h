@@ -1,0 +1,51 @@
+// Scoped ownership and scoped locks of the host's handles.
+#pragma once
+
+#include <memory>
+
+#include "effect_api/commands.h"
+#include "effect_api/suites.h"
+
+namespace flumo {
+
+/// Disposes of a handle through the suite that made it.
+struct DisposeHandle {
+    using pointer = PF_Handle;
+    const PF_HandleSuite1& handles;
+
+    void operator()(PF_Handle handle) const { handles.host_dispose_handle(handle); }
+};
+
+/// A handle that goes back to the host unless it is released to a new owner.
+using OwnedHandle = std::unique_ptr<void*, DisposeHandle>;
+
+/// A handle of `size` bytes; null when the host has none to give.
+inline OwnedHandle NewHandle(const PF_HandleSuite1& handles, A_HandleSize size) {
+    return {handles.host_new_handle(size), DisposeHandle{handles}};
+}
+
+/// Locks `handle` for its own lifetime. The suite and the handle stay the caller's and must outlive the
+/// lock. A null handle counts as a lock that yields nothing; only a lock that was given is given back.
+class HandleLock {
+  public:
+    HandleLock(const PF_HandleSuite1& handles, PF_Handle handle)
+        : handles_(handles), handle_(handle), data_(handle ? handles.host_lock_handle(handle) : nullptr) {}
+    ~HandleLock() {
+        if (data_) handles_.host_unlock_handle(handle_);
+    }
+    HandleLock(const HandleLock&) = delete;
+    HandleLock& operator=(const HandleLock&) = delete;
+
+    /// The locked bytes. Throws PF_Err_OUT_OF_MEMORY when the lock yielded nothing.
+    void* Data() const {
+        if (!data_) throw PF_Err{PF_Err_OUT_OF_MEMORY};
+        return data_;
+    }
+
+  private:
+    const PF_HandleSuite1& handles_;
+    PF_Handle handle_;
+    void* data_;
+};
+
+}  // namespace flumo

@@ -1,0 +1,18 @@
+// The one place where stops become a texture.
+#pragma once
+
+#include <glbinding/gl/types.h>
+
+#include "effect/gradient/gradient.h"
+
+namespace flumo {
+
+/// Texels of a ramp; texel i holds the gradient at i / (kRampWidth - 1).
+inline constexpr int kRampWidth = 2048;
+
+/// A new GL_RGBA32F texture of kRampWidth x 1 texels, red, green, blue, alpha, the stops' colours as they
+/// are at every depth of the host. `wrap` is a TextureWrap. The gradient is locked by the caller, who owns
+/// the texture.
+gl::GLuint UploadGradientRamp(const GradientRecord& gradient, int wrap);
+
+}  // namespace flumo

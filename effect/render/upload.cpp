@@ -1,0 +1,89 @@
+#include "effect/render/upload.h"
+
+#include <glbinding/gl33core/gl.h>
+
+#include "effect_api/suites.h"
+
+using namespace gl33core;
+
+namespace flumo {
+
+namespace {
+
+void UploadRows(const PF_LayerDef& world, const void* pixels, GLenum channelType, size_t pixelSize) {
+    if (pixels == nullptr) return;
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, world.rowbytes / static_cast<GLint>(pixelSize));
+    glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, world.width, world.height, GL_RGBA, channelType, pixels);
+}
+
+PF_Err Upload16(const PF_InData& in_data, PF_LayerDef& world) {
+    PF_Pixel16* pixels = nullptr;
+    const PF_Err err = in_data.utils->get_pixel_data16(&world, nullptr, &pixels);
+    UploadRows(world, pixels, GL_UNSIGNED_SHORT, sizeof(PF_Pixel16));
+    return err;
+}
+
+PF_Err Upload8(const PF_InData& in_data, PF_LayerDef& world) {
+    PF_Pixel8* pixels = nullptr;
+    const PF_Err err = in_data.utils->get_pixel_data8(&world, nullptr, &pixels);
+    UploadRows(world, pixels, GL_UNSIGNED_BYTE, sizeof(PF_Pixel8));
+    return err;
+}
+
+PF_Err GetFloatPixels(const PF_InData& in_data, PF_LayerDef& world, PF_PixelFloat** pixels) {
+    const SPBasicSuite& basic = *in_data.pica_basicP;
+    const void* suite = nullptr;
+    const SPErr missing = basic.AcquireSuite(kPFPixelDataSuite, kPFPixelDataSuiteVersion1, &suite);
+    if (missing != 0 || suite == nullptr) throw PixelDataSuiteMissing::kBadCallbackParam;
+    const auto& getters = *static_cast<const PF_PixelDataSuite1*>(suite);
+    const PF_Err err = getters.get_pixel_data_float(&world, nullptr, pixels);
+    basic.ReleaseSuite(kPFPixelDataSuite, kPFPixelDataSuiteVersion1);
+    return err;
+}
+
+PF_Err UploadFloat(const PF_InData& in_data, PF_LayerDef& world) {
+    PF_PixelFloat* pixels = nullptr;
+    const PF_Err err = GetFloatPixels(in_data, world, &pixels);
+    UploadRows(world, pixels, GL_FLOAT, sizeof(PF_PixelFloat));
+    return err;
+}
+
+// The host flags 16 bits alone. A world without the flag has 8 bits if the getter of that depth knows its
+// pixels, else floats.
+bool HasEightBits(const PF_InData& in_data, PF_LayerDef& world) {
+    PF_Pixel8* pixels = nullptr;
+    in_data.utils->get_pixel_data8(&world, nullptr, &pixels);
+    return pixels != nullptr;
+}
+
+PF_Err UploadPixels(const PF_InData& in_data, PF_LayerDef& world) {
+    if ((world.world_flags & PF_WorldFlag_DEEP) != 0) return Upload16(in_data, world);
+    if (HasEightBits(in_data, world)) return Upload8(in_data, world);
+    return UploadFloat(in_data, world);
+}
+
+}  // namespace
+
+void AllocateFloatTexture(GLsizei width, GLsizei height, int wrap) {
+    const GLenum wrapMode = wrap == kWrapRepeat ? GL_REPEAT : GL_CLAMP_TO_EDGE;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, static_cast<GLint>(GL_LINEAR));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, static_cast<GLint>(GL_LINEAR));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, static_cast<GLint>(wrapMode));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, static_cast<GLint>(wrapMode));
+    glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(GL_RGBA32F), width, height, 0, GL_RGBA, GL_FLOAT,
+                 nullptr);
+}
+
+GLuint UploadLayer(PF_InData* in_data, PF_LayerDef* world, int wrap) {
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    AllocateFloatTexture(world->width, world->height, wrap);
+    const PF_Err err = UploadPixels(*in_data, *world);
+    if (err != PF_Err_NONE) throw PF_Err{err};
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return texture;
+}
+
+}  // namespace flumo

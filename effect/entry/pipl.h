@@ -7,15 +7,17 @@
 
 #include "effect/identity/identity.h"
 
-// The property list that a host on Windows reads from the module's resources (type PIPL, id kPiplId) before it
-// loads the module. It says the same as PluginDataEntryFunction and GlobalSetup do, from the same constants: the
-// host compares version and flags with those of GlobalSetup and refuses an effect whose two answers differ.
+// The property list that a host on Windows reads from the module's resources (type PIPL, id kPiplId) before
+// it loads the module. It says the same as PluginDataEntryFunction and GlobalSetup do, from the same
+// constants: the host compares version and flags with those of GlobalSetup and refuses an effect whose two
+// answers differ.
 namespace flumo {
 
 inline constexpr std::size_t kPiplSize = 282;
 
 // Fills a list of kPiplSize bytes from its start. Numbers are little-endian, and so are four-character codes,
-// which therefore stand byte-reversed. Every property ends on a multiple of four bytes, counted from its start.
+// which therefore stand byte-reversed. Every property ends on a multiple of four bytes, counted from its
+// start.
 class PiplWriter {
   public:
     // What stands before the first property: a fixed 1, the list's version 0, and the number of properties.
@@ -29,7 +31,8 @@ class PiplWriter {
     template <std::size_t kCount>
     constexpr void Numbers(std::string_view key, std::size_t width, const std::uint32_t (&values)[kCount]) {
         Begin(key, kCount * width);
-        for (const std::uint32_t value : values) Append(value, width);
+        for (const std::uint32_t value : values)
+            Append(value, width);
         Pad(kCount * width);
     }
 
@@ -49,7 +52,8 @@ class PiplWriter {
 
     static constexpr std::uint32_t Code(std::string_view four) {
         std::uint32_t code = 0;
-        for (const char c : four) code = code << 8 | static_cast<std::uint8_t>(c);
+        for (const char c : four)
+            code = code << 8 | static_cast<std::uint8_t>(c);
         return code;
     }
 
@@ -67,37 +71,40 @@ class PiplWriter {
     }
 
     constexpr void Append(std::uint32_t value, std::size_t width) {
-        for (std::size_t i = 0; i < width; ++i) bytes_.at(size_++) = static_cast<std::uint8_t>(value >> 8 * i);
+        for (std::size_t i = 0; i < width; ++i)
+            bytes_.at(size_++) = static_cast<std::uint8_t>(value >> 8 * i);
     }
 
     constexpr void Characters(std::string_view text) {
-        for (const char c : text) Append(static_cast<std::uint8_t>(c), 1);
+        for (const char c : text)
+            Append(static_cast<std::uint8_t>(c), 1);
     }
 
     constexpr void Pad(std::size_t size) {
-        for (; size % 4 != 0; ++size) Append(0, 1);
+        for (; size % 4 != 0; ++size)
+            Append(0, 1);
     }
 
     std::array<std::uint8_t, kPiplSize> bytes_{};
     std::size_t size_ = 0;
 };
 
-// The whole list. A change of a text's length that the size does not follow fails to compile.
+// The whole list. A change of a text's length that kPiplSize does not follow does not compile.
 consteval std::array<std::uint8_t, kPiplSize> ComposePipl() {
     PiplWriter list;
     list.Header(12);
-    list.Numbers("kind", 4, {kPluginKind});
+    list.Numbers("kind", 4, {static_cast<std::uint32_t>(kPluginKind)});
     list.PascalText("name", kEffectName);
     list.PascalText("catg", kCategory);
     list.TerminatedText("8664", kEntryPoint);
     list.Numbers("ePVR", 2, {2, 0});
-    list.Numbers("eSVR", 2, {kApiMajor, kApiMinor});
+    list.Numbers("eSVR", 2, {static_cast<std::uint32_t>(kApiMajor), static_cast<std::uint32_t>(kApiMinor)});
     list.Numbers("eVER", 4, {kEffectVersion});
     list.Numbers("eINF", 2, {0});
-    list.Numbers("eGLO", 4, {kOutFlags});
-    list.Numbers("eGL2", 4, {kOutFlags2});
+    list.Numbers("eGLO", 4, {static_cast<std::uint32_t>(kOutFlags)});
+    list.Numbers("eGL2", 4, {static_cast<std::uint32_t>(kOutFlags2)});
     list.PascalText("eMNA", kMatchName);
-    list.Numbers("aeFL", 4, {kReservedInfo});
+    list.Numbers("aeFL", 4, {static_cast<std::uint32_t>(kReservedInfo)});
     if (list.Size() != kPiplSize) throw "the list's size and kPiplSize differ";
     return list.Bytes();
 }

@@ -1,0 +1,83 @@
+// What must hold between the table of controls, the texts and the host's numbers, said to the compiler.
+#include "effect/params/control_table.h"
+
+#include "effect/identity/effect_string_table.h"
+#include "effect_api/params.h"
+
+namespace flumo {
+namespace {
+
+consteval std::string_view Text(std::int32_t row) {
+    return EffectStringTable.at(static_cast<std::size_t>(row)).text;
+}
+
+static_assert(static_cast<PF_ParamType>(ControlKind::Layer) == PF_Param_LAYER);
+static_assert(static_cast<PF_ParamType>(ControlKind::Slider) == PF_Param_SLIDER);
+static_assert(static_cast<PF_ParamType>(ControlKind::Angle) == PF_Param_ANGLE);
+static_assert(static_cast<PF_ParamType>(ControlKind::Checkbox) == PF_Param_CHECKBOX);
+static_assert(static_cast<PF_ParamType>(ControlKind::Popup) == PF_Param_POPUP);
+static_assert(static_cast<PF_ParamType>(ControlKind::FloatSlider) == PF_Param_FLOAT_SLIDER);
+static_assert(static_cast<PF_ParamType>(ControlKind::Gradient) == PF_Param_ARBITRARY_DATA);
+static_assert(static_cast<PF_ParamType>(ControlKind::GroupStart) == PF_Param_GROUP_START);
+static_assert(static_cast<PF_ParamType>(ControlKind::GroupEnd) == PF_Param_GROUP_END);
+static_assert(static_cast<PF_ValueDisplayFlags>(Display::Percent) == PF_ValueDisplayFlag_PERCENT);
+
+/// Names stand in the order of the controls and leave no row out: a name takes one row, a side label and
+/// the choices of a popup one more behind it.
+consteval bool TextsFollowControls() {
+    std::int32_t row = 11;
+    for (const Control& control : kControls) {
+        if (control.kind == ControlKind::GroupEnd) continue;
+        if (control.nameRow != row++) return false;
+        if (control.kind == ControlKind::Checkbox && !Text(row++).empty()) return false;
+        if (control.kind == ControlKind::Popup && Text(row++).empty()) return false;
+    }
+    return row == static_cast<std::int32_t>(EffectStringTable.size());
+}
+static_assert(TextsFollowControls());
+
+/// Names fit the host's 32 bytes with their zero, and exist.
+consteval bool NamesFit() {
+    for (const Control& control : kControls) {
+        if (control.kind == ControlKind::GroupEnd) continue;
+        const std::string_view name = Text(control.nameRow);
+        if (name.empty() || name.size() >= sizeof(PF_ParamDef::name)) return false;
+    }
+    return true;
+}
+static_assert(NamesFit());
+
+/// Popups refer to a text of choices, which need not be the row behind their name.
+consteval bool PopupsHaveChoices() {
+    for (const Control& control : kControls) {
+        if (control.kind != ControlKind::Popup) continue;
+        if (Text(control.choicesRow).find('|') == std::string_view::npos) return false;
+    }
+    return true;
+}
+static_assert(PopupsHaveChoices());
+
+consteval bool DiskIdsAreUnique() {
+    for (const Control& one : kControls) {
+        for (const Control& other : kControls) {
+            if (one.section != other.section && one.diskId == other.diskId) return false;
+        }
+    }
+    return true;
+}
+static_assert(DiskIdsAreUnique());
+
+/// Every group that starts ends, and no control stands outside of one.
+consteval bool GroupsNest() {
+    int depth = 0;
+    for (const Control& control : kControls) {
+        depth += control.kind == ControlKind::GroupStart;
+        if (depth == 0) return false;
+        depth -= control.kind == ControlKind::GroupEnd;
+    }
+    return depth == 0;
+}
+static_assert(GroupsNest());
+
+}  // namespace
+}  // namespace flumo

@@ -1,0 +1,61 @@
+// What the host has lent and not got back, and what an effect did that it must not do.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/handles.h"
+
+namespace flumo::host {
+
+/// Things that are counted by number alone.
+enum class Lent { kParam, kLayer, kDrawbotObject, kWorld, kCount };
+
+/// Thread-safe.
+class Accounting {
+  public:
+    explicit Accounting(const HandleTable& handles) : handles_(handles) {}
+
+    /// Nothing at all is lent: no handle lives, no lock is held, everything is back.
+    bool clean() const;
+    /// As clean(), except that handles may live as long as none is locked: the state between calls.
+    bool idle() const;
+    /// What stands out, a line each; empty when clean().
+    std::string describe() const;
+
+    int lent(Lent what) const;
+    /// Suites that are acquired and not released, by name and version.
+    std::map<std::pair<std::string, int>, int> acquired_suites() const;
+
+    /// What the effect did against the rules, in words, the oldest first (the first thousand).
+    std::vector<std::string> misuses() const;
+    /// Texts that the effect asked to be shown to the user.
+    std::vector<std::string> messages() const;
+    void forget_misuses();
+    void forget_messages();
+
+    // For the host itself.
+    void lend(Lent what, int count = 1);
+    void take_back(Lent what, int count = 1);
+    void suite_acquired(const std::string& name, int version);
+    /// A release without an acquire is noted as a misuse.
+    void suite_released(const std::string& name, int version);
+    void misuse(std::string what);
+    void message(std::string text);
+
+  private:
+    bool all_returned() const;
+
+    const HandleTable& handles_;
+    mutable std::mutex mutex_;
+    int lent_[static_cast<int>(Lent::kCount)] = {};
+    std::map<std::pair<std::string, int>, int> suites_;
+    std::vector<std::string> misuses_;
+    std::vector<std::string> messages_;
+};
+
+}  // namespace flumo::host

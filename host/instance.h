@@ -1,0 +1,111 @@
+// One applied effect: its sequence data, its controls' values, and its frames.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "host/arbitrary_value.h"
+#include "host/host.h"
+#include "host/value.h"
+#include "host/world.h"
+
+namespace flumo::host {
+
+/// Frames per second as num / den, for example 30000 / 1001.
+struct FrameRate {
+    int num = 25;
+    int den = 1;
+};
+
+struct FrameRequest {
+    /// The layer at full resolution, in pixels.
+    int width = 0;
+    int height = 0;
+    Depth depth = Depth::k8;
+    int frame = 0;
+    FrameRate rate;
+    /// Resolution of the frame: 1/2 is every second pixel. At most 1.
+    PF_RationalScale downsample_x{1, 1};
+    PF_RationalScale downsample_y{1, 1};
+    /// Part of the frame that is asked for, in layer pixels at the current resolution; all by default.
+    std::optional<PF_LRect> region;
+    /// Gives the effect an output world of this place and size instead of the one that it announced.
+    std::optional<PF_LRect> output_rect;
+    /// Unused pixels behind each row of the input and the output world.
+    int row_padding = 8;
+    /// The input layer at current resolution; transparent when null. Its size must be the frame's.
+    Layer input;
+    /// What the host answers when the effect asks whether to stop; 0 when unset.
+    std::function<PF_Err()> abort;
+};
+
+/// What the effect answered to pre-render.
+struct FramePlan {
+    PF_LRect result_rect{};
+    PF_LRect max_result_rect{};
+};
+
+/// Rendering may run on several threads at once, also on one instance; everything else, above all
+/// setting values, must not run at the same time as anything on this instance.
+class Instance {
+  public:
+    /// Sends sequence set-down.
+    ~Instance();
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+
+    /// Throws std::out_of_range for an index without a value, std::invalid_argument for a value that does
+    /// not fit.
+    void set(int index, Value value);
+    /// As set(); also throws std::invalid_argument for a control that cannot vary in time.
+    void set_keyframes(int index, std::vector<Keyframe> keyframes);
+    const Track& track(int index) const;
+    Value value_at(int index, double frame) const;
+
+    /// Renders into a new world. Throws HostError.
+    World render(const FrameRequest& request);
+    /// Renders into `output`, which keeps its memory when its shape fits. Its pixels are not cleared: after
+    /// a HostError it holds what the effect left. An empty result makes it 0 x 0.
+    void render(const FrameRequest& request, World& output);
+    /// Pre-render alone.
+    FramePlan plan(const FrameRequest& request);
+
+    /// Turns the sequence data into its stored form, as before a save, and returns a copy of the bytes.
+    std::vector<std::byte> flatten();
+    /// After flatten(), or after opening a project: hands the stored form to the effect, then frees it.
+    void resetup();
+    void resetup(std::span<const std::byte> stored);
+    /// The stored form, without touching the live data.
+    std::vector<std::byte> flattened_copy();
+    /// A second instance with the same values and sequence data.
+    std::unique_ptr<Instance> duplicate();
+
+    /// Tells the effect that the user changed the control.
+    void user_changed_param(int index);
+    /// Sends any command with this instance's data and controls at `frame`.
+    Outcome send(PF_Cmd command, void* extra = nullptr, SuiteProvider* suites = nullptr, double frame = 0);
+    /// As send(), for an event on control `index`. `changed` tells whether the effect marked a new value,
+    /// which the instance then holds.
+    Outcome send_event(PF_EventExtra& event, SuiteProvider* suites, double frame, bool& changed);
+
+    Host& host() const { return host_; }
+    PF_Handle sequence_data() const { return sequence_data_; }
+
+  private:
+    friend class Host;
+    explicit Instance(Host& host);
+
+    Track& track_of(int index);
+    Outcome send_sequence(PF_Cmd command);
+    PF_InData new_in_data() const;
+    std::vector<PF_ParamDef> params_at(double frame, std::vector<Value>& values);
+
+    Host& host_;
+    PF_Handle sequence_data_ = nullptr;
+    std::vector<Track> tracks_;
+};
+
+}  // namespace flumo::host

@@ -1,0 +1,72 @@
+// A piece of the effect panel to draw on: the drawing suites on a Cairo image.
+//
+//   Panel panel({.width = 150, .height = 50, .scale = 2});
+//   ControlEvents(*instance, {.index = 26}, &panel).draw();
+//   panel.write_png("gradient.png");
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "effect_api/suites.h"
+#include "host/suite_provider.h"
+
+namespace flumo::host {
+
+/// The byte order that the supplier prefers for images, or none at all.
+enum class PixelLayout { kArgb, kBgra, kNeither };
+
+/// Answer of the colour picker: 0 and a colour, PF_Interrupt_CANCEL, or an error.
+struct PickedColor {
+    PF_Err status = PF_Interrupt_CANCEL;
+    PF_PixelFloat color{};
+};
+
+struct PanelOptions {
+    /// In panel pixels.
+    int width = 150;
+    int height = 50;
+    /// Image pixels per panel pixel, for sharp screens. Above 0.
+    double scale = 1;
+    PixelLayout layout = PixelLayout::kBgra;
+    /// 16 bits a channel.
+    PF_App_Color background{0x2323, 0x2323, 0x2323};
+    PF_App_Color text{0xbfbf, 0xbfbf, 0xbfbf};
+};
+
+/// For one thread. Objects that the effect makes are counted in the accounting of the calling host.
+class Panel : public SuiteProvider {
+  public:
+    /// Throws std::invalid_argument for a size or scale that is not above 0.
+    explicit Panel(const PanelOptions& options);
+    ~Panel() override;
+
+    const PanelOptions& options() const { return options_; }
+    /// Called instead of a dialog, with the colour that it would open with; unset it cancels.
+    std::function<PickedColor(const PF_PixelFloat& sample)> color_picker;
+
+    /// Size of the image in its own pixels.
+    int image_width() const;
+    int image_height() const;
+    /// Red, green, blue, alpha bytes, straight, row by row.
+    std::vector<uint8_t> rgba() const;
+    /// Throws std::runtime_error when the file cannot be written.
+    void write_png(const std::filesystem::path& path) const;
+    /// Paints everything with the background colour.
+    void clear();
+
+    const void* find_suite(std::string_view name, int version) override;
+    DRAWBOT_DrawRef draw_ref() override;
+
+  private:
+    friend class PanelAccess;
+    class Surface;
+    PanelOptions options_;
+    std::unique_ptr<Surface> surface_;
+};
+
+}  // namespace flumo::host

@@ -1,6 +1,6 @@
 #include "effect/params/params_setup.h"
 
-#include <optional>
+#include <memory>
 
 #include "effect/gradient/gradient_callbacks.h"
 #include "effect/gradient/gradient_lock.h"
@@ -129,14 +129,14 @@ class DefaultGradients {
   private:
     /// The lock is kept until the end of the declaration.
     void BlackenFirstStop(GradientHandle gradient) {
-        lock_.emplace(suites_.HandleSuite(), gradient);
+        lock_ = std::make_unique<GradientLock>(suites_.HandleSuite(), gradient);
         GradientStop& first = lock_->Stops().begin()->second;
         first.r = first.g = first.b = 0.0F;
     }
 
     PF_InData* in_data_;
     AEGP_SuiteHandler& suites_;
-    std::optional<GradientLock> lock_;
+    std::unique_ptr<GradientLock> lock_;
     PF_Err err_ = PF_Err_NONE;
 };
 

@@ -17,8 +17,8 @@ using Bytes = std::vector<std::byte>;
 template <typename T>
 void Append(Bytes& bytes, T value) {
     static_assert(sizeof value == 4);
-    const auto* raw = reinterpret_cast<const std::byte*>(&value);
-    bytes.insert(bytes.end(), raw, raw + sizeof value);
+    bytes.resize(bytes.size() + sizeof value);
+    std::memcpy(&bytes[bytes.size() - sizeof value], &value, sizeof value);
 }
 
 Bytes Stored(int32_t count, const std::vector<std::pair<float, GradientStop>>& stops) {

@@ -241,7 +241,9 @@ TEST_F(GradientCallbacks, EveryFailureGivesItsNumberAndLeaksNothing) {
             const bool copy_without = c.call.which_function == PF_Arbitrary_COPY_FUNC && call == 2;
             const PF_Err expected = no_handle || copy_without ? 0 : host_.expected;
             EXPECT_EQ(result, expected ? expected : c.result);
-            if (slot) EXPECT_EQ(Run(Dispose(slot)), 0);
+            if (slot) {
+                EXPECT_EQ(Run(Dispose(slot)), 0);
+            }
             EXPECT_TRUE(host_.AllGivenBack(1));
         }
     }

@@ -210,7 +210,9 @@ TEST(DragRamp, NeverLosesOrDoublesAnotherStop) {
             others.erase(others.find(drag.stop.r));
             for (int move = 0; move < 10; ++move) {
                 const GradientStopMap before = stops;
-                EXPECT_EQ(DragRamp(stops, Ramp(), drag, x(random), y(random)), stops != before);
+                // A stop that is nudged back to where it was counts as moved.
+                const bool changed = DragRamp(stops, Ramp(), drag, x(random), y(random));
+                EXPECT_TRUE(changed || stops == before);
                 std::multiset<float> expected = others;
                 if (drag.ordinal != kLiftedOff) {
                     expected.insert(drag.stop.r);

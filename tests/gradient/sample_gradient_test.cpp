@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 #include <limits>
-#include <vector>
 
 #include "tests/gradient/random_gradients.h"
 
@@ -75,7 +75,7 @@ TEST(SampleGradient, MeetsEveryStopAndJumpsOnlyAtEdges) {
     constexpr float kStep = 1.0F / (1 << 20);
     // Twice the steepest ramp: colours 2 apart within 1/64, sin at 1.4 times the straight slope.
     constexpr float kContinuous = 2.0F * 2.0F * 64.0F * 1.4F * kStep;
-    ForRandomGradients([](const GradientStopMap& stops, std::mt19937&) {
+    ForRandomGradients([&](const GradientStopMap& stops, std::mt19937&) {
         for (auto stop = stops.begin(); stop != stops.end(); ++stop) {
             EXPECT_EQ(Color(stops, stop->first), Color(stop->second));
             EXPECT_LT(Distance(Color(stops, stop->first + kStep), Color(stop->second)), kContinuous);

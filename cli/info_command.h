@@ -1,0 +1,15 @@
+// `flumo info`.
+#pragma once
+
+#include <string>
+
+#include "cli/session.h"
+
+namespace flumo::cli {
+
+/// Who the effect is, the flags that it set by name, and the driver that it found. `printed` is what the
+/// effect wrote on standard output when it was set up.
+std::string info_as_text(Session& session, const std::string& printed);
+std::string info_as_json(Session& session, const std::string& printed);
+
+}  // namespace flumo::cli

@@ -1,0 +1,111 @@
+// flumo: renders pictures with the effect, through the stand-in host.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <sstream>
+#include <string>
+
+#include "cli/controls_command.h"
+#include "cli/exit_status.h"
+#include "cli/info_command.h"
+#include "cli/render_command.h"
+#include "cli/render_options.h"
+#include "cli/session.h"
+#include "cli/stdout_guard.h"
+#include "cli/stop_signal.h"
+
+namespace flumo::cli {
+namespace {
+
+constexpr const char* kVersion = "flumo " FLUMO_VERSION;
+
+constexpr const char* kFooter = R"(
+The shortest picture:   flumo render -o look.png
+More examples:          flumo render --help
+
+Exit status: 0 done, 1 a frame failed, 2 usage, 3 an input cannot be read, 4 no usable OpenGL, 5 the output
+cannot be written, 130 or 143 stopped by a signal.)";
+
+struct ListOptions {
+    std::filesystem::path module;
+    bool json = false;
+};
+
+void add_list_options(CLI::App& command, ListOptions& options) {
+    command.add_flag("--json", options.json, "Write JSON");
+    command.add_option("--module", options.module, "The effect to load")
+        ->type_name("FILE")
+        ->default_str("Flumo.so beside flumo, then ../lib/flumo/Flumo.so");
+}
+
+ExitStatus list_controls(const ListOptions& options, const StdoutGuard& output) {
+    Session session(options.module);
+    output.write(options.json ? controls_as_json(session) : controls_as_text(session));
+    return ExitStatus::kDone;
+}
+
+ExitStatus show_info(const ListOptions& options, const StdoutGuard& output) {
+    Session session(options.module);
+    const std::string printed = output.captured();
+    output.write(options.json ? info_as_json(session, printed) : info_as_text(session, printed));
+    return ExitStatus::kDone;
+}
+
+// --help and --version arrive as errors of the parser, too.
+ExitStatus answer_parse_error(const CLI::App& app, const CLI::ParseError& error, const StdoutGuard& output) {
+    std::ostringstream text;
+    if (error.get_exit_code() == 0) {
+        app.exit(error, text, text);
+        output.write(text.str());
+        return ExitStatus::kDone;
+    }
+    throw usage_failure(std::string(error.what()) + " (flumo --help tells more)");
+}
+
+ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
+    CLI::App app("Renders pictures with the Flumo effect: an animated procedural image from a command line.");
+    app.name("flumo");
+    app.set_version_flag("--version", kVersion);
+    app.require_subcommand(1);
+    app.footer(kFooter);
+    app.get_formatter()->column_width(34);
+
+    RenderOptions render_options;
+    ListOptions list_options;
+    CLI::App* render_command = app.add_subcommand("render", "Render frames into picture files");
+    CLI::App* controls_command = app.add_subcommand("controls", "List the effect's controls");
+    CLI::App* info_command =
+        app.add_subcommand("info", "Show the effect's identity, flags and OpenGL driver");
+    add_render_options(*render_command, render_options);
+    add_list_options(*controls_command, list_options);
+    add_list_options(*info_command, list_options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return answer_parse_error(app, error, output);
+    }
+    if (controls_command->parsed()) return list_controls(list_options, output);
+    if (info_command->parsed()) return show_info(list_options, output);
+    return render(render_options);
+}
+
+ExitStatus run_and_report(int argc, char** argv, const StdoutGuard& output) try {
+    return run(argc, argv, output);
+} catch (const Failure& failure) {
+    std::fprintf(stderr, "flumo: %s\n", failure.what());
+    return failure.status();
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "flumo: %s\n", error.what());
+    return ExitStatus::kFrameFailed;
+}
+
+}  // namespace
+}  // namespace flumo::cli
+
+int main(int argc, char** argv) try {
+    const flumo::cli::StdoutGuard output;
+    flumo::cli::watch_stop_signals();
+    return static_cast<int>(flumo::cli::run_and_report(argc, argv, output));
+} catch (const flumo::cli::Failure& failure) {
+    std::fprintf(stderr, "flumo: %s\n", failure.what());
+    return static_cast<int>(failure.status());
+}

@@ -1,0 +1,30 @@
+// Files that appear whole or not at all.
+#pragma once
+
+#include <filesystem>
+
+namespace flumo::cli {
+
+/// A file in the making: written under a temporary name in the folder of its target, and given the
+/// target's name by commit(). A file that is not committed leaves no trace.
+class NewFile {
+  public:
+    /// Creates the empty temporary file. Throws Failure (unwritable output), naming the target.
+    explicit NewFile(std::filesystem::path target);
+    ~NewFile();
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    /// Where the contents are to be written.
+    const std::filesystem::path& temporary() const { return temporary_; }
+
+    /// Replaces whatever stands under the target's name. Throws Failure (unwritable output).
+    void commit();
+
+  private:
+    std::filesystem::path target_;
+    std::filesystem::path temporary_;
+    bool committed_ = false;
+};
+
+}  // namespace flumo::cli

@@ -1,0 +1,21 @@
+// Pictures from and to files of any format that the program knows.
+#pragma once
+
+#include <filesystem>
+
+#include "cli/output_pattern.h"
+#include "cli/picture.h"
+
+namespace flumo::cli {
+
+/// Reads a picture with straight alpha: PNG and OpenEXR by themselves (told by their contents, not their
+/// names), anything else as its first frame through the program ffmpeg.
+/// Throws Failure (unreadable input), naming the file.
+Picture read_picture(const std::filesystem::path& path);
+
+/// Writes a picture with straight alpha, whole or not at all. PNG takes 8 bits, and 16 for 16-bit and
+/// float samples; OpenEXR takes floats with premultiplied alpha.
+/// Throws Failure (unwritable output), naming the file.
+void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture);
+
+}  // namespace flumo::cli

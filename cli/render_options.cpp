@@ -1,0 +1,135 @@
+#include "cli/render_options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "cli/depth.h"
+#include "cli/exit_status.h"
+#include "cli/frame_list.h"
+#include "cli/parse_number.h"
+#include "cli/text_list.h"
+
+namespace flumo::cli {
+namespace {
+
+constexpr const char* kFooter = R"(
+Examples:
+  flumo render -o look.png
+      the default look at 1920x1080
+  flumo render --size 960x540 --set NoiseType=voronoi --set Scale=150 -o cells.png
+      another generator, half again as large
+  flumo render --gradient 'Gradient=0:#0b1026,0.6:sin:#ff6a00,1:#ffffff' --depth 16 -o fire.png
+      a gradient of three stops
+  flumo render --set ColorizeMode=2 --layer3 palette.jpg -o painted.png
+      colours from a picture
+  flumo render --scene drift.json --frames 1-48x2 -o 'drift.####.exr'
+      every second frame of a scene with keyframes
+
+`flumo controls` lists every Id with its range. Exit status: 0 done, 1 a frame failed, 2 usage,
+3 an input cannot be read, 4 no usable OpenGL, 5 the output cannot be written, 130 or 143 stopped by a
+signal after finishing the frame that was begun.)";
+
+Assignment parse_assignment(const std::string& option, const std::string& text) {
+    const size_t mark = text.find('=');
+    if (mark == std::string::npos || mark == 0) {
+        throw usage_failure(option + " " + in_quotes(text) + ": expected Id=value");
+    }
+    return {option, text.substr(0, mark), text.substr(mark + 1)};
+}
+
+void set_size(RenderOptions& options, const std::string& text) {
+    options.size = parse_frame_size(text);
+}
+
+void set_depth(RenderOptions& options, const std::string& text) {
+    const auto depth = parse_number<long>(text);
+    if (!depth) throw usage_failure("depth " + in_quotes(text) + ": expected 8, 16 or 32");
+    options.depth = checked_depth(*depth);
+}
+
+void set_frames(RenderOptions& options, const std::string& text) {
+    options.frames = parse_frame_list(text);
+}
+
+void set_control(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back(parse_assignment("--set", text));
+}
+
+void set_gradient(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back(parse_assignment("--gradient", text));
+}
+
+void set_layer1(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back({"--layer1", "Layer1", text});
+}
+
+void set_layer2(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back({"--layer2", "Layer2", text});
+}
+
+void set_layer3(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back({"--layer3", "Layer3", text});
+}
+
+void set_scene(RenderOptions& options, const std::string& text) {
+    options.scene = text;
+}
+
+void set_module(RenderOptions& options, const std::string& text) {
+    options.module = text;
+}
+
+void set_output(RenderOptions& options, const std::string& text) {
+    options.output = OutputPattern(text);
+}
+
+struct OptionRow {
+    const char* heading;
+    const char* names;
+    const char* placeholder;
+    const char* help;
+    const char* default_text;
+    void (*apply)(RenderOptions&, const std::string&);
+};
+
+constexpr OptionRow kRows[] = {
+    {"Frame", "--size", "WxH", "Size in pixels", "1920x1080", set_size},
+    {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)", "8", set_depth},
+    {"Frame", "--frames", "LIST", "Frames to render: 7, 1-100, 1-100x2, with commas", "0", set_frames},
+    {"Look", "--scene", "FILE.json",
+     "Size, depth, frames and controls from a scene file; options override it", "", set_scene},
+    {"Look", "--set", "Id=VALUE", "Value of a control: number, popup name, on/off (repeatable)", "",
+     set_control},
+    {"Look", "--gradient", "Id=STOPS",
+     "Stops of Gradient or LinesGradient: 0:#000,0.5:sin:#ff8800,1:#fff with kinds linear, sin, edge; or the "
+     "effect's text or stored form; or @FILE (repeatable)",
+     "", set_gradient},
+    {"Layers", "--layer1", "FILE", "Picture that multiplies the noise", "none", set_layer1},
+    {"Layers", "--layer2", "FILE", "Picture that is added to the noise", "none", set_layer2},
+    {"Layers", "--layer3", "FILE", "Picture for the colorize modes other than Gradient", "none", set_layer3},
+    {"Output", "-o,--output", "PATTERN",
+     "File to write, .png or .exr; #### or %04d stands for the frame number (required)", "", set_output},
+    {"Output", "--module", "FILE", "The effect to load", "Flumo.so beside flumo, then ../lib/flumo/Flumo.so",
+     set_module},
+};
+
+void add_row(CLI::App& command, RenderOptions& options, const OptionRow& row) {
+    const auto apply_all = [&options, apply = row.apply](const std::vector<std::string>& values) {
+        for (const std::string& value : values)
+            apply(options, value);
+    };
+    CLI::Option* option =
+        command.add_option_function<std::vector<std::string>>(row.names, apply_all, row.help);
+    option->group(row.heading)->type_name(row.placeholder)->allow_extra_args(false);
+    if (*row.default_text != '\0') option->default_str(row.default_text);
+}
+
+}  // namespace
+
+void add_render_options(CLI::App& command, RenderOptions& options) {
+    for (const OptionRow& row : kRows)
+        add_row(command, options, row);
+    command.get_option("--output")->required();
+    command.footer(kFooter);
+}
+
+}  // namespace flumo::cli

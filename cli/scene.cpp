@@ -1,0 +1,89 @@
+#include "cli/scene.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "cli/depth.h"
+#include "cli/exit_status.h"
+#include "cli/file_contents.h"
+#include "cli/frame_list.h"
+#include "cli/scene_value.h"
+#include "cli/text_list.h"
+
+namespace flumo::cli {
+namespace {
+
+using nlohmann::json;
+
+json parse_json(const std::filesystem::path& path) try {
+    return json::parse(read_text_file(path));
+} catch (const json::parse_error& error) {
+    // The library's own name and number stand before the place.
+    const std::string what = error.what();
+    const size_t place = what.find("line ");
+    throw input_failure(path.string() + ": " + (place == std::string::npos ? what : what.substr(place)));
+}
+
+FrameSize read_size(const json& value, const ScenePlace& place) {
+    if (value.is_string()) return within(place, [&] { return parse_frame_size(value.get<std::string>()); });
+    const bool is_pair =
+        value.is_array() && value.size() == 2 && value[0].is_number_integer() && value[1].is_number_integer();
+    if (!is_pair) throw place.failure("expected \"WIDTHxHEIGHT\" or [WIDTH, HEIGHT]");
+    return within(place, [&] { return checked_frame_size(value[0].get<long>(), value[1].get<long>()); });
+}
+
+int read_depth(const json& value, const ScenePlace& place) {
+    if (!value.is_number_integer()) throw place.failure("expected 8, 16 or 32");
+    return within(place, [&] { return checked_depth(value.get<long>()); });
+}
+
+std::vector<int> read_frames(const json& value, const ScenePlace& place) {
+    if (!value.is_string() && !value.is_number_integer()) {
+        throw place.failure("expected a frame number or a list such as \"1-100x2\"");
+    }
+    const std::string list = value.is_string() ? value.get<std::string>() : value.dump();
+    return within(place, [&] { return parse_frame_list(list); });
+}
+
+Tracks read_tracks(const json& value, const ScenePlace& place, const ControlCatalog& catalog) {
+    if (!value.is_object()) throw place.failure("expected an object of values by control id");
+    Tracks tracks;
+    for (const auto& [id, track] : value.items()) {
+        const ScenePlace here = place.member(id);
+        const Control& control = within(here, [&]() -> const Control& { return catalog.find(id); });
+        tracks[control.index] = read_track(control, track, here);
+    }
+    return tracks;
+}
+
+Failure unknown_key(const std::string& key, const ScenePlace& place) {
+    const std::vector<std::string> known = {"size", "depth", "frames", "controls"};
+    return place.member(key).failure("unknown key; expected one of " + join(known));
+}
+
+}  // namespace
+
+Scene read_scene(const std::filesystem::path& path, const ControlCatalog& catalog) {
+    const ScenePlace root{path, ""};
+    const json document = parse_json(path);
+    if (!document.is_object()) throw root.failure("expected an object with size, depth, frames or controls");
+    Scene scene;
+    for (const auto& [key, value] : document.items()) {
+        const ScenePlace place = root.member(key);
+        if (key == "size") {
+            scene.size = read_size(value, place);
+        } else if (key == "depth") {
+            scene.depth = read_depth(value, place);
+        } else if (key == "frames") {
+            scene.frames = read_frames(value, place);
+        } else if (key == "controls") {
+            scene.tracks = read_tracks(value, place, catalog);
+        } else {
+            throw unknown_key(key, root);
+        }
+    }
+    return scene;
+}
+
+}  // namespace flumo::cli

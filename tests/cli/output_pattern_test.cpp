@@ -1,0 +1,52 @@
+#include "cli/output_pattern.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/cli/failure_matchers.h"
+
+namespace flumo::cli {
+namespace {
+
+TEST(OutputPattern, PutsTheFrameNumberWhereItBelongs) {
+    const struct {
+        const char* pattern;
+        int frame;
+        const char* path;
+    } cases[] = {
+        {"out.png", 7, "out.png"},
+        {"shot.####.exr", 7, "shot.0007.exr"},
+        {"shot.####.exr", 123456, "shot.123456.exr"},
+        {"shot.##.exr", -3, "shot.-03.exr"},
+        {"a#b/shot_#.png", 12, "a#b/shot_12.png"},
+        {"####.png", 1, "0001.png"},
+        {"shot.%04d.png", 42, "shot.0042.png"},
+        {"shot.%d.png", 42, "shot.42.png"},
+        {"100%%.%03d.png", 5, "100%.005.png"},
+        {"50%#.png", 5, "50%5.png"},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(OutputPattern(row.pattern).path_of(row.frame), row.path);
+}
+
+TEST(OutputPattern, KnowsFormatAndWhetherFramesDiffer) {
+    EXPECT_EQ(OutputPattern("a.PNG").format(), PictureFormat::kPng);
+    EXPECT_EQ(OutputPattern("a.exr").format(), PictureFormat::kExr);
+    EXPECT_FALSE(OutputPattern("a.exr").has_frame_number());
+    EXPECT_FALSE(OutputPattern("a%%d.exr").has_frame_number());
+    EXPECT_TRUE(OutputPattern("a#.exr").has_frame_number());
+    EXPECT_TRUE(OutputPattern("a%d.exr").has_frame_number());
+}
+
+TEST(OutputPattern, RefusesOtherEndingsAndBrokenPatterns) {
+    for (const char* text : {"", "out", "out.jpg", "out.png/"}) {
+        EXPECT_FAILURE(OutputPattern(text), ExitStatus::kUsage, ".png or .exr") << text;
+    }
+    for (const char* text : {"%s.png", "%04x.png", "%.png", "%d.%d.png"}) {
+        EXPECT_FAILURE(OutputPattern(text), ExitStatus::kUsage, "%04d") << text;
+    }
+    EXPECT_FAILURE(OutputPattern("%099999999999999d.png"), ExitStatus::kUsage, "18 digits");
+    EXPECT_FAILURE(OutputPattern("%99999999999999999999999d.png"), ExitStatus::kUsage, "18 digits");
+}
+
+}  // namespace
+}  // namespace flumo::cli

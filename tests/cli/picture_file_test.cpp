@@ -1,0 +1,157 @@
+#include "cli/picture_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <fstream>
+#include <limits>
+#include <random>
+
+#include "cli/child_process.h"
+#include "cli/exr_file.h"
+#include "cli/file_contents.h"
+#include "cli/png_file.h"
+#include "tests/cli/failure_matchers.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace flumo::cli {
+namespace {
+
+using testing::AllOf;
+using testing::Each;
+using testing::ElementsAre;
+using testing::Ge;
+using testing::SizeIs;
+
+// Every value of the type is as likely as any other; odd sides find a wrong stride.
+template <typename Sample>
+Picture noise_picture(size_t width, size_t height) {
+    std::mt19937 random(7);
+    std::vector<Sample> samples(width * height * 4);
+    for (Sample& sample : samples) {
+        if constexpr (std::is_floating_point_v<Sample>) {
+            sample = std::bit_cast<float>(static_cast<uint32_t>(random()) & 0x7F7FFFFFU);
+        } else {
+            sample = static_cast<Sample>(random());
+        }
+    }
+    return {width, height, samples};
+}
+
+TEST(PictureFile, PngComesBackExactly) {
+    const ScratchFolder folder;
+    for (const Picture& picture : {noise_picture<uint8_t>(37, 5), noise_picture<uint16_t>(5, 37)}) {
+        write_picture(folder / "a.png", PictureFormat::kPng, picture);
+        const Picture back = read_picture(folder / "a.png");
+        EXPECT_EQ(back.width, picture.width);
+        EXPECT_EQ(back.height, picture.height);
+        EXPECT_TRUE(back.samples == picture.samples);
+    }
+    EXPECT_EQ(folder.file_count(), 1u);
+}
+
+TEST(PictureFile, ExrComesBackExactly) {
+    const ScratchFolder folder;
+    const Picture picture = noise_picture<float>(37, 5);
+    write_exr(folder / "a.exr", picture);
+    EXPECT_TRUE(read_exr(folder / "a.exr").samples == picture.samples);
+}
+
+TEST(PictureFile, ExrHoldsPremultipliedColour) {
+    const ScratchFolder folder;
+    const Picture straight = {3, 1, std::vector<float>{1, 0.5F, 2, 0.5F, 1, 1, 1, 0, -1, 0, 0.25F, 1}};
+    write_picture(folder / "a.exr", PictureFormat::kExr, straight);
+    EXPECT_EQ(std::get<std::vector<float>>(read_exr(folder / "a.exr").samples),
+              (std::vector<float>{0.5F, 0.25F, 1, 0.5F, 0, 0, 0, 0, -1, 0, 0.25F, 1}));
+    EXPECT_EQ(std::get<std::vector<float>>(read_picture(folder / "a.exr").samples),
+              (std::vector<float>{1, 0.5F, 2, 0.5F, 0, 0, 0, 0, -1, 0, 0.25F, 1}));
+}
+
+TEST(PictureFile, PngOfFloatsIsClampedTo16Bits) {
+    const ScratchFolder folder;
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    const Picture floats = {2, 1, std::vector<float>{0, 0.5F, 1, 2, -1, nan, infinity, 1 / 65535.0F}};
+    write_picture(folder / "a.png", PictureFormat::kPng, floats);
+    EXPECT_THAT(std::get<std::vector<uint16_t>>(read_picture(folder / "a.png").samples),
+                ElementsAre(0, 32768, 65535, 65535, 0, 0, 65535, 1));
+}
+
+TEST(PictureFile, PngSaysThatItIsSrgb) {
+    const ScratchFolder folder;
+    write_png(folder / "a.png", noise_picture<uint8_t>(2, 2));
+    EXPECT_NE(read_text_file(folder / "a.png").find("sRGB"), std::string::npos);
+}
+
+TEST(PictureFile, IntegerDepthsConvertWithoutLoss) {
+    std::vector<uint8_t> all(256);
+    for (size_t i = 0; i < all.size(); ++i)
+        all[i] = static_cast<uint8_t>(i);
+    const Picture bytes = {64, 1, all};
+    EXPECT_TRUE(to_8_bit(to_16_bit(bytes)).samples == bytes.samples);
+    EXPECT_TRUE(to_8_bit(to_float(bytes)).samples == bytes.samples);
+    EXPECT_EQ(std::get<std::vector<uint16_t>>(to_16_bit(bytes).samples)[3], 3 * 257);
+}
+
+// Grey, palette, low depths, transparency by colour: whatever ffmpeg makes, RGBA comes out.
+TEST(PictureFile, ReadsPngsOfAllKinds) {
+    const ScratchFolder folder;
+    for (const char* format : {"monob", "gray", "gray16be", "ya8", "pal8", "rgb24", "rgb48be", "rgba64be"}) {
+        const std::string path = folder / "kind.png";
+        const auto made = run_child({"ffmpeg", "-y", "-v", "error", "-f", "lavfi", "-i", "color=white:s=6x4",
+                                     "-frames:v", "1", "-pix_fmt", format, path});
+        ASSERT_TRUE(made && made->succeeded) << format << made->errors;
+        const Picture picture = to_8_bit(read_picture(path));
+        EXPECT_EQ(picture.width, 6u) << format;
+        // ffmpeg's white is up to two steps short where it comes from YUV.
+        EXPECT_THAT(std::get<std::vector<uint8_t>>(picture.samples), AllOf(SizeIs(6 * 4 * 4), Each(Ge(253))))
+            << format;
+    }
+}
+
+TEST(PictureFile, ReadsOtherFormatsThroughFfmpeg) {
+    const ScratchFolder folder;
+    Picture opaque = noise_picture<uint8_t>(6, 4);
+    auto& samples = std::get<std::vector<uint8_t>>(opaque.samples);
+    for (size_t alpha = 3; alpha < samples.size(); alpha += 4)
+        samples[alpha] = 255;
+    write_png(folder / "a.png", opaque);
+    const std::string path = folder / "-a: b.bmp";
+    const auto made = run_child({"ffmpeg", "-v", "error", "-i", folder / "a.png", "-pix_fmt", "bgr24", path});
+    ASSERT_TRUE(made && made->succeeded) << made->errors;
+    EXPECT_TRUE(read_picture(path).samples == opaque.samples);
+}
+
+TEST(PictureFile, NamesTheFileThatCannotBeRead) {
+    const ScratchFolder folder;
+    write_png(folder / "whole.png", noise_picture<uint8_t>(40, 40));
+    write_exr(folder / "whole.exr", noise_picture<float>(40, 40));
+    for (const char* kind : {"png", "exr"}) {
+        const std::string bytes = read_text_file(folder / (std::string("whole.") + kind));
+        std::ofstream(folder / (std::string("cut.") + kind)) << bytes.substr(0, bytes.size() / 2);
+    }
+    std::ofstream(folder / "text.txt") << "no picture at all\n";
+    std::ofstream(folder / "empty.png");
+    for (const char* name : {"cut.png", "cut.exr", "text.txt", "empty.png", "missing.png"}) {
+        EXPECT_FAILURE(read_picture(folder / name), ExitStatus::kUnreadableInput, name);
+    }
+    EXPECT_FAILURE(read_picture(folder.path()), ExitStatus::kUnreadableInput, "cannot read");
+}
+
+TEST(PictureFile, AppearsWholeOrNotAtAll) {
+    const ScratchFolder folder;
+    const Picture picture = noise_picture<uint8_t>(4, 4);
+    EXPECT_FAILURE(write_picture(folder / "none/a.png", PictureFormat::kPng, picture),
+                   ExitStatus::kUnwritableOutput, "a.png");
+    std::filesystem::create_directory(folder / "taken.png");
+    EXPECT_FAILURE(write_picture(folder / "taken.png", PictureFormat::kPng, picture),
+                   ExitStatus::kUnwritableOutput, "it is a folder");
+    const Picture too_large = {0, 4, std::vector<uint8_t>()};
+    EXPECT_FAILURE(write_picture(folder / "zero.png", PictureFormat::kPng, too_large),
+                   ExitStatus::kUnwritableOutput, "zero.png");
+    EXPECT_EQ(folder.file_count(), 1u);
+}
+
+}  // namespace
+}  // namespace flumo::cli

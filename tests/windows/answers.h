@@ -1,0 +1,42 @@
+// Commands of a host by what the effect answers, for tests that expect errors.
+#pragma once
+
+#include "host/host.h"
+#include "host/instance.h"
+
+namespace flumo::tests {
+
+inline constexpr PF_Err kOutOfMemory = 4;
+
+inline host::FrameRequest tiny_frame() {
+    host::FrameRequest request;
+    request.width = 16;
+    request.height = 8;
+    return request;
+}
+
+inline PF_Err render_tiny(host::Instance& instance) {
+    try {
+        instance.render(tiny_frame());
+        return PF_Err_NONE;
+    } catch (const host::HostError& error) {
+        return error.code();
+    }
+}
+
+inline PF_Err set_up(host::Host& host) {
+    try {
+        host.global_setup();
+        return PF_Err_NONE;
+    } catch (const host::HostError& error) {
+        return error.code();
+    }
+}
+
+/// Whether version and flags stand in the out data, whatever came of the rest of global set-up.
+inline bool knows_identity(const host::Host& host) {
+    return host.identity().version == 566784U && host.identity().flags == 33588336 &&
+           host.identity().flags2 == 142611456;
+}
+
+}  // namespace flumo::tests

@@ -1,0 +1,112 @@
+// Many rounds within one load: nothing may grow but the hidden windows and their classes, which stay as they
+// must.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/windows/answers.h"
+#include "tests/windows/windows_module.h"
+
+namespace flumo::tests {
+namespace {
+
+// The place of a fresh handle in the process's table, which is filled from the bottom: it rises when handles
+// are lost. Wine answers GetProcessHandleCount with 0, whatever is open. The highest of many, so that a hole
+// in the table does not hide a loss.
+std::uintptr_t handle_mark() {
+    std::array<HANDLE, 64> probes = {};
+    for (HANDLE& probe : probes)
+        probe = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    const auto highest = reinterpret_cast<std::uintptr_t>(*std::max_element(probes.begin(), probes.end()));
+    for (const HANDLE probe : probes)
+        CloseHandle(probe);
+    return highest;
+}
+
+std::ptrdiff_t count_calls(const std::string& name) {
+    const auto calls = spy::calls();
+    return std::count_if(calls.begin(), calls.end(),
+                         [&](const std::string& call) { return call.starts_with(name); });
+}
+
+void expect_paired_calls(std::ptrdiff_t contexts) {
+    EXPECT_EQ(count_calls("GetDC"), contexts);
+    EXPECT_EQ(count_calls("ReleaseDC"), contexts);
+    EXPECT_EQ(count_calls("wglDeleteContext"), contexts);
+    EXPECT_EQ(count_calls("UnregisterClassA"), contexts);
+    EXPECT_EQ(spy::live_contexts(), 0);
+    EXPECT_EQ(spy::wrong_shares(), 0);
+}
+
+void expect_different_classes(std::size_t contexts) {
+    std::set<std::string> classes;
+    for (const std::string& call : spy::calls()) {
+        if (call.starts_with("RegisterClassExA")) classes.insert(call);
+    }
+    EXPECT_EQ(classes.size(), contexts);
+}
+
+TEST(HandleMark, RisesWhenAHandleIsLost) {
+    const auto before = handle_mark();
+    const HANDLE lost = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    EXPECT_GT(handle_mark(), before);
+    CloseHandle(lost);
+    EXPECT_EQ(handle_mark(), before);
+}
+
+TEST(Endurance, HundredRoundsOfSetUpAndSetDown) {
+    constexpr int kRounds = 100;
+    constexpr int kSettled = 10;
+    const WindowsModule windows;
+    host::Host host(windows.module());
+    std::uintptr_t settled = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        ASSERT_EQ(set_up(host), PF_Err_NONE) << "round " << round;
+        host.global_setdown();
+        if (round == kSettled) settled = handle_mark();
+    }
+    EXPECT_LE(handle_mark(), settled);
+    expect_paired_calls(kRounds);
+    expect_different_classes(kRounds);
+    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
+}
+
+TEST(Endurance, EightThreadsThatComeAndGo) {
+    constexpr int kThreads = 8;
+    constexpr int kRounds = 5;
+    constexpr int kSettled = 1;
+    const WindowsModule windows;
+    host::Host host(windows.module());
+    std::uintptr_t settled = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        host.start();
+        auto instance = host.new_instance();
+        std::array<PF_Err, kThreads> answers = {};
+        {
+            std::vector<std::jthread> threads;
+            for (PF_Err& answer : answers) {
+                threads.emplace_back([&] {
+                    // Two threads that start together may ask for one class; the next frame then repairs it.
+                    answer = render_tiny(*instance);
+                    if (answer == kOutOfMemory) answer = render_tiny(*instance);
+                });
+            }
+        }
+        EXPECT_THAT(answers, testing::Each(PF_Err_NONE)) << "round " << round;
+        instance.reset();
+        host.global_setdown();
+        EXPECT_EQ(spy::live_contexts(), 0) << "round " << round;
+        if (round == kSettled) settled = handle_mark();
+    }
+    EXPECT_LE(handle_mark(), settled);
+    expect_paired_calls(kRounds * (kThreads + 1));
+    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
+}
+
+}  // namespace
+}  // namespace flumo::tests

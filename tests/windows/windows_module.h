@@ -1,0 +1,22 @@
+// The module under test as a host on Windows has it: loaded, with its platform calls redirected.
+#pragma once
+
+#include <windows.h>
+
+#include "host/module.h"
+#include "tests/windows/platform_spy.h"
+
+namespace flumo::tests {
+
+class WindowsModule {
+  public:
+    WindowsModule() { spy::install(handle()); }
+
+    const host::Module& module() const { return module_; }
+    HMODULE handle() const { return GetModuleHandleA("Flumo.aex"); }
+
+  private:
+    host::Module module_{FLUMO_MODULE};
+};
+
+}  // namespace flumo::tests

@@ -146,21 +146,22 @@ TEST_F(ContextTest, RecordThatNeverStartedEndsWithoutDeletingAnything) {
     EXPECT_EQ(counter.CallsLike("glDelete"), 0);
 }
 
-TEST_F(ContextTest, RecordThatEndsDeletesAllThatItMade) {
+// Global set-down runs on any thread, also on one that has never drawn.
+TEST_F(ContextTest, RecordThatEndsOnAnotherThreadDeletesAllThatItMade) {
     auto record = std::make_unique<AESDK_OpenGL_EffectRenderData>();
     AESDK_OpenGL_StartContext(*record, CommonData);
     AESDK_OpenGL_PrepareResources(*record, 8, 4, 1);
     const GLuint textures[] = {record->largeTexture, record->resultTexture, record->outputTexture};
     const GLuint program = record->mainProgram;
+    AESDK_OpenGL_MakeCurrent(*CommonData);
     const CallCounter counter;
-    record.reset();
+    OnOtherThread([&record] { record.reset(); });
     EXPECT_EQ(counter.Calls("glDeleteTextures"), 3);
     EXPECT_EQ(counter.Calls("glDeleteProgram"), 5);
     EXPECT_EQ(counter.Calls("glDeleteFramebuffers"), 1);
     EXPECT_EQ(counter.Calls("glDeleteRenderbuffers"), 1);
     EXPECT_EQ(counter.Calls("glDeleteBuffers"), 2);
     EXPECT_EQ(counter.Calls("glDeleteVertexArrays"), 2);
-    AESDK_OpenGL_MakeCurrent(*CommonData);
     for (const GLuint texture : textures)
         EXPECT_EQ(glIsTexture(texture), GL_FALSE);
     EXPECT_EQ(glIsProgram(program), GL_FALSE);

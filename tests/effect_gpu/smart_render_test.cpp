@@ -2,10 +2,16 @@
 #include "effect/render/smart_render.h"
 
 #include <EGL/egl.h>
+#include <glbinding/gl/gl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <future>
+#include <utility>
 
+#include "effect/gradient/gradient.h"
+#include "tests/effect_gpu/gl_fixture.h"
 #include "tests/effect_gpu/tiny_host.h"
 
 namespace flumo::tests {
@@ -13,7 +19,11 @@ namespace {
 
 using Log = std::vector<std::string>;
 
+constexpr PF_ParamIndex kNoiseType = 2;
 constexpr PF_ParamIndex kLayer1 = 15;
+constexpr PF_ParamIndex kNoiseVisible = 24;
+constexpr PF_ParamIndex kColorizeMode = 25;
+constexpr PF_ParamIndex kGradient = 26;
 const Log kGivenBack = {"release PF World Suite", "checkin_param", "checkin_layer_pixels"};
 
 /// The end of the log as long as `tail`.
@@ -72,6 +82,70 @@ TEST_F(SmartRenderTest, FrameArrivesAndAllIsGivenBackInOrder) {
     }
 }
 
+// A gradient of one colour makes a picture of that colour, whatever the noise. Frames of a thread follow each
+// other in the same context, and nothing of one is left in the next.
+TEST_F(SmartRenderTest, OneColourArrivesInTheHostsOrderAndScaleFrameAfterFrame) {
+    GradientStopMap stops = {{0.0F, {kStopLinear, 0.25F, 0.5F, 0.75F, 1}}};
+    GradientRecord record{&stops};
+    void* block = &record;
+    host_.fillParam = [&block](PF_ParamIndex index, PF_ParamDef& def) {
+        if (index == kNoiseVisible) def.u.bd.value = 1;
+        if (index == kNoiseType || index == kColorizeMode) def.u.pd.value = 1;
+        if (index == kGradient) def.u.arb_d.value = &block;
+    };
+    ASSERT_EQ(Render(), PF_Err_NONE);
+    const void* context = AESDK_OpenGL_RenderDataForThread()->renderContext;
+    for (const size_t pixelSize : {4u, 8u, 16u, 4u}) {
+        TinyWorld input(4, 2, pixelSize);
+        TinyWorld output(4, 2, pixelSize);
+        Use(input, output);
+        ASSERT_EQ(Render(), PF_Err_NONE);
+        for (int i = 0; i < 8; ++i) {
+            for (int channel = 0; channel < 4; ++channel) {
+                const float wanted = std::array{1.0F, 0.25F, 0.5F, 0.75F}[static_cast<size_t>(channel)];
+                const int x = i % 4;
+                const int y = i / 4;
+                if (pixelSize == 4) {
+                    EXPECT_EQ(output.At<uint8_t>(x, y, channel), std::lround(wanted * 255));
+                } else if (pixelSize == 8) {
+                    EXPECT_EQ(output.At<uint16_t>(x, y, channel), std::lround(wanted * 32768));
+                } else {
+                    EXPECT_FLOAT_EQ(output.At<float>(x, y, channel), wanted);
+                }
+            }
+        }
+        EXPECT_EQ(AESDK_OpenGL_RenderDataForThread()->renderContext, context);
+    }
+}
+
+TEST_F(SmartRenderTest, InputWorldPlacesTheFrame) {
+    host_.in_data.width = 100;
+    host_.in_data.height = 100;
+    input_.def.origin_x = 10;
+    input_.def.origin_y = 20;
+    ASSERT_EQ(Render(), PF_Err_NONE);
+    const AESDK_OpenGL_SavedContext saved;
+    std::array<float, 20> quad{};
+    gl::glBindBuffer(gl::GL_ARRAY_BUFFER, CurrentRenderData()->frameVertexBuffer);
+    gl::glGetBufferSubData(gl::GL_ARRAY_BUFFER, 0, sizeof(quad), quad.data());
+    EXPECT_EQ(quad[3], 0.1F);
+    EXPECT_EQ(quad[4], 0.2F);
+    EXPECT_EQ(quad[18], 0.14F);
+    EXPECT_EQ(quad[19], 0.22F);
+}
+
+TEST_F(SmartRenderTest, ContextThatCannotBeMadeIsTriedAgainByTheNextFrame) {
+    std::async(std::launch::async, [this] {
+        void* const root = std::exchange(CommonData->renderContext, this);
+        EXPECT_EQ(Render(), PF_Err_OUT_OF_MEMORY);
+        EXPECT_EQ(host_.out_data.out_flags, 0);
+        EXPECT_FALSE(AESDK_OpenGL_RenderDataForThread()->contextStarted);
+        CommonData->renderContext = root;
+        EXPECT_EQ(Render(), PF_Err_NONE);
+        EXPECT_TRUE(AESDK_OpenGL_RenderDataForThread()->contextStarted);
+    }).get();
+}
+
 TEST_F(SmartRenderTest, FirstErrorWinsAndTheChainOfReleasesAlwaysRuns) {
     struct Row {
         std::map<std::string, PF_Err> failures;
@@ -127,6 +201,8 @@ TEST_F(SmartRenderTest, HostWithoutASuiteOfSuites) {
     EXPECT_STREQ(host_.out_data.return_msg, "Couldn't release suite.");
     EXPECT_EQ(host_.log, (Log{"checkin_param", "checkin_layer_pixels"}));
     EXPECT_EQ(host_.checkedOutParams, 0);
+    host_.failures = {{"checkout_param", 41}};
+    EXPECT_EQ(Render(), 41);
 }
 
 // 65536 is cut to 16 bits, which leaves no width at all.
@@ -139,6 +215,19 @@ TEST_F(SmartRenderTest, FrameThatGLCannotHoldIsOutOfMemoryWithoutAMessage) {
         EXPECT_EQ(host_.out_data.out_flags, 0);
         Use(input_, output_);
         EXPECT_EQ(Render(), PF_Err_NONE);
+    }
+}
+
+// 65537 is cut to 1, and the rest of the world stays as it is.
+TEST_F(SmartRenderTest, FrameCutToSixteenBitsDeliversOnlyWhatWasDrawn) {
+    for (const size_t pixelSize : {4u, 16u}) {
+        TinyWorld input(65537, 1, pixelSize);
+        TinyWorld output(65537, 1, pixelSize);
+        Use(input, output);
+        EXPECT_EQ(Render(), PF_Err_NONE);
+        EXPECT_EQ(std::ranges::count(output.bytes, std::byte{0}), static_cast<ptrdiff_t>(pixelSize));
+        EXPECT_EQ(std::ranges::count(output.bytes, std::byte{0xA5}),
+                  static_cast<ptrdiff_t>(65536 * pixelSize));
     }
 }
 

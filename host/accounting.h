@@ -1,7 +1,8 @@
 // What the host has lent and not got back, and what an effect did that it must not do.
 #pragma once
 
-#include <cstdint>
+#include <array>
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
@@ -13,7 +14,7 @@
 namespace flumo::host {
 
 /// Things that are counted by number alone.
-enum class Lent { kParam, kLayer, kDrawbotObject, kWorld, kCount };
+enum class Lent { kParam, kLayer, kDrawbotObject, kCount };
 
 /// Thread-safe.
 class Accounting {
@@ -33,14 +34,14 @@ class Accounting {
 
     /// What the effect did against the rules, in words, the oldest first (the first thousand).
     std::vector<std::string> misuses() const;
-    /// Texts that the effect asked to be shown to the user.
+    /// Texts that the effect asked to be shown to the user (the first thousand).
     std::vector<std::string> messages() const;
     void forget_misuses();
     void forget_messages();
 
     // For the host itself.
-    void lend(Lent what, int count = 1);
-    void take_back(Lent what, int count = 1);
+    void lend(Lent what);
+    void take_back(Lent what);
     void suite_acquired(const std::string& name, int version);
     /// A release without an acquire is noted as a misuse.
     void suite_released(const std::string& name, int version);
@@ -48,11 +49,9 @@ class Accounting {
     void message(std::string text);
 
   private:
-    bool all_returned() const;
-
     const HandleTable& handles_;
+    std::array<std::atomic<int>, static_cast<std::size_t>(Lent::kCount)> lent_{};
     mutable std::mutex mutex_;
-    int lent_[static_cast<int>(Lent::kCount)] = {};
     std::map<std::pair<std::string, int>, int> suites_;
     std::vector<std::string> misuses_;
     std::vector<std::string> messages_;

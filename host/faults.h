@@ -40,8 +40,6 @@ enum class Callback : uint8_t {
     kGetPixelData16,
     kGetPixelDataFloat,
     kGetPixelFormat,
-    kNewWorld,
-    kDisposeWorld,
     kIterateFloat,
     kCheckoutLayer,
     kCheckoutLayerPixels,

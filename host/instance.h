@@ -26,20 +26,20 @@ struct FrameRequest {
     int height = 0;
     Depth depth = Depth::k8;
     int frame = 0;
-    FrameRate rate;
+    FrameRate rate{};
     /// Resolution of the frame: 1/2 is every second pixel. At most 1.
     PF_RationalScale downsample_x{1, 1};
     PF_RationalScale downsample_y{1, 1};
     /// Part of the frame that is asked for, in layer pixels at the current resolution; all by default.
-    std::optional<PF_LRect> region;
+    std::optional<PF_LRect> region{};
     /// Gives the effect an output world of this place and size instead of the one that it announced.
-    std::optional<PF_LRect> output_rect;
+    std::optional<PF_LRect> output_rect{};
     /// Unused pixels behind each row of the input and the output world.
     int row_padding = 8;
     /// The input layer at current resolution; transparent when null. Its size must be the frame's.
-    Layer input;
+    Layer input{};
     /// What the host answers when the effect asks whether to stop; 0 when unset.
-    std::function<PF_Err()> abort;
+    std::function<PF_Err()> abort{};
 };
 
 /// What the effect answered to pre-render.
@@ -83,7 +83,7 @@ class Instance {
     /// A second instance with the same values and sequence data.
     std::unique_ptr<Instance> duplicate();
 
-    /// Tells the effect that the user changed the control.
+    /// Tells the effect that the user changed the control. Throws HostError.
     void user_changed_param(int index);
     /// Sends any command with this instance's data and controls at `frame`.
     Outcome send(PF_Cmd command, void* extra = nullptr, SuiteProvider* suites = nullptr, double frame = 0);
@@ -101,7 +101,9 @@ class Instance {
     Track& track_of(int index);
     Outcome send_sequence(PF_Cmd command);
     PF_InData new_in_data() const;
-    std::vector<PF_ParamDef> params_at(double frame, std::vector<Value>& values);
+    std::vector<PF_ParamDef> params_at(double frame, std::vector<Value>& values) const;
+    Outcome send_with_params(PF_Cmd command, void* extra, SuiteProvider* suites, double frame,
+                             std::vector<PF_ParamDef>& params);
 
     Host& host_;
     PF_Handle sequence_data_ = nullptr;

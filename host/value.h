@@ -25,7 +25,7 @@ using Value = std::variant<double, Layer, LayerSource, Arbitrary>;
 
 struct Keyframe {
     double frame = 0;
-    Value value;
+    Value value{};
 };
 
 /// A control's value over time: constant, or keyframes in ascending frames. Before the first and after
@@ -46,6 +46,8 @@ class Track {
     void put(double frame, Value value);
 
   private:
+    void insert(Keyframe keyframe);
+
     std::vector<Keyframe> keyframes_;
 };
 
@@ -54,7 +56,7 @@ class Track {
 void check_value(const Control& control, const Value& value);
 
 /// Writes the value into a copy of the control's record, as a check-out hands it to the effect. The
-/// record borrows what the value owns.
+/// record borrows what the value owns. A LayerSource must have been asked for its picture before.
 void write_value(const Control& control, const Value& value, PF_ParamDef& record);
 
 }  // namespace flumo::host

@@ -1,0 +1,57 @@
+// One frame on its way through the effect: where its rectangles lie and which worlds belong to it.
+#pragma once
+
+#include <list>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "effect_api/smart.h"
+#include "host/instance.h"
+
+namespace flumo::host {
+
+/// A layer that pre-render asked for under a number of the effect's choice.
+struct LayerOrder {
+    A_long checkout_id = 0;
+    PF_EffectWorld record{};
+    /// Owns the pixels of a layer control's picture.
+    Layer layer{};
+    int times_out = 0;
+};
+
+struct FrameState {
+    const FrameRequest& request;
+    /// The whole frame and the part asked for, in layer pixels at the current resolution.
+    PF_LRect frame_rect{};
+    PF_LRect request_rect{};
+    Layer input{};
+    /// The whole input layer.
+    PF_EffectWorld input_record{};
+    std::vector<LayerOrder> orders{};
+    World* output = nullptr;
+};
+
+/// Throws std::invalid_argument for a request that makes no sense.
+FrameState begin_frame(const FrameRequest& request, InputLayers& input_layers);
+
+/// The frame at a time of `time` / `time_scale` seconds.
+double frame_of_time(const FrameRate& rate, A_long time, A_u_long time_scale);
+
+PF_LRect intersection(const PF_LRect& a, const PF_LRect& b);
+bool is_empty(const PF_LRect& rect);
+/// The part of a world that `rect` covers, as a record on the same pixels. `rect` lies inside the world
+/// or is empty.
+PF_EffectWorld part_of(const PF_EffectWorld& world, const PF_LRect& rect);
+
+/// Transparent input layers, kept because every frame needs one and nobody writes to it. Thread-safe.
+class InputLayers {
+  public:
+    Layer transparent(int width, int height, Depth depth, int row_padding);
+
+  private:
+    std::mutex mutex_;
+    std::list<Layer> recent_;
+};
+
+}  // namespace flumo::host

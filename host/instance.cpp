@@ -1,0 +1,209 @@
+#include "host/instance.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+#include "host/call.h"
+
+namespace flumo::host {
+
+namespace {
+
+/// Rate at which an instance's own commands, such as events, count time.
+constexpr int kPanelFrameRate = 25;
+
+Value default_value(Host& host, const Control& control) {
+    if (control.is_number()) return control.default_value;
+    if (control.kind == ControlKind::kArbitrary) return Arbitrary(ArbitraryValue::default_of(host, control));
+    return Layer{};
+}
+
+void throw_on_error(PF_Cmd command, const Outcome& outcome) {
+    if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
+}
+
+std::vector<std::byte> handle_bytes(HandleTable& handles, PF_Handle handle) {
+    if (!handles.lives(handle)) return {};
+    const auto* first = static_cast<const std::byte*>(*handle);
+    return {first, first + handles.size(handle)};
+}
+
+}  // namespace
+
+Instance::Instance(Host& host) : host_(host) {
+    throw_on_error(PF_Cmd_SEQUENCE_SETUP, send_sequence(PF_Cmd_SEQUENCE_SETUP));
+    try {
+        for (const Control& control : host_.controls())
+            tracks_.emplace_back(default_value(host_, control));
+    } catch (...) {
+        send_sequence(PF_Cmd_SEQUENCE_SETDOWN);
+        throw;
+    }
+}
+
+Instance::~Instance() {
+    tracks_.clear();
+    send_sequence(PF_Cmd_SEQUENCE_SETDOWN);
+}
+
+Track& Instance::track_of(int index) {
+    const Control& control = host_.control(index);
+    if (!control.has_value()) throw std::out_of_range("control " + std::to_string(index) + " has no value");
+    return tracks_[static_cast<std::size_t>(index) - 1];
+}
+
+const Track& Instance::track(int index) const {
+    return const_cast<Instance*>(this)->track_of(index);
+}
+
+void Instance::set(int index, Value value) {
+    Track& track = track_of(index);
+    check_value(host_.control(index), value);
+    track = Track(std::move(value));
+}
+
+void Instance::set_keyframes(int index, std::vector<Keyframe> keyframes) {
+    Track& track = track_of(index);
+    const Control& control = host_.control(index);
+    if (!control.can_vary) {
+        throw std::invalid_argument("control " + std::to_string(index) + " \"" + control.name +
+                                    "\" cannot have keyframes");
+    }
+    for (const Keyframe& keyframe : keyframes)
+        check_value(control, keyframe.value);
+    track = Track(std::move(keyframes));
+}
+
+Value Instance::value_at(int index, double frame) const {
+    return track(index).at(frame, host_.control(index).kind);
+}
+
+PF_InData Instance::new_in_data() const {
+    PF_InData in_data = host_.new_in_data();
+    in_data.sequence_data = sequence_data_;
+    in_data.time_scale = kPanelFrameRate;
+    return in_data;
+}
+
+Outcome Instance::send_sequence(PF_Cmd command) {
+    Call call(host_, this);
+    PF_InData in_data = new_in_data();
+    PF_OutData out_data{};
+    out_data.global_data = in_data.global_data;
+    out_data.sequence_data = sequence_data_;
+    return host_.run(call, command, in_data, out_data, nullptr, nullptr);
+}
+
+std::vector<std::byte> Instance::flatten() {
+    const Outcome outcome = send_sequence(PF_Cmd_SEQUENCE_FLATTEN);
+    throw_on_error(PF_Cmd_SEQUENCE_FLATTEN, outcome);
+    sequence_data_ = outcome.out.sequence_data;
+    return handle_bytes(host_.handles(), sequence_data_);
+}
+
+void Instance::resetup() {
+    const Outcome outcome = send_sequence(PF_Cmd_SEQUENCE_RESETUP);
+    throw_on_error(PF_Cmd_SEQUENCE_RESETUP, outcome);
+    const PF_Handle stored = std::exchange(sequence_data_, outcome.out.sequence_data);
+    // The stored form belongs to the host once the effect has made live data of it.
+    if (stored && stored != sequence_data_) host_.handles().dispose(stored);
+}
+
+void Instance::resetup(std::span<const std::byte> stored) {
+    throw_on_error(PF_Cmd_SEQUENCE_SETDOWN, send_sequence(PF_Cmd_SEQUENCE_SETDOWN));
+    sequence_data_ = host_.handles().create(stored.size());
+    if (!sequence_data_) throw std::bad_alloc();
+    if (!stored.empty()) std::memcpy(*sequence_data_, stored.data(), stored.size());
+    resetup();
+}
+
+std::vector<std::byte> Instance::flattened_copy() {
+    const Outcome outcome = send_sequence(PF_Cmd_GET_FLATTENED_SEQUENCE_DATA);
+    throw_on_error(PF_Cmd_GET_FLATTENED_SEQUENCE_DATA, outcome);
+    const PF_Handle copy = outcome.out.sequence_data;
+    if (copy == sequence_data_) return {};
+    std::vector<std::byte> bytes = handle_bytes(host_.handles(), copy);
+    host_.handles().dispose(copy);
+    return bytes;
+}
+
+std::unique_ptr<Instance> Instance::duplicate() {
+    auto twin = host_.new_instance();
+    const std::vector<std::byte> stored = flattened_copy();
+    if (!stored.empty()) twin->resetup(stored);
+    for (std::size_t i = 0; i < tracks_.size(); ++i) {
+        std::vector<Keyframe> keyframes = tracks_[i].keyframes();
+        for (Keyframe& keyframe : keyframes) {
+            if (const auto* value = std::get_if<Arbitrary>(&keyframe.value))
+                keyframe.value = (*value)->copy();
+        }
+        twin->tracks_[i] = Track(std::move(keyframes));
+    }
+    return twin;
+}
+
+void Instance::user_changed_param(int index) {
+    // The command's record has one member, the control's index.
+    PF_ParamIndex changed = host_.control(index).index;
+    throw_on_error(PF_Cmd_USER_CHANGED_PARAM, send(PF_Cmd_USER_CHANGED_PARAM, &changed));
+}
+
+std::vector<PF_ParamDef> Instance::params_at(double frame, std::vector<Value>& values) const {
+    std::vector<PF_ParamDef> params(host_.controls().size() + 1);
+    params[0].param_type = PF_Param_LAYER;
+    values.assign(params.size(), 0.0);
+    for (const Control& control : host_.controls()) {
+        const auto i = static_cast<std::size_t>(control.index);
+        params[i] = control.definition;
+        if (!control.has_value()) continue;
+        values[i] = tracks_[i - 1].at(frame, control.kind);
+        if (const auto* source = std::get_if<LayerSource>(&values[i])) values[i] = (*source)(frame);
+        write_value(control, values[i], params[i]);
+    }
+    return params;
+}
+
+Outcome Instance::send_with_params(PF_Cmd command, void* extra, SuiteProvider* suites, double frame,
+                                   std::vector<PF_ParamDef>& params) {
+    std::vector<PF_ParamDef*> pointers;
+    for (PF_ParamDef& param : params)
+        pointers.push_back(&param);
+    Call call(host_, this, suites);
+    PF_InData in_data = new_in_data();
+    in_data.current_time = static_cast<A_long>(std::lround(frame));
+    PF_OutData out_data{};
+    out_data.global_data = in_data.global_data;
+    out_data.sequence_data = sequence_data_;
+    return host_.run(call, command, in_data, out_data, pointers.data(), extra);
+}
+
+Outcome Instance::send(PF_Cmd command, void* extra, SuiteProvider* suites, double frame) {
+    std::vector<Value> values;
+    std::vector<PF_ParamDef> params = params_at(frame, values);
+    return send_with_params(command, extra, suites, frame, params);
+}
+
+Outcome Instance::send_event(PF_EventExtra& event, SuiteProvider* suites, double frame, bool& changed) {
+    const int index = event.effect_win.index;
+    std::vector<Value> values;
+    std::vector<PF_ParamDef> params = params_at(frame, values);
+    PF_ParamDef& param = params.at(static_cast<std::size_t>(index));
+    if (param.param_type == PF_Param_ARBITRARY_DATA) {
+        // The effect edits in place, and values may be shared: it gets a copy, kept if it says so.
+        const Housekeeping uncounted(host_);
+        Value& value = values[static_cast<std::size_t>(index)];
+        value = Arbitrary(std::get<Arbitrary>(value)->copy());
+        write_value(host_.control(index), value, param);
+    }
+    param.uu.change_flags = PF_ChangeFlag_NONE;
+    const Outcome outcome = send_with_params(PF_Cmd_EVENT, &event, suites, frame, params);
+    changed = (param.uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) != 0;
+    const Housekeeping uncounted(host_);
+    if (changed && index > 0) track_of(index).put(frame, values[static_cast<std::size_t>(index)]);
+    values.clear();
+    return outcome;
+}
+
+}  // namespace flumo::host

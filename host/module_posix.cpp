@@ -1,0 +1,21 @@
+#include <dlfcn.h>
+
+#include "host/module_library.h"
+
+namespace flumo::host {
+
+Module::Library::Library(const std::filesystem::path& path) {
+    // An absolute path keeps the loader from searching its own folders.
+    handle_ = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle_) throw ModuleError(path.string() + ": not a loadable module: " + dlerror());
+}
+
+Module::Library::~Library() {
+    dlclose(handle_);
+}
+
+void* Module::Library::symbol(const char* name) const {
+    return dlsym(handle_, name);
+}
+
+}  // namespace flumo::host

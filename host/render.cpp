@@ -1,0 +1,138 @@
+// Frames: pre-render, the worlds, render.
+#include "host/call.h"
+#include "host/callbacks/tables.h"
+#include "host/frame.h"
+#include "host/instance.h"
+
+namespace flumo::host {
+
+namespace {
+
+PF_RenderRequest render_request(const FrameState& state) {
+    PF_RenderRequest request{};
+    request.rect = state.request_rect;
+    request.channel_mask = PF_ChannelMask_ARGB;
+    return request;
+}
+
+void write_time_and_place(const FrameState& state, PF_InData& in_data) {
+    const FrameRequest& request = state.request;
+    in_data.time_scale = static_cast<A_u_long>(request.rate.num);
+    in_data.time_step = in_data.local_time_step = request.rate.den;
+    in_data.current_time = request.frame * request.rate.den;
+    in_data.total_time = in_data.current_time + in_data.time_step;
+    in_data.width = request.width;
+    in_data.height = request.height;
+    in_data.downsample_x = request.downsample_x;
+    in_data.downsample_y = request.downsample_y;
+    in_data.extent_hint = state.request_rect;
+}
+
+/// Gives back the pre-render data of a frame at the end of it.
+struct PreRenderData {
+    void* data = nullptr;
+    PF_DeletePreRenderDataFunc free_data = nullptr;
+    ~PreRenderData() {
+        if (free_data) free_data(data);
+    }
+};
+
+void throw_on_error(PF_Cmd command, const Outcome& outcome, const Call& call) {
+    if (call.problem) std::rethrow_exception(call.problem);
+    if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
+}
+
+/// The road of one frame, from its request to the world.
+class FrameRun {
+  public:
+    FrameRun(Instance& instance, const FrameRequest& request, PF_InData in_data)
+        : instance_(instance),
+          state_(begin_frame(request, instance.host().input_layers())),
+          in_data_(in_data) {
+        write_time_and_place(state_, in_data_);
+    }
+
+    PF_PreRenderOutput pre_render() {
+        PF_PreRenderInput input{};
+        input.output_request = render_request(state_);
+        input.bitdepth = static_cast<short>(state_.request.depth);
+        PF_PreRenderOutput output{};
+        PF_PreRenderCallbacks callbacks = pre_render_callbacks();
+        PF_PreRenderExtra extra{&input, &output, &callbacks};
+        send(PF_Cmd_SMART_PRE_RENDER, &extra);
+        data_ = {output.pre_render_data, output.delete_pre_render_data_func};
+        return output;
+    }
+
+    void render(World& output) {
+        PF_SmartRenderInput input{};
+        input.output_request = render_request(state_);
+        input.bitdepth = static_cast<short>(state_.request.depth);
+        input.pre_render_data = data_.data;
+        PF_SmartRenderCallbacks callbacks = smart_render_callbacks();
+        PF_SmartRenderExtra extra{&input, &callbacks};
+        state_.output = &output;
+        send(PF_Cmd_SMART_RENDER, &extra);
+    }
+
+  private:
+    void send(PF_Cmd command, void* extra) {
+        Call call(instance_.host(), &instance_);
+        call.frame = &state_;
+        call.params.reserve(instance_.host().controls().size());
+        PF_OutData out_data{};
+        out_data.global_data = in_data_.global_data;
+        out_data.sequence_data = in_data_.sequence_data;
+        throw_on_error(command, instance_.host().run(call, command, in_data_, out_data, nullptr, extra),
+                       call);
+    }
+
+    Instance& instance_;
+    FrameState state_;
+    PF_InData in_data_;
+    PreRenderData data_;
+};
+
+void judge_plan(Host& host, const PF_PreRenderOutput& plan) {
+    const PF_LRect inside = intersection(plan.result_rect, plan.max_result_rect);
+    const bool fits = inside.left == plan.result_rect.left && inside.right == plan.result_rect.right &&
+                      inside.top == plan.result_rect.top && inside.bottom == plan.result_rect.bottom;
+    if (!is_empty(plan.result_rect) && !fits) {
+        host.accounting().misuse("announced a result that reaches beyond its largest result");
+    }
+}
+
+WorldShape output_shape(const FrameRequest& request, const PF_LRect& result) {
+    const PF_LRect rect = request.output_rect.value_or(result);
+    WorldShape shape{.depth = request.depth, .row_padding = request.row_padding};
+    if (is_empty(rect)) return shape;
+    shape.width = rect.right - rect.left;
+    shape.height = rect.bottom - rect.top;
+    shape.origin_x = rect.left;
+    shape.origin_y = rect.top;
+    return shape;
+}
+
+}  // namespace
+
+World Instance::render(const FrameRequest& request) {
+    World output;
+    render(request, output);
+    return output;
+}
+
+void Instance::render(const FrameRequest& request, World& output) {
+    FrameRun run(*this, request, new_in_data());
+    const PF_PreRenderOutput plan = run.pre_render();
+    judge_plan(host_, plan);
+    output.reshape(output_shape(request, plan.result_rect));
+    if (!is_empty(plan.result_rect)) run.render(output);
+}
+
+FramePlan Instance::plan(const FrameRequest& request) {
+    FrameRun run(*this, request, new_in_data());
+    const PF_PreRenderOutput plan = run.pre_render();
+    return {plan.result_rect, plan.max_result_rect};
+}
+
+}  // namespace flumo::host

@@ -68,6 +68,13 @@ class SpawnSettings {
     posix_spawnattr_t attributes;
 };
 
+int wait_for(pid_t child) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
 }  // namespace
 
 std::optional<ChildResult> run_child(const std::vector<std::string>& arguments) {
@@ -83,11 +90,8 @@ std::optional<ChildResult> run_child(const std::vector<std::string>& arguments) 
     if (posix_spawnp(&child, argv[0], &settings.actions, &settings.attributes, argv.data(), environ) != 0) {
         return std::nullopt;
     }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    const bool succeeded = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    return ChildResult{succeeded, output.contents<std::vector<uint8_t>>(), errors.contents<std::string>()};
+    const int status = wait_for(child);
+    return ChildResult{status, output.contents<std::vector<uint8_t>>(), errors.contents<std::string>()};
 }
 
 }  // namespace flumo::cli

@@ -9,7 +9,7 @@
 namespace flumo::cli {
 
 struct ChildResult {
-    bool succeeded = false;       ///< ended by itself with status 0
+    int status = 0;               ///< its exit status, 128 + N when signal N ended it
     std::vector<uint8_t> output;  ///< all of its standard output
     std::string errors;           ///< all of its standard error
 };

@@ -93,7 +93,8 @@ std::string info_as_text(Session& session, const std::string& printed) {
          << "out flags          " << identity.flags << ": " << join(out_flag_names(identity.flags)) << "\n"
          << "out flags 2        " << identity.flags2 << ": " << join(out_flag2_names(identity.flags2))
          << "\n";
-    for (const auto& [name, value] : driver_of(printed).items()) {
+    const ordered_json driver = driver_of(printed);
+    for (const auto& [name, value] : driver.items()) {
         text << "OpenGL " << name << std::string(12 - std::min<size_t>(name.size(), 11), ' ')
              << value.get<std::string>() << "\n";
     }

@@ -30,7 +30,7 @@ Picture read_with_ffmpeg(const std::filesystem::path& path) {
         throw std::runtime_error(
             "it is neither PNG nor OpenEXR, and ffmpeg, which reads the rest, is not installed");
     }
-    if (!result->succeeded || result->output.empty()) throw std::runtime_error(reason_of(result->errors));
+    if (result->status != 0 || result->output.empty()) throw std::runtime_error(reason_of(result->errors));
     return decode_png(result->output);
 }
 

@@ -94,20 +94,61 @@ TEST(PictureFile, IntegerDepthsConvertWithoutLoss) {
     EXPECT_EQ(std::get<std::vector<uint16_t>>(to_16_bit(bytes).samples)[3], 3 * 257);
 }
 
-// Grey, palette, low depths, transparency by colour: whatever ffmpeg makes, RGBA comes out.
-TEST(PictureFile, ReadsPngsOfAllKinds) {
+// 5 x 1, palette of three colours at 2 bits, the first two of them (partly) transparent: 0 1 2 0 1.
+constexpr uint8_t kPalettePng[] = {
+    0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44,
+    0x52, 0x00, 0x00, 0x00, 0x05, 0x00, 0x00, 0x00, 0x01, 0x02, 0x03, 0x00, 0x00, 0x00, 0x6b,
+    0x90, 0x8c, 0x60, 0x00, 0x00, 0x00, 0x09, 0x50, 0x4c, 0x54, 0x45, 0x0a, 0x14, 0x1e, 0x28,
+    0x32, 0x3c, 0x46, 0x50, 0x5a, 0x16, 0xac, 0x84, 0x74, 0x00, 0x00, 0x00, 0x02, 0x74, 0x52,
+    0x4e, 0x53, 0x00, 0x80, 0x9b, 0x2b, 0x4e, 0x18, 0x00, 0x00, 0x00, 0x0b, 0x49, 0x44, 0x41,
+    0x54, 0x78, 0xda, 0x63, 0x90, 0x70, 0x00, 0x00, 0x00, 0x73, 0x00, 0x59, 0x82, 0xfd, 0x74,
+    0x96, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82};
+// 9 x 1, one bit of grey: 1 0 1 0 0 0 0 0 1.
+constexpr uint8_t kOneBitPng[] = {
+    0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44, 0x52, 0x00,
+    0x00, 0x00, 0x09, 0x00, 0x00, 0x00, 0x01, 0x01, 0x00, 0x00, 0x00, 0x00, 0x24, 0xb9, 0xb9, 0xd0, 0x00,
+    0x00, 0x00, 0x0b, 0x49, 0x44, 0x41, 0x54, 0x78, 0xda, 0x63, 0x58, 0xd0, 0x00, 0x00, 0x01, 0xc3, 0x01,
+    0x21, 0x56, 0x32, 0xaa, 0x40, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82};
+
+TEST(PictureFile, ReadsPngsOfFewBits) {
+    EXPECT_EQ(std::get<std::vector<uint8_t>>(decode_png(kPalettePng).samples),
+              (std::vector<uint8_t>{10, 20,  30, 0,  40, 50, 60, 128, 70, 80,
+                                    90, 255, 10, 20, 30, 0,  40, 50,  60, 128}));
+    const auto grey = std::get<std::vector<uint8_t>>(decode_png(kOneBitPng).samples);
+    ASSERT_EQ(grey.size(), 9u * 4);
+    for (size_t i = 0; i < grey.size(); ++i) {
+        const bool is_white = i % 4 == 3 || i / 4 == 0 || i / 4 == 2 || i / 4 == 8;
+        EXPECT_EQ(grey[i], is_white ? 255 : 0) << i;
+    }
+}
+
+void convert_with_ffmpeg(const std::vector<std::string>& arguments) {
+    std::vector<std::string> command = {"ffmpeg", "-y", "-v", "error"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    const auto result = run_child(command);
+    ASSERT_TRUE(result && result->status == 0) << result->errors;
+}
+
+TEST(PictureFile, ReadsPngsOfAllChannels) {
     const ScratchFolder folder;
-    for (const char* format : {"monob", "gray", "gray16be", "ya8", "pal8", "rgb24", "rgb48be", "rgba64be"}) {
-        const std::string path = folder / "kind.png";
-        const auto made = run_child({"ffmpeg", "-y", "-v", "error", "-f", "lavfi", "-i", "color=white:s=6x4",
-                                     "-frames:v", "1", "-pix_fmt", format, path});
-        ASSERT_TRUE(made && made->succeeded) << format << made->errors;
-        const Picture picture = to_8_bit(read_picture(path));
+    for (const char* format : {"gray", "gray16be", "ya8", "rgb24", "rgb48be", "rgba64be"}) {
+        convert_with_ffmpeg({"-f", "lavfi", "-i", "color=white:s=6x4", "-frames:v", "1", "-pix_fmt", format,
+                             folder / "kind.png"});
+        const Picture picture = to_8_bit(read_picture(folder / "kind.png"));
         EXPECT_EQ(picture.width, 6u) << format;
         // ffmpeg's white is up to two steps short where it comes from YUV.
         EXPECT_THAT(std::get<std::vector<uint8_t>>(picture.samples), AllOf(SizeIs(6 * 4 * 4), Each(Ge(253))))
             << format;
     }
+}
+
+TEST(PictureFile, ReadsInterlacedPngs) {
+    const ScratchFolder folder;
+    const Picture picture = noise_picture<uint16_t>(13, 11);
+    write_png(folder / "a.png", picture);
+    convert_with_ffmpeg({"-i", folder / "a.png", "-flags", "+ildct", folder / "b.png"});
+    EXPECT_EQ(read_file(folder / "b.png")[28], 1) << "not interlaced";
+    EXPECT_TRUE(read_picture(folder / "b.png").samples == picture.samples);
 }
 
 TEST(PictureFile, ReadsOtherFormatsThroughFfmpeg) {
@@ -118,8 +159,7 @@ TEST(PictureFile, ReadsOtherFormatsThroughFfmpeg) {
         samples[alpha] = 255;
     write_png(folder / "a.png", opaque);
     const std::string path = folder / "-a: b.bmp";
-    const auto made = run_child({"ffmpeg", "-v", "error", "-i", folder / "a.png", "-pix_fmt", "bgr24", path});
-    ASSERT_TRUE(made && made->succeeded) << made->errors;
+    convert_with_ffmpeg({"-i", folder / "a.png", "-pix_fmt", "bgr24", path});
     EXPECT_TRUE(read_picture(path).samples == opaque.samples);
 }
 

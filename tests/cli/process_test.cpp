@@ -1,0 +1,326 @@
+// The program as a process: what scripts and people meet.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "cli/child_process.h"
+#include "cli/exr_file.h"
+#include "cli/picture_file.h"
+#include "cli/png_file.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace flumo::cli {
+namespace {
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+struct Said {
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+Said run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), FLUMO_PROGRAM);
+    const auto result = run_child(arguments);
+    if (!result) throw std::runtime_error("cannot start " FLUMO_PROGRAM);
+    return {result->status, {result->output.begin(), result->output.end()}, result->errors};
+}
+
+// A small frame into a scratch folder, and more arguments.
+class FlumoProcess : public testing::Test {
+  protected:
+    Said render(const std::string& output, const std::vector<std::string>& more = {}) {
+        std::vector<std::string> arguments = {"render", "--size", "64x36", "-o", folder_ / output};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return run(arguments);
+    }
+
+    Picture rendered(const std::vector<std::string>& more = {}) {
+        const Said said = render("frame.png", more);
+        EXPECT_EQ(said.status, 0) << said.errors;
+        EXPECT_EQ(said.output, "");
+        return read_picture(folder_ / "frame.png");
+    }
+
+    void write(const std::string& name, const std::string& text) { std::ofstream(folder_ / name) << text; }
+
+    ScratchFolder folder_;
+};
+
+bool is_one_line(const std::string& text) {
+    return std::ranges::count(text, '\n') == 1 && text.ends_with('\n') && text.starts_with("flumo: ");
+}
+
+TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
+    write("text.txt", "not a picture, not a module, not a scene\n");
+    write("wrong.json", R"({"controls": {"NoiseType": [{"frame": 0, "value": 1}]}})");
+    const std::string text = folder_ / "text.txt";
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        const char* expected;
+    } cases[] = {
+        {{"--set", "NoiseContrst=5"}, 2, "unknown control \"NoiseContrst\"; did you mean NoiseContrast?"},
+        {{"--set", "NoiseGroupEnd=5"}, 2, "group mark"},
+        {{"--set", "Scale"}, 2, "--set \"Scale\": expected Id=value"},
+        {{"--set", "Scale=wide"}, 2, "--set Scale: \"wide\": expected a number -1000000 to 1000000"},
+        {{"--set", "Scale=1000001"}, 2, "--set Scale: 1000001: expected a number -1000000 to 1000000"},
+        {{"--set", "LinesCount=0"}, 2, "expected a whole number 1 to 1000"},
+        {{"--set", "NoiseType=Perlin"}, 2, "expected one of Fluid, Voronoi, Smoke, Worley"},
+        {{"--set", "ColorizeMode=Refraction From Layer"},
+         2,
+         "Gradient, Gradient From Layer, Reflection From Layer,"},
+        {{"--set", "LinesVisible=maybe"}, 2, "expected on or off"},
+        {{"--gradient", "Gradient=0:red"}, 2, "--gradient Gradient: gradient: colour \"red\""},
+        {{"--gradient", "Scale=5"}, 2, "--gradient Scale: this control is no gradient"},
+        {{"--gradient", "Gradient=@" + text + "x"}, 3, "text.txtx"},
+        {{"--layer1", text}, 3, "cannot read picture \""},
+        {{"--layer3", text + "x"}, 3, "No such file"},
+        {{"--size", "0x36"}, 2, "width and height must be 1 to 30000"},
+        {{"--size", "64"}, 2, "expected WIDTHxHEIGHT"},
+        {{"--depth", "12"}, 2, "expected 8, 16 or 32"},
+        {{"--frames", "9-1"}, 2, "reversed"},
+        {{"--frames", "1-2"}, 2, "2 frames need a place for the number"},
+        {{"--scene", text}, 3, "text.txt: line 1"},
+        {{"--scene", folder_ / "wrong.json"}, 2, "wrong.json: controls.NoiseType: this control cannot vary"},
+        {{"--module", text}, 3, "text.txt"},
+        {{"--module", text + "x"}, 3, "text.txtx"},
+        {{"--module", FLUMO_PROGRAM}, 3, "flumo"},
+        {{"--sise", "64x36"}, 2, "--sise"},
+    };
+    for (const auto& row : cases) {
+        const Said said = render("frame.png", row.arguments);
+        EXPECT_EQ(said.status, row.status) << said.errors;
+        EXPECT_THAT(said.errors, HasSubstr(row.expected));
+        EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+        EXPECT_EQ(said.output, "");
+    }
+    EXPECT_EQ(folder_.file_count(), 2u);
+}
+
+TEST_F(FlumoProcess, TellsOutputThatCannotBeWrittenBeforeTheWork) {
+    std::filesystem::create_directory(folder_ / "taken.png");
+    write("file", "");
+    for (const char* output : {"none/a.png", "file/a.png", "taken.png"}) {
+        const Said said = render(output);
+        EXPECT_EQ(said.status, 5) << said.errors;
+        EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+        EXPECT_THAT(said.errors, HasSubstr(output));
+    }
+    EXPECT_EQ(run({"render", "-o", "/proc/flumo.png"}).status, 5);
+    EXPECT_EQ(render("frame.jpg").status, 2);
+    EXPECT_EQ(folder_.file_count(), 2u);
+}
+
+TEST_F(FlumoProcess, TellsThatThereIsNoOpenGl) {
+    setenv("LIBGL_DRIVERS_PATH", "/nonexistent", 1);
+    setenv("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent", 1);
+    const Said said = render("frame.png");
+    unsetenv("LIBGL_DRIVERS_PATH");
+    unsetenv("__EGL_VENDOR_LIBRARY_FILENAMES");
+    EXPECT_EQ(said.status, 4) << said.errors;
+    EXPECT_THAT(said.errors, HasSubstr("no usable OpenGL"));
+    EXPECT_EQ(folder_.file_count(), 0u);
+}
+
+TEST_F(FlumoProcess, TellsThatAFrameFailed) {
+    // A doubled side beyond what any driver's textures reach today.
+    const Said said = run({"render", "--size", "30000x1", "-o", folder_ / "wide.png"});
+    EXPECT_EQ(said.status, 1) << said.errors;
+    EXPECT_THAT(said.errors, StartsWith("flumo: frame 0: "));
+    EXPECT_EQ(folder_.file_count(), 0u);
+}
+
+TEST_F(FlumoProcess, UsageWithoutCommandOrOutput) {
+    EXPECT_EQ(run({}).status, 2);
+    EXPECT_EQ(run({"paint"}).status, 2);
+    EXPECT_EQ(run({"render"}).status, 2);
+    const Said help = run({"render", "--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.errors, "");
+    for (const char* part : {"--gradient", "--layer3", "1920x1080", "Examples:", "Exit status"}) {
+        EXPECT_THAT(help.output, HasSubstr(part));
+    }
+}
+
+TEST_F(FlumoProcess, StandardOutputThatIsFullIsAnError) {
+    const auto result = run_child({"sh", "-c", FLUMO_PROGRAM " controls > /dev/full"});
+    EXPECT_EQ(result->status, 5) << result->errors;
+}
+
+json parsed(const Said& said) {
+    EXPECT_EQ(said.status, 0) << said.errors;
+    EXPECT_EQ(said.errors, "");
+    return json::parse(said.output);
+}
+
+TEST_F(FlumoProcess, ListsTheControls) {
+    const json controls = parsed(run({"controls", "--json"}));
+    ASSERT_THAT(controls, SizeIs(86));
+    const json expected[] = {
+        {{"index", 2},
+         {"id", "NoiseType"},
+         {"diskId", 24},
+         {"name", "Noise Type"},
+         {"kind", "popup"},
+         {"group", {"Base Noise"}},
+         {"default", 1.0},
+         {"range", {1.0, 5.0}},
+         {"choices", {"Fluid", "Voronoi", "Smoke", "Worley"}},
+         {"keyframes", false}},
+        {{"index", 43},
+         {"id", "ReflectionScale"},
+         {"diskId", 57},
+         {"name", "Reflection Scale"},
+         {"kind", "float slider"},
+         {"group", {"Colorize Noise"}},
+         {"default", 1.4},
+         {"range", {0.0, 100000.0}},
+         {"slider", {0.0, 1.0}},
+         {"percent", false},
+         {"keyframes", true}},
+        {{"index", 71},
+         {"id", "LinesAlphaNoiseEvolution"},
+         {"diskId", 85},
+         {"name", "Alpha Noise Evolution"},
+         {"kind", "angle"},
+         {"group", {"Lines", "Lines Alpha Noise"}},
+         {"default", 0.0},
+         {"keyframes", true}},
+    };
+    for (const json& control : expected)
+        EXPECT_EQ(controls[control["index"].get<size_t>() - 1], control);
+    EXPECT_EQ(controls[25]["default"], "Gradient t 0 sin  r 0 g 0 b 0 a 1 t 1 sin  r 1 g 1 b 1 a 1");
+
+    const Said text = run({"controls"});
+    EXPECT_EQ(text.status, 0);
+    EXPECT_THAT(text.output, StartsWith("Index"));
+    EXPECT_EQ(std::ranges::count(text.output, '\n'), 87);
+    EXPECT_THAT(text.output, Not(HasSubstr("OpenGL")));
+}
+
+TEST_F(FlumoProcess, ShowsIdentityFlagsAndDriver) {
+    const json info = parsed(run({"info", "--json"}));
+    EXPECT_EQ(info["matchName"], "Velbrand Flumo");
+    EXPECT_EQ(info["version"], 566784);
+    EXPECT_EQ(info["versionText"], "1.1.4 release build 0");
+    EXPECT_EQ(info["interfaceVersion"], "13.27");
+    EXPECT_EQ(info["outFlags"]["value"], 33588336);
+    EXPECT_THAT(info["outFlags"]["names"],
+                AllOf(SizeIs(6), Contains("CUSTOM_UI"), Contains("DEEP_COLOR_AWARE")));
+    EXPECT_THAT(info["outFlags2"]["names"], AllOf(SizeIs(4), Contains("SUPPORTS_THREADED_RENDERING")));
+    for (const char* key : {"version", "vendor", "renderer", "revision"}) {
+        EXPECT_FALSE(info["openGl"].at(key).get<std::string>().empty()) << key;
+    }
+    const Said text = run({"info"});
+    EXPECT_THAT(text.output,
+                AllOf(StartsWith("name"), HasSubstr(info["openGl"]["renderer"].get<std::string>())));
+}
+
+TEST_F(FlumoProcess, ControlsChangeThePicture) {
+    const Picture plain = rendered();
+    EXPECT_EQ(plain.width, 64u);
+    EXPECT_EQ(plain.height, 36u);
+    const std::vector<std::string> changes[] = {{"--set", "NoiseType=voronoi"},
+                                                {"--set", "Evolution=90"},
+                                                {"--gradient", "Gradient=0:#f00,1:#00f"},
+                                                {"--set", "LinesVisible=on"}};
+    for (const auto& change : changes)
+        EXPECT_FALSE(rendered(change).samples == plain.samples) << change[1];
+    EXPECT_TRUE(rendered({"--set", "NoiseType=2"}).samples ==
+                rendered({"--set", "NoiseType=Voronoi"}).samples);
+    EXPECT_TRUE(rendered({"--set", "Scale=30", "--set", "Scale=100"}).samples == plain.samples);
+}
+
+TEST_F(FlumoProcess, LayersReachTheEffect) {
+    write_png(folder_ / "black.png", {1, 1, std::vector<uint8_t>{0, 0, 0, 255}});
+    write_png(folder_ / "white.png", {1, 1, std::vector<uint16_t>{65535, 65535, 65535, 65535}});
+    const std::vector<std::string> colours = {"--gradient", "Gradient=0:#f00,1:#00f", "--set",
+                                              "NoiseContrast=100"};
+    const auto with_layer = [&](const std::string& option, const std::string& file,
+                                const std::string& depth) {
+        std::vector<std::string> arguments = colours;
+        arguments.insert(arguments.end(), {option, folder_ / file, "--depth", depth});
+        return std::get<std::vector<uint16_t>>(to_16_bit(rendered(arguments)).samples);
+    };
+    const auto plain = std::get<std::vector<uint16_t>>(to_16_bit(rendered(colours)).samples);
+    for (const char* depth : {"8", "16", "32"}) {
+        // Times black the field is 0 everywhere: the first stop's red.
+        const auto black = with_layer("--layer1", "black.png", depth);
+        for (size_t i = 0; i < black.size(); i += 4)
+            ASSERT_TRUE(black[i] == 65535 && black[i + 2] == 0) << depth;
+        // Plus white it is beyond the last stop: blue.
+        const auto white = with_layer("--layer2", "white.png", depth);
+        for (size_t i = 0; i < white.size(); i += 4)
+            ASSERT_TRUE(white[i] == 0 && white[i + 2] == 65535) << depth;
+    }
+    EXPECT_EQ(with_layer("--layer1", "white.png", "8"), plain);
+}
+
+TEST_F(FlumoProcess, SceneAndOptionsMakeTheSamePicture) {
+    write("look.json", R"({"size": "64x36", "frames": 3, "controls": {
+        "NoiseType": "Smoke", "Scale": 40, "Evolution": [{"frame": 0, "value": 0}, {"frame": 4, "value": 360}],
+        "Gradient": [{"frame": 1, "value": [{"at": 0, "color": "#000000"}, {"at": 1, "color": "#ff0000"}]},
+                     {"frame": 5, "value": [{"at": 0.5, "color": "#000000"}, {"at": 1, "color": "#0000ff"}]}]}})");
+    const std::string look = folder_ / "look.json";
+    const Said said = run({"render", "--scene", look, "-o", folder_ / "scene.png"});
+    ASSERT_EQ(said.status, 0) << said.errors;
+    const Picture scene = read_picture(folder_ / "scene.png");
+    const std::vector<std::string> same = {
+        "--set", "NoiseType=Smoke", "--set",      "Scale=40",
+        "--set", "Evolution=270",   "--gradient", "Gradient=0.25:#000,1:0.5/0/0.5"};
+    EXPECT_TRUE(rendered(same).samples == scene.samples);
+    EXPECT_TRUE(rendered({"--scene", look, "--frames", "3"}).samples == scene.samples);
+    EXPECT_FALSE(rendered({"--scene", look, "--frames", "4"}).samples == scene.samples);
+    EXPECT_FALSE(rendered({"--scene", look, "--set", "Evolution=0"}).samples == scene.samples);
+}
+
+TEST_F(FlumoProcess, WritesSequencesOfEveryFormat) {
+    const std::string evolving =
+        R"({"controls": {"Evolution": [{"frame": -1, "value": 0}, {"frame": 9, "value": 90}]}})";
+    write("look.json", evolving);
+    EXPECT_EQ(render("a.####.png", {"--frames", "-1-9x5", "--scene", folder_ / "look.json"}).status, 0);
+    EXPECT_EQ(render("b.%02d.exr", {"--frames", "-1-9x5", "--scene", folder_ / "look.json", "--depth", "32"})
+                  .status,
+              0);
+    for (const char* name :
+         {"a.-0001.png", "a.0004.png", "a.0009.png", "b.-01.exr", "b.04.exr", "b.09.exr"}) {
+        EXPECT_EQ(read_picture(folder_ / name).width, 64u) << name;
+    }
+    EXPECT_EQ(folder_.file_count(), 7u);
+    EXPECT_FALSE(read_picture(folder_ / "a.0004.png").samples ==
+                 read_picture(folder_ / "a.0009.png").samples);
+}
+
+TEST_F(FlumoProcess, ASignalEndsAfterAWholeFrame) {
+    for (const auto& [signal, status] : {std::pair("INT", 130), std::pair("TERM", 143)}) {
+        const std::string out = folder_ / signal;
+        std::filesystem::create_directory(out);
+        // Job control gives the child its own group, so that SIGINT is not ignored as in background jobs.
+        const std::string script = "set -m; " FLUMO_PROGRAM " render --size 64x36 --frames 1-9999 -o " + out +
+                                   "/####.png & pid=$!; while [ ! -e " + out +
+                                   "/0002.png ]; do sleep 0.02; done; kill -" + signal + " $pid; wait $pid";
+        const auto result = run_child({"bash", "-c", script});
+        EXPECT_EQ(result->status, status);
+        EXPECT_THAT(result->errors, HasSubstr("of 9999 frames"));
+        for (const auto& entry : std::filesystem::directory_iterator(out)) {
+            EXPECT_NO_THROW(read_picture(entry.path())) << entry.path();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace flumo::cli

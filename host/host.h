@@ -26,7 +26,7 @@
 
 namespace flumo::host {
 
-class Call;
+struct Call;
 class Instance;
 class SuiteProvider;
 class InputLayers;

@@ -72,7 +72,7 @@ TEST(NoiseWithLoop, WholeTurnsChangeNothing) {
             point[2] += 720;
         const auto after = GlslBench::shared().evaluate(kNoiseWithLoop, points);
         // The turns are divided away in single precision: the place in the cycle is known to 2e-7 of it.
-        Comparison comparison(std::string(kNames[type]) + ", two turns later", type == 3 ? 5e-3 : 2e-3);
+        Comparison comparison(std::string(kNames[type]) + ", two turns later", kTolerances[type]);
         for (size_t i = 0; i < points.size(); ++i) {
             comparison.add(after[i][0], before[i][0], [&] { return as_text(points[i]); });
         }

@@ -145,7 +145,7 @@ TEST(Isolines, IsolineIsTheDistanceInSlopes) {
                      n.between(0, 8)};
     });
     const auto got = GlslBench::shared().evaluate("vec4(isoline(a.x, a.y, a.z, a.w, b.x))", points);
-    Comparison comparison("isoline", 1e-3);  // a distance known to 3e-7, in slopes down to 0.001
+    Comparison comparison("isoline", 1e-4);  // a distance known to 1e-7, over slopes mostly above 0.01
     for (size_t i = 0; i < points.size(); ++i) {
         const auto [value, slope, ref, period, width] =
             std::to_array<double>({points[i][0], points[i][1], points[i][2], points[i][3], points[i][4]});

@@ -62,7 +62,6 @@ enum class Callback : uint8_t {
     kDrawbotFillPath,
     kDrawbotStrokePath,
     kDrawbotDrawImage,
-    kDrawbotOther,
     kNotOffered,
     kCount,
 };

@@ -33,7 +33,9 @@ std::vector<std::byte> handle_bytes(HandleTable& handles, PF_Handle handle) {
 }  // namespace
 
 Instance::Instance(Host& host) : host_(host) {
-    throw_on_error(PF_Cmd_SEQUENCE_SETUP, send_sequence(PF_Cmd_SEQUENCE_SETUP));
+    const Outcome outcome = send_sequence(PF_Cmd_SEQUENCE_SETUP);
+    throw_on_error(PF_Cmd_SEQUENCE_SETUP, outcome);
+    sequence_data_ = outcome.out.sequence_data;
     try {
         for (const Control& control : host_.controls())
             tracks_.emplace_back(default_value(host_, control));

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "effect_api/suites.h"
@@ -17,7 +16,7 @@
 
 namespace flumo::host {
 
-/// The byte order that the supplier prefers for images, or none at all.
+/// The byte order that the panel prefers and supports for images; with kNeither it supports none.
 enum class PixelLayout { kArgb, kBgra, kNeither };
 
 /// Answer of the colour picker: 0 and a colour, PF_Interrupt_CANCEL, or an error.
@@ -38,10 +37,13 @@ struct PanelOptions {
     PF_App_Color text{0xbfbf, 0xbfbf, 0xbfbf};
 };
 
+struct PanelState;
+
 /// For one thread. Objects that the effect makes are counted in the accounting of the calling host.
 class Panel : public SuiteProvider {
   public:
-    /// Throws std::invalid_argument for a size or scale that is not above 0.
+    /// Painted with the background colour. Throws std::invalid_argument for a size or scale that is not
+    /// above 0 or that Cairo cannot hold.
     explicit Panel(const PanelOptions& options);
     ~Panel() override;
 
@@ -61,12 +63,12 @@ class Panel : public SuiteProvider {
 
     const void* find_suite(std::string_view name, int version) override;
     DRAWBOT_DrawRef draw_ref() override;
+    /// For the suites.
+    PanelState& state() { return *state_; }
 
   private:
-    friend class PanelAccess;
-    class Surface;
     PanelOptions options_;
-    std::unique_ptr<Surface> surface_;
+    std::unique_ptr<PanelState> state_;
 };
 
 }  // namespace flumo::host

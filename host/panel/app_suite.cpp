@@ -1,0 +1,95 @@
+// The application's colours, its colour picker, and the way from an event to what can be drawn on.
+#include "host/callbacks/answer.h"
+#include "host/callbacks/refuse.h"
+#include "host/panel/panel_state.h"
+
+namespace flumo::host {
+
+namespace {
+
+PF_Err get_bg_color(PF_App_Color* color) {
+    return answer(Callback::kGetBgColor, [&](Call& call) -> PF_Err {
+        *color = state_of(call).panel.options().background;
+        return PF_Err_NONE;
+    });
+}
+
+PF_Err get_color(PF_App_ColorType type, PF_App_Color* color) {
+    return answer(Callback::kGetColor, [&](Call& call) -> PF_Err {
+        if (type != PF_App_Color_TEXT)
+            return misused(call, "asked for a colour that this host does not have");
+        *color = state_of(call).panel.options().text;
+        return PF_Err_NONE;
+    });
+}
+
+PF_Err pick_color(const A_char*, const PF_PixelFloat* sample, PF_Boolean, PF_PixelFloat* color) {
+    return answer(Callback::kColorPicker, [&](Call& call) -> PF_Err {
+        const Panel& panel = state_of(call).panel;
+        const PickedColor picked = panel.color_picker ? panel.color_picker(*sample) : PickedColor{};
+        if (picked.status == PF_Err_NONE) *color = picked.color;
+        return picked.status;
+    });
+}
+
+PF_Err get_drawing_reference(PF_ContextH context, DRAWBOT_DrawRef* reference) {
+    return answer(
+        Callback::kGetDrawingReference,
+        [&](Call& call) -> PF_Err {
+            if (!context || (*context)->magic != PF_CONTEXT_MAGIC) {
+                return misused(call, "asked to draw in a context that is none");
+            }
+            *reference = (*context)->reserved_drawref;
+            return *reference ? PF_Err_NONE : PF_Err_BAD_CALLBACK_PARAM;
+        },
+        [&] { *reference = nullptr; });
+}
+
+template <class Reference>
+PF_Err state_as(Callback which, DRAWBOT_DrawRef draw, Reference* out) {
+    return answer(
+        which,
+        [&](Call& call) -> PF_Err {
+            if (!is_state(call, draw)) return PF_Err_BAD_CALLBACK_PARAM;
+            *out = reinterpret_cast<Reference>(draw);
+            return PF_Err_NONE;
+        },
+        [&] { *out = nullptr; });
+}
+
+SPErr get_supplier(DRAWBOT_DrawRef draw, DRAWBOT_SupplierRef* out) {
+    return state_as(Callback::kDrawbotGetSupplier, draw, out);
+}
+
+SPErr get_surface(DRAWBOT_DrawRef draw, DRAWBOT_SurfaceRef* out) {
+    return state_as(Callback::kDrawbotGetSurface, draw, out);
+}
+
+PFAppSuite4 filled_app_suite() {
+    PFAppSuite4 s{};
+    refuse(s.PF_GetPersonalInfo, s.PF_GetFontStyleSheet, s.PF_SetCursor, s.PF_IsRenderEngine, s.PF_GetMouse,
+           s.PF_InvalidateRect, s.PF_ConvertLocalToGlobal, s.PF_GetColorAtGlobalPoint);
+    s.PF_AppGetBgColor = get_bg_color;
+    s.PF_AppGetColor = get_color;
+    s.PF_AppColorPickerDialog = pick_color;
+    return s;
+}
+
+}  // namespace
+
+const DRAWBOT_DrawbotSuite1& draw_suite() {
+    static const DRAWBOT_DrawbotSuite1 suite{get_supplier, get_surface};
+    return suite;
+}
+
+const PFAppSuite4& app_suite() {
+    static const PFAppSuite4 suite = filled_app_suite();
+    return suite;
+}
+
+const PF_EffectCustomUISuite1& custom_ui_suite() {
+    static const PF_EffectCustomUISuite1 suite{get_drawing_reference};
+    return suite;
+}
+
+}  // namespace flumo::host

@@ -202,7 +202,8 @@ PF_Err GradientNew(PF_InData* in_data, GradientHandle* slot) {
     if (!made) return PF_Err_NONE;
     {
         const GradientLock lock(access.handles, made.get());
-        lock.Record().stops = new GradientStopMap(WhiteGradient());
+        GradientRecord& record = lock.Record();  // first, as it may throw
+        record.stops = new GradientStopMap(WhiteGradient());
     }
     *slot = made.release();
     return PF_Err_NONE;

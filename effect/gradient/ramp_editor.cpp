@@ -94,7 +94,8 @@ bool DragRamp(GradientStopMap& stops, const RampGeometry& ramp, DragState& drag,
     const float t = std::fmax(std::fmin(RampPosition(ramp, int64_t{drag.offset} + x - ramp.x0), 1.0F), 0.0F);
     bool changed = false;
     if (drag.ordinal != kLiftedOff) {
-        if (drag.ordinal < 0 || static_cast<std::size_t>(drag.ordinal) >= stops.size()) return false;
+        // Other negative ordinals wrap to far beyond the last stop.
+        if (static_cast<std::size_t>(drag.ordinal) >= stops.size()) return false;
         const auto dragged = std::next(stops.begin(), drag.ordinal);
         // Meant: straight down from an unchanged position lifts nothing.
         if (dragged->first == t) return false;

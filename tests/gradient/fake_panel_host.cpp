@@ -47,14 +47,18 @@ void DisposeHandle(PF_Handle handle) {
     g_host->blocks.erase(handle);
 }
 
+PF_Err Status() {
+    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
+}
+
 PF_Err GetBgColor(PF_App_Color* color) {
     *color = {65535, 13107, 0};
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
+    return Status();
 }
 
 PF_Err GetColor(PF_App_ColorType type, PF_App_Color* color) {
     *color = type == PF_App_Color_TEXT ? PF_App_Color{0, 0, 65535} : PF_App_Color{1, 1, 1};
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
+    return Status();
 }
 
 PF_Err PickColor(const A_char* title, const PF_PixelFloat* sample, PF_Boolean, PF_PixelFloat* picked) {
@@ -64,25 +68,11 @@ PF_Err PickColor(const A_char* title, const PF_PixelFloat* sample, PF_Boolean, P
     return g_host->Fails(kHostFault) ? kHostFault : g_host->picker_status;
 }
 
-// References to what is no object of the host: the surface and its like.
-template <typename Ref>
-Ref Fixed() {
-    return reinterpret_cast<Ref>(g_host);
-}
-
-PF_Err GetDrawingReference(PF_ContextH, DRAWBOT_DrawRef* reference) {
-    *reference = Fixed<DRAWBOT_DrawRef>();
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
-}
-
-SPErr GetSupplier(DRAWBOT_DrawRef, DRAWBOT_SupplierRef* supplier) {
-    *supplier = Fixed<DRAWBOT_SupplierRef>();
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
-}
-
-SPErr GetSurface(DRAWBOT_DrawRef, DRAWBOT_SurfaceRef* surface) {
-    *surface = Fixed<DRAWBOT_SurfaceRef>();
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
+// The drawing reference, the supplier and the surface, which are no objects that anyone releases.
+template <typename From, typename Ref>
+SPErr GetFixed(From, Ref* reference) {
+    *reference = reinterpret_cast<Ref>(g_host);
+    return Status();
 }
 
 template <typename Ref>
@@ -101,9 +91,9 @@ std::string& Object(Ref reference) {
 
 // A call that adds to a path or paints.
 SPErr Log(std::string& to, const std::string& text) {
-    if (g_host->Fails(kHostFault)) return kHostFault;
-    to += text;
-    return PF_Err_NONE;
+    const SPErr status = Status();
+    if (status == PF_Err_NONE) to += text;
+    return status;
 }
 
 SPErr Paint(const std::string& text) {
@@ -131,13 +121,13 @@ SPErr NewImage(DRAWBOT_SupplierRef, int width, int height, int row_bytes, DRAWBO
 
 SPErr ReleaseObject(DRAWBOT_ObjectRef object) {
     if (g_host->objects.erase(object) != 1) throw std::logic_error("released what is no object");
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
+    return Status();
 }
 
 template <bool FakePanelHost::*kAnswer>
 SPErr AnswerLayout(DRAWBOT_SupplierRef, DRAWBOT_Boolean* answer) {
     *answer = g_host->*kAnswer;
-    return g_host->Fails(kHostFault) ? kHostFault : PF_Err_NONE;
+    return Status();
 }
 
 SPErr FillPath(DRAWBOT_SurfaceRef, DRAWBOT_BrushRef brush, DRAWBOT_PathRef path, DRAWBOT_FillType type) {
@@ -186,8 +176,8 @@ const PFAppSuite4 kApp = [] {
     suite.PF_AppColorPickerDialog = PickColor;
     return suite;
 }();
-const PF_EffectCustomUISuite1 kCustomUi{GetDrawingReference};
-const DRAWBOT_DrawbotSuite1 kDraw{GetSupplier, GetSurface};
+const PF_EffectCustomUISuite1 kCustomUi{GetFixed};
+const DRAWBOT_DrawbotSuite1 kDraw{GetFixed, GetFixed};
 const DRAWBOT_SupplierSuite1 kSupplier = [] {
     DRAWBOT_SupplierSuite1 suite{};
     suite.NewPen = NewPen;

@@ -15,83 +15,54 @@ const GradientStop kRed{kStopEdge, 1, 0, 0, 0.5F};
 
 using Extra = PF_ArbParamsExtra;
 
-Extra Call(PF_FunctionSelector selector) {
+using Union = decltype(Extra::u);
+
+template <typename Params, typename... Args>
+Extra Call(PF_FunctionSelector selector, Params Union::*params, Args... args) {
     Extra extra{};
     extra.which_function = selector;
-    extra.u.new_func_params.refconPV = GradientRefcon();
-    return extra;
-}
-
-// The host's calls, one for each selector.
-Extra New(GradientHandle* slot) {
-    Extra extra = Call(PF_Arbitrary_NEW_FUNC);
-    extra.u.new_func_params = {GradientRefcon(), slot};
-    return extra;
-}
-
-Extra Dispose(GradientHandle gradient) {
-    Extra extra = Call(PF_Arbitrary_DISPOSE_FUNC);
-    extra.u.dispose_func_params = {GradientRefcon(), gradient};
-    return extra;
-}
-
-Extra Copy(GradientHandle source, GradientHandle* slot) {
-    Extra extra = Call(PF_Arbitrary_COPY_FUNC);
-    extra.u.copy_func_params = {GradientRefcon(), source, slot};
-    return extra;
-}
-
-Extra FlatSize(GradientHandle gradient, A_u_long* size) {
-    Extra extra = Call(PF_Arbitrary_FLAT_SIZE_FUNC);
-    extra.u.flat_size_func_params = {GradientRefcon(), gradient, size};
-    return extra;
-}
-
-Extra Flatten(GradientHandle gradient, A_u_long size, void* bytes) {
-    Extra extra = Call(PF_Arbitrary_FLATTEN_FUNC);
-    extra.u.flatten_func_params = {GradientRefcon(), gradient, size, bytes};
-    return extra;
-}
-
-Extra Unflatten(A_u_long size, const void* bytes, GradientHandle* slot) {
-    Extra extra = Call(PF_Arbitrary_UNFLATTEN_FUNC);
-    extra.u.unflatten_func_params = {GradientRefcon(), size, bytes, slot};
-    return extra;
-}
-
-Extra Interpolate(GradientHandle left, GradientHandle right, double t, GradientHandle* slot) {
-    Extra extra = Call(PF_Arbitrary_INTERP_FUNC);
-    extra.u.interp_func_params = {GradientRefcon(), left, right, t, slot};
-    return extra;
-}
-
-Extra Compare(GradientHandle a, GradientHandle b, PF_ArbCompareResult* result) {
-    Extra extra = Call(PF_Arbitrary_COMPARE_FUNC);
-    extra.u.compare_func_params = {GradientRefcon(), a, b, result};
-    return extra;
-}
-
-Extra PrintSize(GradientHandle gradient, A_u_long* size) {
-    Extra extra = Call(PF_Arbitrary_PRINT_SIZE_FUNC);
-    extra.u.print_size_func_params = {GradientRefcon(), gradient, size};
-    return extra;
-}
-
-Extra Print(GradientHandle gradient, A_u_long size, A_char* buffer) {
-    Extra extra = Call(PF_Arbitrary_PRINT_FUNC);
-    extra.u.print_func_params = {GradientRefcon(), PF_ArbPrint_ABBREVIATED, gradient, size, buffer};
-    return extra;
-}
-
-Extra Scan(const A_char* buffer, A_u_long size, GradientHandle* slot) {
-    Extra extra = Call(PF_Arbitrary_SCAN_FUNC);
-    extra.u.scan_func_params = {GradientRefcon(), buffer, size, slot};
+    extra.u.*params = {GradientRefcon(), args...};
     return extra;
 }
 
 class GradientCallbacks : public testing::Test {
   protected:
     PF_Err Run(Extra extra) { return DispatchGradientCallback(&host_.in_data, &host_.out_data, &extra); }
+
+    static Extra New(GradientHandle* slot) {
+        return Call(PF_Arbitrary_NEW_FUNC, &Union::new_func_params, slot);
+    }
+    static Extra Dispose(GradientHandle gradient) {
+        return Call(PF_Arbitrary_DISPOSE_FUNC, &Union::dispose_func_params, gradient);
+    }
+    static Extra Copy(GradientHandle source, GradientHandle* slot) {
+        return Call(PF_Arbitrary_COPY_FUNC, &Union::copy_func_params, source, slot);
+    }
+    static Extra FlatSize(GradientHandle gradient, A_u_long* size) {
+        return Call(PF_Arbitrary_FLAT_SIZE_FUNC, &Union::flat_size_func_params, gradient, size);
+    }
+    static Extra Flatten(GradientHandle gradient, A_u_long size, void* bytes) {
+        return Call(PF_Arbitrary_FLATTEN_FUNC, &Union::flatten_func_params, gradient, size, bytes);
+    }
+    static Extra Unflatten(A_u_long size, const void* bytes, GradientHandle* slot) {
+        return Call(PF_Arbitrary_UNFLATTEN_FUNC, &Union::unflatten_func_params, size, bytes, slot);
+    }
+    static Extra Interpolate(GradientHandle left, GradientHandle right, double t, GradientHandle* slot) {
+        return Call(PF_Arbitrary_INTERP_FUNC, &Union::interp_func_params, left, right, t, slot);
+    }
+    static Extra Compare(GradientHandle a, GradientHandle b, PF_ArbCompareResult* result) {
+        return Call(PF_Arbitrary_COMPARE_FUNC, &Union::compare_func_params, a, b, result);
+    }
+    static Extra PrintSize(GradientHandle gradient, A_u_long* size) {
+        return Call(PF_Arbitrary_PRINT_SIZE_FUNC, &Union::print_size_func_params, gradient, size);
+    }
+    static Extra Print(GradientHandle gradient, A_u_long size, A_char* buffer) {
+        return Call(PF_Arbitrary_PRINT_FUNC, &Union::print_func_params, PF_ArbPrint_ABBREVIATED, gradient,
+                    size, buffer);
+    }
+    static Extra Scan(const A_char* buffer, A_u_long size, GradientHandle* slot) {
+        return Call(PF_Arbitrary_SCAN_FUNC, &Union::scan_func_params, buffer, size, slot);
+    }
 
     GradientHandle NewWith(const GradientStopMap& stops) {
         GradientHandle made = nullptr;
@@ -112,15 +83,15 @@ class GradientCallbacks : public testing::Test {
 
 TEST_F(GradientCallbacks, KnowTheirSelectorsAndTheirRefcon) {
     for (const PF_FunctionSelector selector : {0, 5, 10}) {
-        const Extra extra = Call(selector);
+        const Extra extra = Call(selector, &Union::new_func_params, static_cast<GradientHandle*>(nullptr));
         EXPECT_TRUE(IsGradientCallback(&extra));
     }
     for (const PF_FunctionSelector selector : {-1, 11, 1 << 20}) {
-        const Extra extra = Call(selector);
+        const Extra extra = Call(selector, &Union::new_func_params, static_cast<GradientHandle*>(nullptr));
         EXPECT_FALSE(IsGradientCallback(&extra));
         EXPECT_EQ(Run(extra), PF_Err_UNRECOGNIZED_PARAM_TYPE);
     }
-    Extra foreign = Call(PF_Arbitrary_NEW_FUNC);
+    Extra foreign = New(nullptr);
     // The characters as a little-endian number.
     EXPECT_EQ(reinterpret_cast<uint64_t>(foreign.u.new_func_params.refconPV), 0x544E454944415247U);
     foreign.u.new_func_params.refconPV = reinterpret_cast<void*>(0x544E454944415248U);

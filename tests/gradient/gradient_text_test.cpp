@@ -21,9 +21,9 @@ TEST(GradientText, IsOneLineOfNamesAndNumbers) {
 }
 
 TEST(GradientText, ReaderMergesUntilTheFirstUnexpectedWord) {
-    const GradientStop red{kStopLinear, 1, 0, 0, 0.5F};
+    const GradientStop red{kStopLinear, 1, 0.25F, 0, 0.5F};
     const GradientStop blue{kStopEdge, 0, 0, 1, 1};
-    const std::string one = "Gradient t 0.5 linear  r 1 g 0 b 0 a 0.5";
+    const std::string one = "Gradient t 0.5 linear  r 1 g 0.25 b 0 a 0.5";
     struct Case {
         const char* promise;
         std::string text;

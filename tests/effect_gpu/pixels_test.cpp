@@ -295,7 +295,7 @@ TEST_F(DownloadTest, RowsArriveAtEveryDepthAndSmallerWorldsGetTheTopLeftPart) {
         for (const TinyWorld* world : {&eight, &sixteen, &floats})
             ExpectUntouchedBeyond(*world, 4, 2);
     }
-    EXPECT_EQ(host_.liveHandles, 0);
+    EXPECT_EQ(host_.blocks.size(), 0u);
     EXPECT_EQ(host_.heldLocks, 0);
 }
 
@@ -306,17 +306,17 @@ TEST_F(DownloadTest, FailuresAreThrownAndSkipTheCleanUp) {
     const auto download = [&] { return ErrorOf([&] { Download(input, output, PF_PixelFormat_ARGB128); }); };
     host_.failures = {{"host_new_handle", 1}};
     EXPECT_EQ(download(), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(host_.liveHandles, 0);
+    EXPECT_EQ(host_.blocks.size(), 0u);
     host_.failures = {{"acquire PF Handle Suite", 1}};
     EXPECT_EQ(download(), 516);
-    EXPECT_EQ(host_.liveHandles, 0);
+    EXPECT_EQ(host_.blocks.size(), 0u);
     host_.failures = {{"iterate", 77}};
     EXPECT_EQ(download(), 77);
-    EXPECT_EQ(host_.liveHandles, 1);
+    EXPECT_EQ(host_.blocks.size(), 1u);
     EXPECT_EQ(host_.heldLocks, 1);
     host_.failures = {{"acquire PF iterateFloat Suite", 1}};
     EXPECT_EQ(download(), 516);
-    EXPECT_EQ(host_.liveHandles, 2);
+    EXPECT_EQ(host_.blocks.size(), 2u);
 }
 
 TEST_F(DownloadTest, GettersResultIsNotTestedAndAWorldOfAnotherDepthStaysAsItIs) {

@@ -77,7 +77,7 @@ TEST_F(SmartRenderTest, FrameArrivesAndAllIsGivenBackInOrder) {
         if (pixelSize == 16) wanted.push_back("release PF iterateFloat Suite");
         EXPECT_EQ(host_.log, wanted);
         EXPECT_EQ(host_.checkedOutParams, 0);
-        EXPECT_EQ(host_.liveHandles, 0);
+        EXPECT_EQ(host_.blocks.size(), 0u);
         EXPECT_EQ(host_.out_data.out_flags, 0);
     }
 }

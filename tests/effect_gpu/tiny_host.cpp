@@ -39,17 +39,11 @@ PF_Err GetPixelsFloat(PF_EffectWorld* def, PF_PixelPtr, PF_PixelFloat** pixels) 
     return GetPixels("get_pixel_data_float", def, pixels);
 }
 
-struct Block {
-    void* data;
-    std::vector<std::byte> bytes;
-};
-
 PF_Handle NewHandle(A_HandleSize size) {
     if (Answer("host_new_handle") != PF_Err_NONE) return nullptr;
-    auto* block = new Block{nullptr, std::vector<std::byte>(size)};
-    block->data = block->bytes.data();
-    ++host->liveHandles;
-    return &block->data;
+    auto& block = host->blocks.emplace_back(TinyHost::Block{std::vector<std::byte>(size)});
+    block.data = block.bytes.data();
+    return &block.data;
 }
 
 void* LockHandle(PF_Handle handle) {
@@ -62,8 +56,7 @@ void UnlockHandle(PF_Handle) {
 }
 
 void DisposeHandle(PF_Handle handle) {
-    --host->liveHandles;
-    delete reinterpret_cast<Block*>(handle);
+    host->blocks.remove_if([handle](const TinyHost::Block& block) { return &block.data == handle; });
 }
 
 // Walks the destination, with the coordinates and the refcon that the effect's function wants.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <list>
 #include <map>
 #include <string>
 #include <vector>
@@ -50,7 +51,12 @@ class TinyHost {
     std::map<std::string, PF_Err> failures;
     /// What was asked, in order; controls and pixels are left out.
     std::vector<std::string> log;
-    int liveHandles = 0;
+    /// Handles not disposed of; a failed download leaves its own.
+    struct Block {
+        std::vector<std::byte> bytes;
+        void* data = nullptr;
+    };
+    std::list<Block> blocks;
     int heldLocks = 0;
     int checkedOutParams = 0;
     TinyWorld* inputWorld = nullptr;

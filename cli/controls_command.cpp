@@ -64,15 +64,17 @@ std::string group_column(const Control& control) {
     return path;
 }
 
+// A group end is registered with whatever name the control before it had.
+std::string name_column(const Control& control) {
+    return control.kind == ControlKind::kGroupEnd ? "" : control.name;
+}
+
 using Row = std::array<std::string, 7>;
 
 Row row_of(Session& session, const Control& control) {
-    return {std::to_string(control.index),
-            control.id,
-            control.name,
-            std::string(host::kind_name(control.kind)),
-            range_column(control),
-            default_column(session, control),
+    return {std::to_string(control.index), control.id,
+            name_column(control),          std::string(host::kind_name(control.kind)),
+            range_column(control),         default_column(session, control),
             group_column(control)};
 }
 
@@ -102,7 +104,7 @@ ordered_json json_of(Session& session, const Control& control) {
     ordered_json object = {{"index", control.index},
                            {"id", control.id},
                            {"diskId", control.disk_id},
-                           {"name", control.name},
+                           {"name", name_column(control)},
                            {"kind", host::kind_name(control.kind)},
                            {"group", control.group}};
     if (control.is_number()) add_number(object, control);

@@ -1,5 +1,6 @@
 #include "cli/look.h"
 
+#include "cli/exit_status.h"
 #include "cli/picture_file.h"
 #include "cli/world_picture.h"
 
@@ -9,24 +10,31 @@ namespace {
 // From the program's value to the host's, for one control.
 class ToHostValue {
   public:
-    ToHostValue(host::Host& host, int index, host::Depth depth) : host_(host), index_(index), depth_(depth) {}
+    ToHostValue(host::Host& host, const Control& control, host::Depth depth)
+        : host_(host), control_(control), depth_(depth) {}
 
     host::Value operator()(double number) const { return number; }
 
     host::Value operator()(const std::vector<Stop>& stops) const {
         const std::vector<uint8_t> stored = to_stored_form(stops);
-        return host::Arbitrary(
-            host::ArbitraryValue::unflatten(host_, host_.control(index_), std::as_bytes(std::span(stored))));
+        return host::Arbitrary(host::ArbitraryValue::unflatten(host_, host_.control(control_.index),
+                                                               std::as_bytes(std::span(stored))));
     }
 
     host::Value operator()(const std::filesystem::path& file) const {
         if (file.empty()) return host::Layer();
-        return host::Layer(std::make_shared<host::World>(world_of(read_picture(file), depth_)));
+        return read_layer(file);
     }
 
   private:
+    host::Layer read_layer(const std::filesystem::path& file) const try {
+        return std::make_shared<host::World>(world_of(read_picture(file), depth_));
+    } catch (const Failure& failure) {
+        throw Failure(failure.status(), control_.id + ": " + failure.what());
+    }
+
     host::Host& host_;
-    int index_;
+    const Control& control_;
     host::Depth depth_;
 };
 
@@ -34,7 +42,7 @@ class ToHostValue {
 
 void apply_tracks(host::Instance& instance, const Tracks& tracks, host::Depth depth) {
     for (const auto& [index, track] : tracks) {
-        const ToHostValue to_host(instance.host(), index, depth);
+        const ToHostValue to_host(instance.host(), *track.control, depth);
         std::vector<host::Keyframe> keyframes;
         for (const Keyframe& keyframe : track.keyframes) {
             keyframes.push_back({static_cast<double>(keyframe.frame), std::visit(to_host, keyframe.value)});

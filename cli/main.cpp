@@ -6,6 +6,7 @@
 
 #include "cli/controls_command.h"
 #include "cli/exit_status.h"
+#include "cli/help_format.h"
 #include "cli/info_command.h"
 #include "cli/render_command.h"
 #include "cli/render_options.h"
@@ -16,25 +17,39 @@
 namespace flumo::cli {
 namespace {
 
-constexpr const char* kVersion = "flumo " FLUMO_VERSION;
+constexpr const char* kVersion = "flumo " FLUMO_VERSION "\n";
 
 constexpr const char* kFooter = R"(
-The shortest picture:   flumo render -o look.png
-More examples:          flumo render --help
+Examples:
+  flumo render -o look.png      the shortest picture: the default look at 1920x1080
+  flumo render --help           sizes, sequences, controls, gradients, layers, scenes
+  flumo controls                every control with its range and default
+  flumo info --json             identity, flags and OpenGL driver for scripts
 
 Exit status: 0 done, 1 a frame failed, 2 usage, 3 an input cannot be read, 4 no usable OpenGL, 5 the output
 cannot be written, 130 or 143 stopped by a signal.)";
+
+constexpr const char* kControlsFooter = R"(
+Examples:
+  flumo controls | grep Lines
+  flumo controls --json | jq '.[] | select(.kind == "popup") | .choices')";
+
+constexpr const char* kInfoFooter = R"(
+Examples:
+  flumo info
+  flumo info --json | jq -r .openGl.renderer)";
 
 struct ListOptions {
     std::filesystem::path module;
     bool json = false;
 };
 
-void add_list_options(CLI::App& command, ListOptions& options) {
+void add_list_options(CLI::App& command, ListOptions& options, const char* footer) {
+    command.footer(footer);
     command.add_flag("--json", options.json, "Write JSON");
     command.add_option("--module", options.module, "The effect to load")
         ->type_name("FILE")
-        ->default_str("Flumo.so beside flumo, then ../lib/flumo/Flumo.so");
+        ->default_str("beside flumo, then in ../lib/flumo");
 }
 
 ExitStatus list_controls(const ListOptions& options, const StdoutGuard& output) {
@@ -58,16 +73,16 @@ ExitStatus answer_parse_error(const CLI::App& app, const CLI::ParseError& error,
         output.write(text.str());
         return ExitStatus::kDone;
     }
-    throw usage_failure(std::string(error.what()) + " (flumo --help tells more)");
+    throw usage_failure(std::string(error.what()) + " (--help tells more)");
 }
 
 ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     CLI::App app("Renders pictures with the Flumo effect: an animated procedural image from a command line.");
     app.name("flumo");
     app.set_version_flag("--version", kVersion);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     app.footer(kFooter);
-    app.get_formatter()->column_width(34);
+    app.formatter(std::make_shared<HelpFormat>());
 
     RenderOptions render_options;
     ListOptions list_options;
@@ -76,8 +91,8 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     CLI::App* info_command =
         app.add_subcommand("info", "Show the effect's identity, flags and OpenGL driver");
     add_render_options(*render_command, render_options);
-    add_list_options(*controls_command, list_options);
-    add_list_options(*info_command, list_options);
+    add_list_options(*controls_command, list_options, kControlsFooter);
+    add_list_options(*info_command, list_options, kInfoFooter);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -85,7 +100,8 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     }
     if (controls_command->parsed()) return list_controls(list_options, output);
     if (info_command->parsed()) return show_info(list_options, output);
-    return render(render_options);
+    if (render_command->parsed()) return render(render_options);
+    throw usage_failure("expected a command, such as: flumo render -o look.png");
 }
 
 ExitStatus run_and_report(int argc, char** argv, const StdoutGuard& output) try {

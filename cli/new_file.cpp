@@ -30,6 +30,9 @@ Failure cannot_write(const fs::path& target, const std::string& why) {
 NewFile::NewFile(fs::path target) : target_(std::move(target)), temporary_(temporary_name(target_)) {
     std::error_code ignored;
     if (fs::is_directory(target_, ignored)) throw cannot_write(target_, "it is a folder");
+    const fs::path folder = target_.parent_path();
+    if (!folder.empty() && !fs::is_directory(folder, ignored))
+        throw cannot_write(target_, "its folder does not exist");
     const int file = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (file < 0) throw cannot_write(target_, std::generic_category().message(errno));
     close(file);

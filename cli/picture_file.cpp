@@ -65,7 +65,8 @@ Picture read_picture(const std::filesystem::path& path) try {
 } catch (const Failure&) {
     throw;
 } catch (const std::exception& error) {
-    throw input_failure("cannot read picture \"" + path.string() + "\": " + first_line(error.what()));
+    throw input_failure("cannot read picture \"" + path.string() + "\": " + first_line(error.what()) +
+                        "; expected PNG, OpenEXR or what ffmpeg reads");
 }
 
 void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture) try {

@@ -49,6 +49,8 @@ ExitStatus render_frames(host::Instance& instance, const RenderJob& job) {
 }  // namespace
 
 ExitStatus render(const RenderOptions& options) {
+    if (!options.output)
+        throw usage_failure("render needs an output file, such as: flumo render -o look.png");
     Session session(options.module);
     const RenderJob job = make_render_job(options, session.catalog());
     // A folder that cannot be written is told before the work and not after it.

@@ -21,7 +21,7 @@ Examples:
       a gradient of three stops
   flumo render --set ColorizeMode=2 --layer3 palette.jpg -o painted.png
       colours from a picture
-  flumo render --scene drift.json --frames 1-48x2 -o 'drift.####.exr'
+  flumo render --scene examples/loop.json --frames 1-48x2 -o 'loop.####.exr'
       every second frame of a scene with keyframes
 
 `flumo controls` lists every Id with its range. Exit status: 0 done, 1 a frame failed, 2 usage,
@@ -94,22 +94,23 @@ struct OptionRow {
 constexpr OptionRow kRows[] = {
     {"Frame", "--size", "WxH", "Size in pixels", "1920x1080", set_size},
     {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)", "8", set_depth},
-    {"Frame", "--frames", "LIST", "Frames to render: 7, 1-100, 1-100x2, with commas", "0", set_frames},
-    {"Look", "--scene", "FILE.json",
-     "Size, depth, frames and controls from a scene file; options override it", "", set_scene},
-    {"Look", "--set", "Id=VALUE", "Value of a control: number, popup name, on/off (repeatable)", "",
+    {"Frame", "--frames", "LIST", "Frames to render, such as 7, 1-100, 1-100x2, 1,5,9", "0", set_frames},
+    {"Look", "--scene", "FILE",
+     "A scene file (JSON): size, depth, frames and controls,\nwhich the other options override", "",
+     set_scene},
+    {"Look", "--set", "Id=VALUE", "Value of a control: a number, a popup's name, on or off;\nrepeatable", "",
      set_control},
     {"Look", "--gradient", "Id=STOPS",
-     "Stops of Gradient or LinesGradient: 0:#000,0.5:sin:#ff8800,1:#fff with kinds linear, sin, edge; or the "
-     "effect's text or stored form; or @FILE (repeatable)",
+     "Stops of Gradient or LinesGradient as position[:kind]:colour\nwith kinds linear, sin (usual) and edge; "
+     "or "
+     "the effect's text\nor stored form; or @FILE; repeatable",
      "", set_gradient},
     {"Layers", "--layer1", "FILE", "Picture that multiplies the noise", "none", set_layer1},
     {"Layers", "--layer2", "FILE", "Picture that is added to the noise", "none", set_layer2},
-    {"Layers", "--layer3", "FILE", "Picture for the colorize modes other than Gradient", "none", set_layer3},
+    {"Layers", "--layer3", "FILE", "Picture for the colorize modes from a layer", "none", set_layer3},
     {"Output", "-o,--output", "PATTERN",
-     "File to write, .png or .exr; #### or %04d stands for the frame number (required)", "", set_output},
-    {"Output", "--module", "FILE", "The effect to load", "Flumo.so beside flumo, then ../lib/flumo/Flumo.so",
-     set_module},
+     "File to write, .png or .exr; #### or %04d stands for the\nframe number; required", "", set_output},
+    {"Output", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo", set_module},
 };
 
 void add_row(CLI::App& command, RenderOptions& options, const OptionRow& row) {
@@ -128,7 +129,6 @@ void add_row(CLI::App& command, RenderOptions& options, const OptionRow& row) {
 void add_render_options(CLI::App& command, RenderOptions& options) {
     for (const OptionRow& row : kRows)
         add_row(command, options, row);
-    command.get_option("--output")->required();
     command.footer(kFooter);
 }
 

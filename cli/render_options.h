@@ -30,7 +30,7 @@ struct RenderOptions {
     std::vector<Assignment> assignments;  ///< in groups by option; later ones win
     std::filesystem::path scene;
     std::filesystem::path module;
-    std::optional<OutputPattern> output;  ///< always there after parsing
+    std::optional<OutputPattern> output;
 };
 
 /// Adds the options to `command`; parsing fills `options`, which must outlive it.

@@ -1,6 +1,8 @@
 // What must hold between the table of controls, the texts and the host's numbers, said to the compiler.
 #include "effect/params/control_table.h"
 
+#include <algorithm>
+
 #include "effect/identity/effect_string_table.h"
 #include "effect_api/params.h"
 
@@ -51,7 +53,7 @@ static_assert(NamesFit());
 consteval bool PopupsHaveChoices() {
     for (const Control& control : kControls) {
         if (control.kind != ControlKind::Popup) continue;
-        if (Text(control.choicesRow).find('|') == std::string_view::npos) return false;
+        if (std::ranges::count(Text(control.choicesRow), '|') == 0) return false;
     }
     return true;
 }

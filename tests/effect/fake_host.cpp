@@ -64,7 +64,7 @@ const AEGP_UtilitySuite3 kUtility = [] {
     return suite;
 }();
 /// What suites are made of that are only handed out.
-const int kNameOnly = 0;
+const std::max_align_t kNameOnly{};
 
 const std::map<std::string, const void*> kSuites = {
     {"PF Handle Suite 2", &kHandles},        {"PF ANSI Suite 1", &kAnsi},

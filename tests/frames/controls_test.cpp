@@ -1,0 +1,204 @@
+// Every control, in a scene where it matters: the frame must move away from the one without the change, and
+// to where double precision says.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+
+#include "tests/frames/expected_frame.h"
+#include "tests/frames/looks.h"
+
+namespace flumo::test {
+namespace {
+
+using enum Section;
+using host::Depth;
+
+constexpr int kWidth = 40;
+constexpr int kHeight = 24;
+
+constexpr double kTolerance = 1e-4;
+constexpr double kLineTolerance = 2e-4;
+// Jitters come from a hash of a sine, known to a hundredth: 0.01 of a line's place, in slopes, is a fifth of
+// an edge.
+constexpr double kJitterTolerance = 0.05;
+
+struct ControlCase {
+    Section control;
+    Setting changed;
+    Look scene;
+    double tolerance = kTolerance;
+};
+
+std::vector<ControlCase> noise_cases() {
+    const Look moving = with(fluid(), {{Evolution, 100}, {Speed, 20}});
+    const Look layered = with(fluid(), {{Layer1, colourful_layer(9, 9, Depth::k8)},
+                                        {Layer2, colourful_layer(12, 7, Depth::k8)},
+                                        {AlphaTreshold, 30}});
+    return {
+        {NoiseType, 4, fluid()},
+        {NoiseContrast, 60, fluid()},
+        {NoiseBrightness, 20, fluid()},
+        {OffsetX, 300, fluid()},
+        {OffsetY, 300, fluid()},
+        {Evolution, 90, fluid()},
+        {LoopEvolution, 1, moving},
+        {Complexity, 7, fluid()},
+        {Speed, 35, moving},
+        {Scale, 40, fluid()},
+        {ScaleX, 40, fluid()},
+        {ScaleY, 40, fluid()},
+        {Layer1Mult, 0.4, layered},
+        {Layer1, colourful_layer(9, 9, Depth::k8), fluid()},
+        {Layer1LightnessInvert, 1, layered},
+        {Layer1AlphaInvert, 1, layered},
+        {AlphaTreshold, 60, layered},
+        {Layer2Mult, -0.6, layered},
+        {Layer2, colourful_layer(9, 9, Depth::k8), fluid()},
+        {Layer2LightnessInvert, 1, layered},
+        {Layer2AlphaInvert, 1, layered},
+    };
+}
+
+std::vector<ControlCase> colour_cases() {
+    const Look base = plane(kWidth, kHeight);
+    const Look cut = with(base, {{NoiseBottomCroppingEnabled, 1},
+                                 {NoiseBottomCroppingThreshold, 30},
+                                 {NoiseTopCroppingEnabled, 1},
+                                 {NoiseTopCroppingThreshold, 90}});
+    const Look bumps = with(base, {{ColorizeMode, 3}});
+    return {
+        {NoiseVisible, 0, lined_plane(kWidth, kHeight), kLineTolerance},
+        {ColorizeMode, 3, base},
+        {Gradient, Stops{{0, 1, 1, 0}, {1, 0, 0, 1, 1}}, base},
+        {NoiseBottomCroppingEnabled, 0, cut},
+        {NoiseBottomCroppingThreshold, 53, cut},
+        {NoiseBottomCroppingFeather, 25, cut},
+        {NoiseTopCroppingEnabled, 0, cut},
+        {NoiseTopCroppingThreshold, 63, cut},
+        {NoiseTopCroppingFeather, 25, cut},
+        {Layer3, colourful_layer(30, 30, Depth::k8), bumps},
+        {NoiseGradientOffset, 30, base},
+        {NoiseGradientScale, 40, base},
+        {NoiseGradientScaleBase, 70, with(base, {{NoiseGradientScale, 40}})},
+        {NoiseGradientLoop, 1, with(base, {{NoiseGradientScale, 250}})},
+        {GradientRandomizeAmplitude, 20, base},
+        {GradientRandomizeFrequency, 30, with(base, {{GradientRandomizeAmplitude, 20}})},
+        {ReflectionScale, 0.3, bumps},
+    };
+}
+
+std::vector<ControlCase> line_cases() {
+    const Look lines = lined_plane(kWidth, kHeight);
+    const Look cut = with(lines, {{LinesBottomCroppingEnabled, 1},
+                                  {LinesBottomCroppingThreshold, 30},
+                                  {LinesTopCroppingEnabled, 1},
+                                  {LinesTopCroppingThreshold, 73}});
+    const Look jittered = with(lines, {{LinesRandomize, 90}});
+    return {
+        {LinesVisible, 1, plane(kWidth, kHeight), kLineTolerance},
+        {LinesBlendMode, 3, lines, kLineTolerance},
+        {LinesCount, 7, lines, kLineTolerance},
+        {LineWidth, 9, lines, kLineTolerance},
+        {LinesOffset, 33, lines, kLineTolerance},
+        {LinesLoop, 1, with(lines, {{LinesOffset, 60}}), kLineTolerance},
+        {LinesBottomCroppingEnabled, 0, cut, kLineTolerance},
+        {LinesBottomCroppingThreshold, 53, cut, kLineTolerance},
+        {LinesBottomCroppingFeather, 35, cut, kLineTolerance},
+        {LinesTopCroppingEnabled, 0, cut, kLineTolerance},
+        {LinesTopCroppingThreshold, 53, cut, kLineTolerance},
+        {LinesTopCroppingFeather, 35, cut, kLineTolerance},
+        {LinesGradient, Stops{{0, 0, 0, 0}, {1, 1, 0, 0, 2}}, lines, kLineTolerance},
+        {LinesGradientOffset, 40, lines, kLineTolerance},
+        {LinesGradientScale, -60, lines, kLineTolerance},
+        {LinesGradientScaleBase, 70, with(lines, {{LinesGradientScale, 40}}), kLineTolerance},
+        {LinesGradientLoop, 1, with(lines, {{LinesGradientScale, 230}}), kLineTolerance},
+        {LinesAlpha, 40, lines, kLineTolerance},
+        {LinesRandomize, 90, lines, kJitterTolerance},
+        {WidthRandomize, 150, lines, kJitterTolerance},
+        {GradientRandomize, 30, lines, kJitterTolerance},
+        {Seed, 5, jittered, kJitterTolerance},
+    };
+}
+
+// The mask takes whole stretches of the lines away; pixels at its border are left out of the comparison.
+std::vector<ControlCase> mask_cases() {
+    const Look masked = with(lined_plane(kWidth, kHeight), {{LineWidth, 12},
+                                                            {LinesAlphaThreshold, 50},
+                                                            {LinesAlphaNoiseEvolution, 70},
+                                                            {LinesAlphaNoiseScale, 300}});
+    const Look per_line = with(masked, {{LinesAlphaNoiseScale, 100}});
+    return {
+        {LinesAlphaNoiseType, 4, masked, kLineTolerance},
+        {LinesAlphaThreshold, 80, masked, kLineTolerance},
+        {LinesAlphaNoiseOffsetX, 400, masked, kLineTolerance},
+        {LinesAlphaNoiseOffsetY, 400, masked, kLineTolerance},
+        {LinesAlphaNoiseEvolution, 200, masked, kLineTolerance},
+        {LinesAlphaNoiseLoopEvolution, 1, with(masked, {{LinesAlphaNoiseSpeed, 40}}), kLineTolerance},
+        {LinesAlphaNoiseComplexity, 2, masked, kLineTolerance},
+        {LinesAlphaNoiseSpeed, 45, masked, kLineTolerance},
+        {LinesAlphaNoiseScale, 40, masked, kLineTolerance},
+        {LinesAlphaNoiseScaleX, 30, masked, kLineTolerance},
+        {LinesAlphaNoiseScaleY, 30, masked, kLineTolerance},
+        {AlphaRandomize, 2, per_line, kJitterTolerance},
+    };
+}
+
+double mean_difference(const host::World& a, const host::World& b) {
+    double sum = 0;
+    for (int i = 0; i < a.width() * a.height(); ++i) {
+        const auto left = a.rgba(i % a.width(), i / a.width());
+        const auto right = b.rgba(i % a.width(), i / a.width());
+        for (size_t c = 0; c < 4; ++c)
+            sum += std::fabs(left[c] - right[c]);
+    }
+    return sum / (4.0 * a.width() * a.height());
+}
+
+void expect_control_matters(const ControlCase& row) {
+    const std::string name(ControlOf(row.control).id);
+    const host::FrameRequest request{.width = kWidth, .height = kHeight, .depth = Depth::k32};
+    const Shot changed{with(row.scene, {{row.control, row.changed}}), request};
+    const host::World frame = shoot(changed);
+    EXPECT_GT(mean_difference(frame, shoot({row.scene, request})), 0.01) << name << " changes nothing";
+    // A jitter may carry a line's edge over a pixel, a mask's border over a few.
+    compare_with_expected(name, changed, frame, row.tolerance, row.tolerance == kJitterTolerance ? 0.02 : 0);
+}
+
+void expect_controls_matter(const std::vector<ControlCase>& cases) {
+    for (const ControlCase& row : cases)
+        expect_control_matters(row);
+}
+
+TEST(Controls, NoiseGoesWhereItShould) {
+    expect_controls_matter(noise_cases());
+}
+
+TEST(Controls, ColourGoesWhereItShould) {
+    expect_controls_matter(colour_cases());
+}
+
+TEST(Controls, LinesGoWhereTheyShould) {
+    expect_controls_matter(line_cases());
+}
+
+TEST(Controls, MasksGoWhereTheyShould) {
+    expect_controls_matter(mask_cases());
+}
+
+TEST(Controls, AreEachNamedOnce) {
+    std::multiset<std::string_view> named;
+    std::multiset<std::string_view> all;
+    for (const auto& table : {noise_cases, colour_cases, line_cases, mask_cases})
+        for (const ControlCase& row : table())
+            named.insert(ControlOf(row.control).id);
+    for (const Control& control : kControls) {
+        if (control.kind != ControlKind::GroupStart && control.kind != ControlKind::GroupEnd)
+            all.insert(control.id);
+    }
+    EXPECT_EQ(named, all);
+    EXPECT_EQ(all.size(), 72u);
+}
+
+}  // namespace
+}  // namespace flumo::test

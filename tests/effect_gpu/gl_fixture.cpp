@@ -107,6 +107,7 @@ void GlTest::SetUp() {
 }
 
 void GlTest::TearDown() {
+    if (!saved_) saved_.emplace();
     AESDK_OpenGL_MakeCurrent(*record_);
     EXPECT_EQ(glGetError(), GL_NO_ERROR);
     glDebugMessageCallback(nullptr, nullptr);

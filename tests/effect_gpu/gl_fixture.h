@@ -50,6 +50,8 @@ class GlTest : public testing::Test {
     void TearDown() override;
 
     AESDK_OpenGL_EffectRenderData& Record() { return *record_; }
+    /// Gives the thread back as it was before the case; complaints are still heard.
+    void LeaveContext() { saved_.reset(); }
     /// For a case that has provoked the driver.
     void ForgetComplaints() { complaints_.clear(); }
 

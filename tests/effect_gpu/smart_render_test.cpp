@@ -31,9 +31,11 @@ Log End(const Log& log, size_t length) {
     return {log.end() - static_cast<ptrdiff_t>(std::min(length, log.size())), log.end()};
 }
 
-class SmartRenderTest : public testing::Test {
+class SmartRenderTest : public GlTest {
   protected:
-    SmartRenderTest() {
+    void SetUp() override {
+        GlTest::SetUp();
+        LeaveContext();
         host_.in_data.width = 4;
         host_.in_data.height = 2;
         Use(input_, output_);

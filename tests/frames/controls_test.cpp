@@ -165,31 +165,18 @@ void expect_control_matters(const ControlCase& row) {
     compare_with_expected(name, changed, frame, row.tolerance, row.tolerance == kJitterTolerance ? 0.02 : 0);
 }
 
-void expect_controls_matter(const std::vector<ControlCase>& cases) {
-    for (const ControlCase& row : cases)
-        expect_control_matters(row);
-}
+constexpr auto kTables = {noise_cases, colour_cases, line_cases, mask_cases};
 
-TEST(Controls, NoiseGoesWhereItShould) {
-    expect_controls_matter(noise_cases());
-}
-
-TEST(Controls, ColourGoesWhereItShould) {
-    expect_controls_matter(colour_cases());
-}
-
-TEST(Controls, LinesGoWhereTheyShould) {
-    expect_controls_matter(line_cases());
-}
-
-TEST(Controls, MasksGoWhereTheyShould) {
-    expect_controls_matter(mask_cases());
+TEST(Controls, MoveTheFrameToWhereTheyShould) {
+    for (const auto& table : kTables)
+        for (const ControlCase& row : table())
+            expect_control_matters(row);
 }
 
 TEST(Controls, AreEachNamedOnce) {
     std::multiset<std::string_view> named;
     std::multiset<std::string_view> all;
-    for (const auto& table : {noise_cases, colour_cases, line_cases, mask_cases})
+    for (const auto& table : kTables)
         for (const ControlCase& row : table())
             named.insert(ControlOf(row.control).id);
     for (const Control& control : kControls) {

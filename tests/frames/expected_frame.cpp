@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <numbers>
+#include <set>
+#include <type_traits>
 
 #include "tests/glsl/comparison.h"
 
@@ -13,81 +16,27 @@ namespace {
 using enum Section;
 using U = MainUniforms;
 
-struct FloatRule {
-    Section control;
-    float U::*uniform;
-    double factor;
-};
+// A uniform bears its control's id, but for these.
+std::string uniform_name(Section control) {
+    if (control == Speed) return "fluidSpeed";
+    if (control == LineWidth) return "linesWidth";
+    if (control == AlphaTreshold) return "alphaThreshold";
+    if (control == Seed) return "randomSeed";
+    std::string name(ControlOf(control).id);
+    name[0] = static_cast<char>(std::tolower(name[0]));
+    return name;
+}
 
-constexpr FloatRule kFloatRules[] = {
-    {NoiseContrast, &U::noiseContrast, 1},
-    {NoiseBrightness, &U::noiseBrightness, 1},
-    {OffsetX, &U::offsetX, 1e-3},
-    {OffsetY, &U::offsetY, 1e-3},
-    {Evolution, &U::evolution, 1},
-    {Speed, &U::fluidSpeed, 1e-3},
-    {Layer1Mult, &U::layer1Mult, 1},
-    {Layer2Mult, &U::layer2Mult, 1},
-    {AlphaTreshold, &U::alphaThreshold, 1e-2},
-    {NoiseBottomCroppingThreshold, &U::noiseBottomCroppingThreshold, 1e-2},
-    {NoiseBottomCroppingFeather, &U::noiseBottomCroppingFeather, 1e-2},
-    {NoiseTopCroppingThreshold, &U::noiseTopCroppingThreshold, 1e-2},
-    {NoiseTopCroppingFeather, &U::noiseTopCroppingFeather, 1e-2},
-    {NoiseGradientOffset, &U::noiseGradientOffset, 1e-2},
-    {NoiseGradientScale, &U::noiseGradientScale, 1e-2},
-    {NoiseGradientScaleBase, &U::noiseGradientScaleBase, 1e-2},
-    {GradientRandomizeAmplitude, &U::gradientRandomizeAmplitude, 1e-2},
-    {GradientRandomizeFrequency, &U::gradientRandomizeFrequency, 1e-2},
-    {ReflectionScale, &U::reflectionScale, 1},
-    {LinesVisible, &U::linesVisible, 1},
-    {LineWidth, &U::linesWidth, 1},
-    {LinesOffset, &U::linesOffset, 1e-2},
-    {LinesBottomCroppingThreshold, &U::linesBottomCroppingThreshold, 1e-2},
-    {LinesBottomCroppingFeather, &U::linesBottomCroppingFeather, 1e-2},
-    {LinesTopCroppingThreshold, &U::linesTopCroppingThreshold, 1e-2},
-    {LinesTopCroppingFeather, &U::linesTopCroppingFeather, 1e-2},
-    {LinesGradientOffset, &U::linesGradientOffset, 1e-2},
-    {LinesGradientScale, &U::linesGradientScale, 1e-2},
-    {LinesGradientScaleBase, &U::linesGradientScaleBase, 1e-2},
-    {LinesAlpha, &U::linesAlpha, 1e-2},
-    {LinesAlphaThreshold, &U::linesAlphaThreshold, 1e-2},
-    {LinesAlphaNoiseEvolution, &U::linesAlphaNoiseEvolution, 1},
-    {LinesAlphaNoiseSpeed, &U::linesAlphaNoiseSpeed, 1e-3},
-    {LinesRandomize, &U::linesRandomize, 1e-2},
-    {WidthRandomize, &U::widthRandomize, 1e-2},
-    {GradientRandomize, &U::gradientRandomize, 1e-1},  // ten times the percentage
-    {AlphaRandomize, &U::alphaRandomize, 1e-2},
-    {Seed, &U::randomSeed, 1},
-};
-
-struct IntRule {
-    Section control;
-    int U::*uniform;
-};
-
-constexpr IntRule kIntRules[] = {
-    {NoiseType, &U::noiseType},
-    {LoopEvolution, &U::loopEvolution},
-    {Complexity, &U::complexity},
-    {Layer1LightnessInvert, &U::layer1LightnessInvert},
-    {Layer1AlphaInvert, &U::layer1AlphaInvert},
-    {Layer2LightnessInvert, &U::layer2LightnessInvert},
-    {Layer2AlphaInvert, &U::layer2AlphaInvert},
-    {NoiseVisible, &U::noiseVisible},
-    {ColorizeMode, &U::colorizeMode},
-    {NoiseBottomCroppingEnabled, &U::noiseBottomCroppingEnabled},
-    {NoiseTopCroppingEnabled, &U::noiseTopCroppingEnabled},
-    {NoiseGradientLoop, &U::noiseGradientLoop},
-    {LinesBlendMode, &U::linesBlendMode},
-    {LinesCount, &U::linesCount},
-    {LinesLoop, &U::linesLoop},
-    {LinesBottomCroppingEnabled, &U::linesBottomCroppingEnabled},
-    {LinesTopCroppingEnabled, &U::linesTopCroppingEnabled},
-    {LinesGradientLoop, &U::linesGradientLoop},
-    {LinesAlphaNoiseType, &U::linesAlphaNoiseType},
-    {LinesAlphaNoiseLoopEvolution, &U::linesAlphaNoiseLoopEvolution},
-    {LinesAlphaNoiseComplexity, &U::linesAlphaNoiseComplexity},
-};
+// What a number is multiplied by on its way to a float uniform.
+double factor(Section control) {
+    static const std::set<Section> plain = {
+        NoiseContrast, NoiseBrightness, Evolution,    Layer1Mult, Layer2Mult, LinesAlphaNoiseEvolution,
+        LineWidth,     ReflectionScale, LinesVisible, Seed};
+    static const std::set<Section> thousandths = {OffsetX, OffsetY, Speed, LinesAlphaNoiseSpeed};
+    if (plain.contains(control)) return 1;
+    if (thousandths.contains(control)) return 0.001;
+    return control == GradientRandomize ? 0.1 : 0.01;
+}
 
 struct PairRule {
     Section control;
@@ -114,12 +63,17 @@ constexpr PairRule kPairRules[] = {
 };
 
 void set_number(U& uniforms, Section control, double value) {
-    for (const FloatRule& rule : kFloatRules)
-        if (rule.control == control) uniforms.*rule.uniform = static_cast<float>(value * rule.factor);
-    for (const IntRule& rule : kIntRules)
-        if (rule.control == control) uniforms.*rule.uniform = static_cast<int>(value);
     for (const PairRule& rule : kPairRules)
-        if (rule.control == control) rule.apply(uniforms, static_cast<float>(value));
+        if (rule.control == control) return rule.apply(uniforms, static_cast<float>(value));
+    const std::string wanted = uniform_name(control);
+    uniforms.each([&](const char* name, const auto& uniform) {
+        using Type = std::remove_cvref_t<decltype(uniform)>;
+        if constexpr (!std::is_same_v<Type, Pair>) {
+            const double scaled = std::is_same_v<Type, int> ? value : value * factor(control);
+            if (name == wanted)
+                const_cast<Type&>(uniform) = static_cast<Type>(scaled);  // of a mutable record
+        }
+    });
 }
 
 double eased(double u) {

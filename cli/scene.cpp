@@ -49,10 +49,10 @@ std::vector<int> read_frames(const json& value, const ScenePlace& place) {
 Tracks read_tracks(const json& value, const ScenePlace& place, const ControlCatalog& catalog) {
     if (!value.is_object()) throw place.failure("expected an object of values by control id");
     Tracks tracks;
-    for (const auto& [id, track] : value.items()) {
-        const ScenePlace here = place.member(id);
-        const Control& control = within(here, [&]() -> const Control& { return catalog.find(id); });
-        tracks[control.index] = read_track(control, track, here);
+    for (const auto& entry : value.items()) {
+        const ScenePlace here = place.member(entry.key());
+        const Control& control = within(here, [&]() -> const Control& { return catalog.find(entry.key()); });
+        tracks[control.index] = read_track(control, entry.value(), here);
     }
     return tracks;
 }

@@ -78,8 +78,8 @@ TEST(ControlCatalog, SuggestsTheNearestControl) {
         {"", "`flumo controls`"},
         {"InnerEnd", "group mark"},
     };
-    for (const auto& [id, expected] : cases) {
-        EXPECT_FAILURE(sample_catalog().find(id), ExitStatus::kUsage, expected) << id;
+    for (const auto& row : cases) {
+        EXPECT_FAILURE(sample_catalog().find(row.first), ExitStatus::kUsage, row.second) << row.first;
     }
 }
 

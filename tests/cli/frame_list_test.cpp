@@ -31,8 +31,8 @@ TEST(FrameList, RefusesWhatIsNoList) {
         {"1-5x-1", "step"},          {"5x2", "range"},
         {"99999999999", "expected"}, {"0-1000000", "1000000 frames"},
     };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_FAILURE(parse_frame_list(text), ExitStatus::kUsage, expected) << text;
+    for (const auto& row : cases) {
+        EXPECT_FAILURE(parse_frame_list(row.first), ExitStatus::kUsage, row.second) << row.first;
     }
 }
 

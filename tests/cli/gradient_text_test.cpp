@@ -62,8 +62,8 @@ TEST(GradientText, SaysWhatIsWrong) {
         {"0200000000000000", "24 bytes"},
         {"000000000", "24 bytes"},
     };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_FAILURE(parse_gradient(text), ExitStatus::kUsage, expected) << text;
+    for (const auto& row : cases) {
+        EXPECT_FAILURE(parse_gradient(row.first), ExitStatus::kUsage, row.second) << row.first;
     }
 }
 

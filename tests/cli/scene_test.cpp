@@ -124,8 +124,8 @@ TEST_F(SceneFile, PointsAtFileKeyAndExpectation) {
         {R"({"controls": {"Scale": [{"frame": 3, "value": 1}, {"frame": 3, "value": 1}]}})",
          "controls.Scale[1].frame: expected a frame after 3"},
     };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_FAILURE(read(text), ExitStatus::kUsage, expected) << text;
+    for (const auto& row : cases) {
+        EXPECT_FAILURE(read(row.first), ExitStatus::kUsage, row.second) << row.first;
     }
 }
 

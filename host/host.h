@@ -39,7 +39,7 @@ struct HostOptions {
     /// False: the effect is given no basic suite.
     bool basic_suite = true;
     /// Suites by name and version that this host does not offer.
-    std::set<std::pair<std::string, int>> missing_suites;
+    std::set<std::pair<std::string, int>> missing_suites{};
 };
 
 /// What the effect wrote into the out data of global set-up.

@@ -1,0 +1,89 @@
+#include "host/handles.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <thread>
+
+namespace flumo::host {
+namespace {
+
+using Disposal = HandleTable::Disposal;
+
+TEST(Handles, CountLocksAndForgetWhatIsDisposed) {
+    HandleTable table;
+    const PF_Handle handle = table.create(24);
+    EXPECT_EQ(table.size(handle), 24u);
+    EXPECT_EQ(table.lock(handle), *handle);
+    table.lock(handle);
+    EXPECT_EQ(table.lock_count(), 2u);
+    EXPECT_TRUE(table.unlock(handle));
+    EXPECT_TRUE(table.unlock(handle));
+    EXPECT_FALSE(table.unlock(handle));
+    EXPECT_EQ(table.dispose(handle), Disposal::kDone);
+    EXPECT_EQ(*handle, nullptr) << "a stale handle reads as empty";
+    EXPECT_EQ(table.lock(handle), nullptr);
+    EXPECT_EQ(table.dispose(handle), Disposal::kUnknown);
+    EXPECT_EQ(table.live_count(), 0u);
+    EXPECT_EQ(table.lock(nullptr), nullptr);
+}
+
+TEST(Handles, ReportMisuseAtDisposal) {
+    HandleTable table;
+    const PF_Handle locked = table.create(8);
+    table.lock(locked);
+    EXPECT_EQ(table.dispose(locked), Disposal::kWasLocked);
+    EXPECT_EQ(table.lock_count(), 0u);
+    for (const uint64_t size : {1u, 8u, 100000u}) {
+        const PF_Handle overrun = table.create(size);
+        static_cast<std::byte*>(*overrun)[size] ^= std::byte{1};
+        EXPECT_EQ(table.dispose(overrun), Disposal::kOverrun) << size;
+    }
+    const PF_Handle after = table.create(100000);
+    EXPECT_EQ(table.dispose(after), Disposal::kDone) << "damaged memory is not handed out again";
+}
+
+TEST(Handles, ResizeKeepsTheContentUnlessLocked) {
+    HandleTable table;
+    const PF_Handle handle = table.create(4);
+    std::memcpy(*handle, "abc", 4);
+    ASSERT_TRUE(table.resize(handle, 200000));
+    EXPECT_STREQ(static_cast<char*>(*handle), "abc");
+    ASSERT_TRUE(table.resize(handle, 2));
+    EXPECT_EQ(std::memcmp(*handle, "ab", 2), 0);
+    table.lock(handle);
+    EXPECT_FALSE(table.resize(handle, 8));
+}
+
+TEST(Handles, SmallBlocksHoldJunkAndLargeOnesAreReused) {
+    HandleTable table;
+    const PF_Handle small = table.create(16);
+    EXPECT_NE(static_cast<unsigned char*>(*small)[0], 0);
+    const PF_Handle large = table.create(1 << 20);
+    void* memory = *large;
+    table.dispose(large);
+    EXPECT_EQ(*table.create(1 << 20), memory);
+    EXPECT_EQ(table.create(UINT64_MAX), nullptr);
+}
+
+TEST(Handles, ServeManyThreads) {
+    HandleTable table;
+    {
+        std::vector<std::jthread> threads;
+        for (int t = 0; t < 4; ++t) {
+            threads.emplace_back([&] {
+                for (uint64_t i = 1; i < 2000; ++i) {
+                    const PF_Handle handle = table.create(i * 64);
+                    std::memset(table.lock(handle), 1, i * 64);
+                    table.unlock(handle);
+                    table.dispose(handle);
+                }
+            });
+        }
+    }
+    EXPECT_EQ(table.live_count(), 0u);
+    EXPECT_EQ(table.lock_count(), 0u);
+}
+
+}  // namespace
+}  // namespace flumo::host

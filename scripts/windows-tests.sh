@@ -50,7 +50,7 @@ make_prefix() {
 
 start_display
 make_prefix
-wineserver -p  # the server stays between the programs: a start then costs a third
+wineserver -p  # the server stays between the programs: each then starts faster
 
 rm -rf "$work/linux-frames"
 mkdir -p "$work/linux-frames"

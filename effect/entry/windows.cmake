@@ -20,4 +20,5 @@ add_custom_command(
 target_sources(Flumo PRIVATE flumo.def ${resource})
 set_target_properties(Flumo PROPERTIES PREFIX "" SUFFIX .aex)
 target_link_libraries(Flumo PRIVATE -static)
-target_link_options(Flumo PRIVATE -Wl,--gc-sections -Wl,--no-insert-timestamp)
+# Stripped by the linker: the strip program would put the time of day into the file.
+target_link_options(Flumo PRIVATE -Wl,--gc-sections -Wl,--no-insert-timestamp $<$<CONFIG:Release>:-s>)

@@ -81,17 +81,12 @@ TEST_F(Contexts, HiddenWindowIsAsTheHostKnowsIt) {
     wanted.cDepthBits = 8;
     EXPECT_EQ(std::memcmp(&format, &wanted, sizeof(format)), 0);
 
-    const HWND window = FindWindowA("AESDK_OpenGL_Flumo_Win_Class0", "OpenGL-using FBOs in AE");
+    const spy::WindowRequest wanted_window = {
+        .ex_style = 0x40100, .width = 8, .height = 8, .title = "OpenGL-using FBOs in AE"};
+    EXPECT_TRUE(spy::last_window() == wanted_window);
+    const HWND window = FindWindowA("AESDK_OpenGL_Flumo_Win_Class0", nullptr);
     ASSERT_NE(window, nullptr);
     EXPECT_FALSE(IsWindowVisible(window));
-    RECT place = {};
-    GetWindowRect(window, &place);
-    EXPECT_THAT(
-        (std::vector<LONG>{place.left, place.top, place.right - place.left, place.bottom - place.top}),
-        ElementsAre(0, 0, 8, 8));
-    constexpr LONG_PTR kExtended = 0x40100;
-    EXPECT_EQ(GetWindowLongPtrA(window, GWL_EXSTYLE) & kExtended, kExtended);
-    EXPECT_EQ(GetParent(window), nullptr);
 }
 
 // A context of the host's own, on a window of its own, current on the calling thread while this lives.

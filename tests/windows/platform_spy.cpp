@@ -28,6 +28,7 @@ struct State {
     ExtensionsString extensions_string = nullptr;
     WNDCLASSEXA last_class{};
     PIXELFORMATDESCRIPTOR last_format{};
+    WindowRequest last_window{};
     int live_contexts = 0;
     int wrong_shares = 0;
 };
@@ -46,7 +47,7 @@ using Lock = std::lock_guard<std::mutex>;
 std::string name_of(char kind, const void* handle) {
     if (handle == nullptr) return "-";
     std::string& name = state().names[{kind, handle}];
-    if (name.empty()) name = kind + std::to_string(state().made[kind]++);
+    if (name.empty()) name.append(1, kind).append(std::to_string(state().made[kind]++));
     return name;
 }
 
@@ -85,6 +86,7 @@ HWND WINAPI create_window(DWORD ex_style, LPCSTR class_name, LPCSTR title, DWORD
                                  instance, parameter);
     }
     note("CreateWindowExA " + name_of_new('w', window));
+    state().last_window = {ex_style, style, x, y, width, height, parent, menu, instance, parameter, title};
     return window;
 }
 
@@ -136,7 +138,7 @@ HGLRC WINAPI create_context(HDC dc) {
 std::string text_of(const int* attributes) {
     std::string text;
     for (; attributes != nullptr && *attributes != 0; ++attributes)
-        text += " " + std::to_string(*attributes);
+        text.append(1, ' ').append(std::to_string(*attributes));
     return text;
 }
 
@@ -261,6 +263,11 @@ void hide_extension(std::string_view name) {
 WNDCLASSEXA last_class() {
     const Lock lock(state().mutex);
     return state().last_class;
+}
+
+WindowRequest last_window() {
+    const Lock lock(state().mutex);
+    return state().last_window;
 }
 
 PIXELFORMATDESCRIPTOR last_format() {

@@ -32,6 +32,24 @@ void hide_extension(std::string_view name);
 
 /// The record of the class that was registered last; its texts are not kept.
 WNDCLASSEXA last_class();
+/// What a window was asked for with, beside its class.
+struct WindowRequest {
+    DWORD ex_style = 0;
+    DWORD style = 0;
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    HWND parent = nullptr;
+    HMENU menu = nullptr;
+    HINSTANCE instance = nullptr;
+    void* parameter = nullptr;
+    std::string title = {};
+    bool operator==(const WindowRequest&) const = default;
+};
+/// The window that was asked for last.
+WindowRequest last_window();
+
 /// Format that was asked for last.
 PIXELFORMATDESCRIPTOR last_format();
 

@@ -12,9 +12,11 @@ GradientSample Held(const GradientStop& stop) {
     return {stop.r, stop.g, stop.b, stop.a};
 }
 
-// Cosine ease mixed with 30% of the straight line.
+// Cosine ease mixed with 30% of the straight line. The cosine is rounded from a double: the float functions
+// of two platforms differ in the last bit, and so would the frames.
 float EaseSin(float u) {
-    return (0.5F - 0.5F * std::cos(kPi * u)) * 0.7F + u * 0.3F;
+    const auto cosine = static_cast<float>(std::cos(static_cast<double>(kPi * u)));
+    return (0.5F - 0.5F * cosine) * 0.7F + u * 0.3F;
 }
 
 GradientSample Blend(const GradientStop& prev, const GradientStop& next, float u) {

@@ -1,20 +1,16 @@
 #!/usr/bin/env bash
 # Writes dist/Flumo-<version>-windows-x64.zip and dist/flumo-<version>-linux-x64.tar.gz from the builds build/windows
-# and build/release. The same commit gives the same bytes: times are the commit's, owners are root, files are sorted.
+# and build/release. The same commit gives the same bytes: all times are the commit's.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 umask 022
-export TZ=UTC LC_ALL=C
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
 export SOURCE_DATE_EPOCH
-
-as_root=()
-[ "$(id -u)" -eq 0 ] || as_root=(fakeroot)
 
 pack() {
     local preset=$1 pattern=$2 work=build/$1/package
     rm -rf "$work"
-    "${as_root[@]}" cpack --config "build/$preset/CPackConfig.cmake" -B "$work" > "build/$preset/package.log" || {
+    cpack --config "build/$preset/CPackConfig.cmake" -B "$work" > "build/$preset/package.log" || {
         cat "build/$preset/package.log" >&2
         exit 1
     }

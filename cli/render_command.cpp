@@ -1,6 +1,7 @@
 #include "cli/render_command.h"
 
 #include <cstdio>
+#include <new>
 #include <string>
 
 #include "cli/look.h"
@@ -23,11 +24,17 @@ host::FrameRequest request_of(const RenderJob& job, int frame) {
     return request;
 }
 
+Failure frame_failure(int frame, const std::string& why) {
+    return {ExitStatus::kFrameFailed, "frame " + std::to_string(frame) + ": " + why};
+}
+
 // `world` keeps its memory from frame to frame.
 void render_frame(host::Instance& instance, const RenderJob& job, int frame, host::World& world) try {
     instance.render(request_of(job, frame), world);
 } catch (const host::HostError& error) {
-    throw Failure(ExitStatus::kFrameFailed, "frame " + std::to_string(frame) + ": " + error.what());
+    throw frame_failure(frame, error.what());
+} catch (const std::bad_alloc&) {
+    throw frame_failure(frame, "not enough memory");
 }
 
 ExitStatus stopped(ExitStatus status, size_t done, size_t all) {

@@ -1,5 +1,9 @@
 #include "cli/picture_file.h"
 
+#include <OpenEXR/ImfChannelList.h>
+#include <OpenEXR/ImfFrameBuffer.h>
+#include <OpenEXR/ImfHeader.h>
+#include <OpenEXR/ImfOutputFile.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -56,6 +60,25 @@ TEST(PictureFile, ExrComesBackExactly) {
     const Picture picture = noise_picture<float>(37, 5);
     write_exr(folder / "a.exr", picture);
     EXPECT_TRUE(read_exr(folder / "a.exr").samples == picture.samples);
+}
+
+// A display window of 3 x 2 at (10, 20); data from (11, 19) to (14, 20): what sticks out is cut, what is
+// missing is transparent.
+TEST(PictureFile, ExrFillsTheDisplayWindow) {
+    const ScratchFolder folder;
+    Imf::Header header({{10, 20}, {12, 21}}, {{11, 19}, {14, 20}});
+    header.channels().insert("Y", Imf::Channel(Imf::FLOAT));
+    const float values[] = {1, 2, 3, 4, 5, 6, 7, 8};
+    {
+        Imf::FrameBuffer buffer;
+        buffer.insert(
+            "Y", Imf::Slice::Make(Imf::FLOAT, values, header.dataWindow(), sizeof(float), 4 * sizeof(float)));
+        Imf::OutputFile file((folder / "a.exr").c_str(), header);
+        file.setFrameBuffer(buffer);
+        file.writePixels(2);
+    }
+    EXPECT_THAT(std::get<std::vector<float>>(read_exr(folder / "a.exr").samples),
+                ElementsAre(0, 0, 0, 0, 5, 5, 5, 1, 6, 6, 6, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
 }
 
 TEST(PictureFile, ExrHoldsPremultipliedColour) {

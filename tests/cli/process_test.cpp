@@ -312,7 +312,8 @@ TEST_F(FlumoProcess, ASignalEndsAfterAWholeFrame) {
         // Job control gives the child its own group, so that SIGINT is not ignored as in background jobs.
         const std::string script = "set -m; " FLUMO_PROGRAM " render --size 64x36 --frames 1-9999 -o " + out +
                                    "/####.png & pid=$!; while [ ! -e " + out +
-                                   "/0002.png ]; do sleep 0.02; done; kill -" + signal + " $pid; wait $pid";
+                                   "/0002.png ] && kill -0 $pid; do sleep 0.02; done; kill -" + signal +
+                                   " $pid; wait $pid";
         const auto result = run_child({"bash", "-c", script});
         EXPECT_EQ(result->status, status);
         EXPECT_THAT(result->errors, HasSubstr("of 9999 frames"));

@@ -7,7 +7,8 @@ namespace flumo::host {
 namespace {
 
 /// What a kind of call can be made to answer.
-enum class Failing { kNever, kNullOnly, kErrorOnly, kErrorOrNull, kAcquire };
+/// A thing that is given back is back even when the host reports an error.
+enum class Failing { kNever, kNullOnly, kErrorOnly, kErrorOrNull, kAcquire, kGiveBack };
 
 struct CallbackRow {
     std::string_view name;
@@ -16,7 +17,7 @@ struct CallbackRow {
 
 constexpr CallbackRow kRows[] = {
     {"checkout_param", Failing::kErrorOnly},
-    {"checkin_param", Failing::kErrorOnly},
+    {"checkin_param", Failing::kGiveBack},
     {"add_param", Failing::kErrorOnly},
     {"abort", Failing::kErrorOnly},
     {"progress", Failing::kErrorOnly},
@@ -28,7 +29,7 @@ constexpr CallbackRow kRows[] = {
     {"host_get_handle_size", Failing::kNullOnly},
     {"host_resize_handle", Failing::kErrorOnly},
     {"AcquireSuite", Failing::kAcquire},
-    {"ReleaseSuite", Failing::kErrorOnly},
+    {"ReleaseSuite", Failing::kGiveBack},
     {"sprintf", Failing::kNever},
     {"strcpy", Failing::kNever},
     {"AEGP_RegisterWithAEGP", Failing::kErrorOnly},
@@ -39,7 +40,7 @@ constexpr CallbackRow kRows[] = {
     {"iterate", Failing::kErrorOnly},
     {"checkout_layer", Failing::kErrorOnly},
     {"checkout_layer_pixels", Failing::kErrorOnly},
-    {"checkin_layer_pixels", Failing::kErrorOnly},
+    {"checkin_layer_pixels", Failing::kGiveBack},
     {"checkout_output", Failing::kErrorOnly},
     {"PF_GetDrawingReference", Failing::kErrorOrNull},
     {"PF_AppGetBgColor", Failing::kErrorOnly},
@@ -53,7 +54,7 @@ constexpr CallbackRow kRows[] = {
     {"NewImageFromBuffer", Failing::kErrorOrNull},
     {"pixel layout question", Failing::kErrorOrNull},
     {"RetainObject", Failing::kErrorOnly},
-    {"ReleaseObject", Failing::kErrorOnly},
+    {"ReleaseObject", Failing::kGiveBack},
     {"path operation", Failing::kErrorOnly},
     {"FillPath", Failing::kErrorOnly},
     {"StrokePath", Failing::kErrorOnly},
@@ -82,6 +83,8 @@ std::vector<FaultMode> fault_modes(Callback which) {
             return {FaultMode::kError, FaultMode::kNull};
         case Failing::kAcquire:
             return {FaultMode::kError, FaultMode::kNull, FaultMode::kErrorWithResult};
+        case Failing::kGiveBack:
+            return {FaultMode::kErrorWithResult};
         case Failing::kNever:
             break;
     }

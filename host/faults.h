@@ -73,7 +73,7 @@ enum class FaultMode : uint8_t {
     kError,
     /// Success, but every output is null or zero.
     kNull,
-    /// The outputs are right, yet an error number is returned.
+    /// The call does its work, yet an error number is returned.
     kErrorWithResult,
 };
 

@@ -41,7 +41,8 @@ PF_Err answer(Callback which, Work&& work, Clear&& clear) {
         clear();
         return PF_Err_NONE;
     }
-    return guarded(*call, work);
+    const PF_Err error = guarded(*call, work);
+    return fault ? call->host.faults().error_number() : error;
 }
 
 template <class Work>

@@ -123,7 +123,8 @@ std::vector<ControlCase> line_cases() {
 
 // The mask takes whole stretches of the lines away; pixels at its border are left out of the comparison.
 std::vector<ControlCase> mask_cases() {
-    const Look masked = with(lined_plane(kWidth, kHeight), {{LineWidth, 12},
+    const Look masked = with(lined_plane(kWidth, kHeight), {{Complexity, 7},  // what smoke and cells follow
+                                                            {LineWidth, 12},
                                                             {LinesAlphaThreshold, 50},
                                                             {LinesAlphaNoiseEvolution, 70},
                                                             {LinesAlphaNoiseScale, 300}});

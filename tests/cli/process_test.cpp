@@ -121,6 +121,8 @@ TEST_F(FlumoProcess, TellsOutputThatCannotBeWrittenBeforeTheWork) {
         EXPECT_THAT(said.errors, HasSubstr(output));
     }
     EXPECT_EQ(run({"render", "-o", "/proc/flumo.png"}).status, 5);
+    // A frame that would fail is not even begun.
+    EXPECT_EQ(run({"render", "--size", "30000x1", "-o", folder_ / "none/a.png"}).status, 5);
     EXPECT_EQ(render("frame.jpg").status, 2);
     EXPECT_EQ(folder_.file_count(), 2u);
 }
@@ -310,13 +312,13 @@ TEST_F(FlumoProcess, ASignalEndsAfterAWholeFrame) {
         const std::string out = folder_ / signal;
         std::filesystem::create_directory(out);
         // Job control gives the child its own group, so that SIGINT is not ignored as in background jobs.
-        const std::string script = "set -m; " FLUMO_PROGRAM " render --size 64x36 --frames 1-9999 -o " + out +
+        const std::string script = "set -m; " FLUMO_PROGRAM " render --size 64x36 --frames 1-400 -o " + out +
                                    "/####.png & pid=$!; while [ ! -e " + out +
                                    "/0002.png ] && kill -0 $pid; do sleep 0.02; done; kill -" + signal +
                                    " $pid; wait $pid";
         const auto result = run_child({"bash", "-c", script});
         EXPECT_EQ(result->status, status);
-        EXPECT_THAT(result->errors, HasSubstr("of 9999 frames"));
+        EXPECT_THAT(result->errors, HasSubstr("of 400 frames"));
         for (const auto& entry : std::filesystem::directory_iterator(out)) {
             EXPECT_NO_THROW(read_picture(entry.path())) << entry.path();
         }

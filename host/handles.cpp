@@ -119,7 +119,7 @@ std::vector<LiveHandle> HandleTable::live() const {
     std::lock_guard guard(mutex_);
     std::vector<LiveHandle> handles;
     for (const auto& [handle, block] : live_)
-        handles.push_back({block->serial, block->size, block->locks});
+        handles.push_back({block->serial, block->size, block->locks, handle});
     std::ranges::sort(handles, {}, &LiveHandle::serial);
     return handles;
 }

@@ -19,6 +19,7 @@ struct LiveHandle {
     uint64_t serial = 0;
     uint64_t size = 0;
     int locks = 0;
+    PF_Handle handle = nullptr;
 };
 
 /// Thread-safe. A disposed handle keeps a null master pointer for a long while, so that a stale copy of

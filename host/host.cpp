@@ -56,7 +56,7 @@ void Host::global_setup() {
 }
 
 void Host::params_setup() {
-    release_defaults();
+    release_controls();
     const Outcome outcome = send(PF_Cmd_PARAMS_SETUP);
     num_params_ = outcome.out.num_params;
     throw_on_error(PF_Cmd_PARAMS_SETUP, outcome);
@@ -68,7 +68,7 @@ void Host::params_setup() {
 
 void Host::global_setdown() {
     is_set_up_ = false;
-    release_defaults();
+    release_controls();
     const Outcome outcome = send(PF_Cmd_GLOBAL_SETDOWN);
     global_data_ = nullptr;
     throw_on_error(PF_Cmd_GLOBAL_SETDOWN, outcome);
@@ -154,7 +154,7 @@ PF_Err Host::add_control(const PF_ParamDef& definition) {
     return PF_Err_NONE;
 }
 
-void Host::release_defaults() {
+void Host::release_controls() {
     for (Control& control : controls_) {
         PF_ArbitraryH& dephault = control.definition.u.arb_d.dephault;
         if (control.kind != ControlKind::kArbitrary || !dephault) continue;

@@ -75,6 +75,8 @@ class Host {
     void params_setup();
     /// Gives back the controls' defaults, then sends the command. Throws HostError.
     void global_setdown();
+    /// Gives back the controls' defaults and forgets the controls. Instances and values must be gone.
+    void release_controls();
     /// The text of the about box.
     std::string about();
 
@@ -112,8 +114,6 @@ class Host {
     InputLayers& input_layers() { return *input_layers_; }
 
   private:
-    void release_defaults();
-
     const Module& module_;
     HostOptions options_;
     HandleTable handles_;

@@ -15,18 +15,23 @@
 namespace flumo::tests {
 namespace {
 
-// The place of a fresh handle in the process's table, which is filled from the bottom: it rises when handles
-// are lost. Wine answers GetProcessHandleCount with 0, whatever is open. The highest of many, so that a hole
-// in the table does not hide a loss.
-std::uintptr_t handle_mark() {
+// The place of a fresh handle in the process's table, which is filled from the bottom: it rises by one for
+// each handle that is lost. Wine answers GetProcessHandleCount with 0, whatever is open. It is the highest of
+// many, so that a hole in the table does not hide a loss.
+std::intptr_t handle_mark() {
     std::array<HANDLE, 64> probes = {};
     for (HANDLE& probe : probes)
         probe = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-    const auto highest = reinterpret_cast<std::uintptr_t>(*std::max_element(probes.begin(), probes.end()));
+    const auto highest = reinterpret_cast<std::intptr_t>(*std::max_element(probes.begin(), probes.end()));
     for (const HANDLE probe : probes)
         CloseHandle(probe);
-    return highest;
+    constexpr std::intptr_t kHandleStep = 4;
+    return highest / kHandleStep;
 }
+
+// A lock of the system's gets its handle when two threads first meet at it, so a few come late: up to three
+// were seen in forty rounds. What a round loses comes with every round.
+constexpr std::intptr_t kLateHandles = 4;
 
 std::ptrdiff_t count_calls(const std::string& name) {
     const auto calls = spy::calls();
@@ -54,7 +59,7 @@ void expect_different_classes(std::size_t contexts) {
 TEST(HandleMark, RisesWhenAHandleIsLost) {
     const auto before = handle_mark();
     const HANDLE lost = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-    EXPECT_GT(handle_mark(), before);
+    EXPECT_EQ(handle_mark(), before + 1);
     CloseHandle(lost);
     EXPECT_EQ(handle_mark(), before);
 }
@@ -64,13 +69,13 @@ TEST(Endurance, HundredRoundsOfSetUpAndSetDown) {
     constexpr int kSettled = 10;
     const WindowsModule windows;
     host::Host host(windows.module());
-    std::uintptr_t settled = 0;
+    std::intptr_t settled = 0;
     for (int round = 0; round < kRounds; ++round) {
         ASSERT_EQ(set_up(host), PF_Err_NONE) << "round " << round;
         host.global_setdown();
         if (round == kSettled) settled = handle_mark();
     }
-    EXPECT_LE(handle_mark(), settled);
+    EXPECT_LE(handle_mark(), settled + kLateHandles);
     expect_paired_calls(kRounds);
     expect_different_classes(kRounds);
     EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
@@ -78,11 +83,11 @@ TEST(Endurance, HundredRoundsOfSetUpAndSetDown) {
 
 TEST(Endurance, EightThreadsThatComeAndGo) {
     constexpr int kThreads = 8;
-    constexpr int kRounds = 5;
-    constexpr int kSettled = 1;
+    constexpr int kRounds = 10;
+    constexpr int kSettled = 2;
     const WindowsModule windows;
     host::Host host(windows.module());
-    std::uintptr_t settled = 0;
+    std::intptr_t settled = 0;
     for (int round = 0; round < kRounds; ++round) {
         host.start();
         auto instance = host.new_instance();
@@ -103,7 +108,7 @@ TEST(Endurance, EightThreadsThatComeAndGo) {
         EXPECT_EQ(spy::live_contexts(), 0) << "round " << round;
         if (round == kSettled) settled = handle_mark();
     }
-    EXPECT_LE(handle_mark(), settled);
+    EXPECT_LE(handle_mark(), settled + kLateHandles);
     expect_paired_calls(kRounds * (kThreads + 1));
     EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
 }

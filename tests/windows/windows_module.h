@@ -8,6 +8,7 @@
 
 namespace flumo::tests {
 
+/// One in a process: a second load meets the window classes of the first, and its set-up is refused.
 class WindowsModule {
   public:
     WindowsModule() { spy::install(handle()); }

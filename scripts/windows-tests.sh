@@ -48,9 +48,19 @@ make_prefix() {
     touch "$WINEPREFIX/.ready"
 }
 
+# With a window of its own, so that Wine's desktop has the display and stays between the tests.
+keep_desktop() {
+    coproc keeper { wine build/windows/tests/windows/desktop_keeper.exe 2> /dev/null; }
+    local answer
+    read -r -t 120 answer <&"${keeper[0]}" && [[ $answer == ready* ]] || {
+        echo "windows-tests: Wine cannot make a window on the virtual display" >&2
+        exit 1
+    }
+}
+
 start_display
 make_prefix
-wineserver -p  # the server stays between the programs: each then starts faster
+keep_desktop
 
 rm -rf "$work/linux-frames"
 mkdir -p "$work/linux-frames"

@@ -1,5 +1,6 @@
 #include "cli/gradient_stops.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <map>
@@ -21,13 +22,20 @@ struct StoredStop {
 };
 static_assert(sizeof(StoredStop) == 24);
 
+// By the number of the kind.
+constexpr std::array<std::string_view, 3> kKindWords = {"linear", "sin", "edge"};
+
 }  // namespace
 
 std::optional<StopKind> kind_from_word(std::string_view word) {
-    if (word == "linear") return StopKind::kLinear;
-    if (word == "sin") return StopKind::kSin;
-    if (word == "edge") return StopKind::kEdge;
-    return std::nullopt;
+    const auto found = std::ranges::find(kKindWords, word);
+    if (found == kKindWords.end()) return std::nullopt;
+    return static_cast<StopKind>(found - kKindWords.begin());
+}
+
+std::optional<std::string_view> word_of_kind(StopKind kind) {
+    const auto row = static_cast<size_t>(kind);
+    return row < kKindWords.size() ? std::optional(kKindWords[row]) : std::nullopt;
 }
 
 std::optional<Colour> colour_from_hex(std::string_view text) {
@@ -58,6 +66,21 @@ std::vector<uint8_t> to_stored_form(std::span<const Stop> stops) {
         next += sizeof stop;
     }
     return bytes;
+}
+
+std::optional<std::vector<Stop>> stops_from_stored_form(std::span<const std::byte> bytes) {
+    int32_t count = 0;
+    if (bytes.size() < sizeof count) return std::nullopt;
+    std::memcpy(&count, bytes.data(), sizeof count);
+    bytes = bytes.subspan(sizeof count);
+    if (count < 0 || bytes.size() != static_cast<size_t>(count) * sizeof(StoredStop)) return std::nullopt;
+    std::vector<Stop> stops;
+    for (; !bytes.empty(); bytes = bytes.subspan(sizeof(StoredStop))) {
+        StoredStop stop{};
+        std::memcpy(&stop, bytes.data(), sizeof stop);
+        stops.push_back({stop.position, stop.kind, stop.colour});
+    }
+    return stops;
 }
 
 }  // namespace flumo::cli

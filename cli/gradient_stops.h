@@ -1,6 +1,7 @@
 // A gradient as the program handles it, between its spellings and the bytes that the effect stores.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -38,6 +39,8 @@ struct Stop {
 
 /// "linear", "sin" or "edge", or nothing for another word.
 std::optional<StopKind> kind_from_word(std::string_view word);
+/// The same the other way, nothing for a number that is no kind.
+std::optional<std::string_view> word_of_kind(StopKind kind);
 
 /// `#rgb`, `#rrggbb` or `#rrggbbaa`, or nothing for another text.
 std::optional<Colour> colour_from_hex(std::string_view text);
@@ -45,5 +48,8 @@ std::optional<Colour> colour_from_hex(std::string_view text);
 /// The effect's stored form: a count, then 24 bytes a stop, ascending; of two stops at one position
 /// the later one wins.
 std::vector<uint8_t> to_stored_form(std::span<const Stop> stops);
+
+/// The stops of a stored form, as they stand, or nothing where count and size do not agree.
+std::optional<std::vector<Stop>> stops_from_stored_form(std::span<const std::byte> bytes);
 
 }  // namespace flumo::cli

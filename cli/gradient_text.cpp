@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
+#include <charconv>
 #include <cmath>
 #include <sstream>
 
@@ -121,29 +121,12 @@ std::vector<uint8_t> bytes_from_hex(std::string_view text) {
     return bytes;
 }
 
-template <typename Value>
-Value value_at(const std::vector<uint8_t>& bytes, size_t offset) {
-    std::array<uint8_t, sizeof(Value)> raw{};
-    std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(offset), raw.size(), raw.begin());
-    return std::bit_cast<Value>(raw);
-}
-
 std::vector<Stop> parse_stored_form(std::string_view text) {
-    constexpr size_t kCountSize = 4;
-    constexpr size_t kStopSize = 24;
     const std::vector<uint8_t> bytes = bytes_from_hex(text);
-    const size_t count = bytes.size() < kCountSize ? 0 : value_at<uint32_t>(bytes, 0);
-    if (text.size() % 2 != 0 || bytes.size() != kCountSize + count * kStopSize) {
+    auto stops = stops_from_stored_form(std::as_bytes(std::span(bytes)));
+    if (text.size() % 2 != 0 || !stops)
         throw bad_gradient("stored form: expected 4 bytes of count and 24 bytes for each stop");
-    }
-    std::vector<Stop> stops;
-    for (size_t at = kCountSize; at < bytes.size(); at += kStopSize) {
-        const auto channel = [&](size_t i) { return value_at<float>(bytes, at + 8 + 4 * i); };
-        stops.push_back({value_at<float>(bytes, at),
-                         value_at<StopKind>(bytes, at + 4),
-                         {channel(0), channel(1), channel(2), channel(3)}});
-    }
-    return stops;
+    return *std::move(stops);
 }
 
 std::string_view trimmed(std::string_view text) {

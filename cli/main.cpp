@@ -8,6 +8,8 @@
 #include "cli/exit_status.h"
 #include "cli/help_format.h"
 #include "cli/info_command.h"
+#include "cli/panel_command.h"
+#include "cli/panel_options.h"
 #include "cli/render_command.h"
 #include "cli/render_options.h"
 #include "cli/session.h"
@@ -23,6 +25,8 @@ constexpr const char* kFooter = R"(
 Examples:
   flumo render -o look.png      the shortest picture: the default look at 1920x1080
   flumo render --help           sizes, sequences, controls, gradients, layers, scenes
+  flumo panel Gradient -o panel.png
+                                the gradient editor as the effect paints it, and a pointer to play on it
   flumo controls                every control with its range and default
   flumo info --json             identity, flags and OpenGL driver for scripts
 
@@ -85,12 +89,15 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     app.formatter(std::make_shared<HelpFormat>());
 
     RenderOptions render_options;
+    PanelRequest panel_request;
     ListOptions list_options;
     CLI::App* render_command = app.add_subcommand("render", "Render frames into picture files");
+    CLI::App* panel_command = app.add_subcommand("panel", "Draw a gradient's editor and play events on it");
     CLI::App* controls_command = app.add_subcommand("controls", "List the effect's controls");
     CLI::App* info_command =
         app.add_subcommand("info", "Show the effect's identity, flags and OpenGL driver");
     add_render_options(*render_command, render_options);
+    add_panel_options(*panel_command, panel_request);
     add_list_options(*controls_command, list_options, kControlsFooter);
     add_list_options(*info_command, list_options, kInfoFooter);
     try {
@@ -101,6 +108,7 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     if (controls_command->parsed()) return list_controls(list_options, output);
     if (info_command->parsed()) return show_info(list_options, output);
     if (render_command->parsed()) return render(render_options);
+    if (panel_command->parsed()) return panel(panel_request, output);
     throw usage_failure("expected a command, such as: flumo render -o look.png");
 }
 

@@ -1,5 +1,7 @@
 #include "cli/session.h"
 
+#include <dlfcn.h>
+
 #include <array>
 
 #include "cli/exit_status.h"
@@ -10,8 +12,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A module that is unloaded takes the OpenGL driver and its threads with it; at the end of a program that is
+// all risk and no gain.
+void keep_loaded(const fs::path& path) {
+    void* const again = dlopen(fs::absolute(path).c_str(), RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+    if (again) dlclose(again);
+}
+
 host::Module load_module(const fs::path& path) try {
     host::Module module(path);
+    keep_loaded(path);
     // An effect that does not register is none.
     static_cast<void>(module.register_plugin());
     return module;

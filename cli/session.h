@@ -15,8 +15,9 @@ std::filesystem::path module_path(const std::filesystem::path& given);
 /// Instances and arbitrary values must be gone before the session ends.
 class Session {
   public:
-    /// Loads the module and runs global set-up and parameter set-up. Throws Failure: (unreadable input) for
-    /// a module that is none, (no OpenGL) when global set-up fails.
+    /// Loads the module, which stays loaded until the process ends, and runs global set-up and parameter
+    /// set-up. Throws Failure: (unreadable input) for a module that is none, (no OpenGL) when global set-up
+    /// fails.
     explicit Session(const std::filesystem::path& given_module);
 
     host::Host& host() { return host_; }

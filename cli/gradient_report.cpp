@@ -1,0 +1,77 @@
+#include "cli/gradient_report.h"
+
+#include "cli/exit_status.h"
+#include "cli/gradient_stops.h"
+#include "cli/number_text.h"
+#include "cli/text_list.h"
+#include "host/host_error.h"
+
+namespace flumo::cli {
+namespace {
+
+using nlohmann::ordered_json;
+
+std::string hex_of(std::span<const std::byte> bytes) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text;
+    for (const std::byte byte : bytes) {
+        text += kDigits[std::to_integer<size_t>(byte) >> 4];
+        text += kDigits[std::to_integer<size_t>(byte) & 15];
+    }
+    return text;
+}
+
+// 0.1 shall not read as 0.10000000149011612.
+double short_number(float value) {
+    return std::stod(number_text(value));
+}
+
+ordered_json kind_json(StopKind kind) {
+    const auto word = word_of_kind(kind);
+    return word ? ordered_json(*word) : ordered_json(static_cast<int32_t>(kind));
+}
+
+ordered_json stops_json(const host::ArbitraryValue& value) {
+    const auto bytes = value.flatten();
+    ordered_json array = ordered_json::array();
+    for (const Stop& stop : stops_from_stored_form(bytes).value()) {
+        ordered_json colour = ordered_json::array();
+        for (const float channel : {stop.colour.r, stop.colour.g, stop.colour.b, stop.colour.a})
+            colour.push_back(short_number(channel));
+        array.push_back({{"at", short_number(stop.at)}, {"kind", kind_json(stop.kind)}, {"color", colour}});
+    }
+    return array;
+}
+
+std::string words_of(const host::EventOutcome& outcome) {
+    return outcome.error == PF_Err_NONE ? "" : "\terror " + host::error_name(outcome.error);
+}
+
+}  // namespace
+
+GradientForm parse_gradient_form(std::string_view text) {
+    if (text == "text") return GradientForm::kText;
+    if (text == "hex") return GradientForm::kHex;
+    if (text == "json") return GradientForm::kJson;
+    throw usage_failure("print " + in_quotes(text) + ": expected text, hex or json");
+}
+
+void GradientReport::add(const std::string& event, const host::EventOutcome& outcome,
+                         const host::ArbitraryValue& value) {
+    if (form_ == GradientForm::kJson) {
+        entries_.push_back({{"event", event},
+                            {"error", outcome.error},
+                            {"handled", outcome.handled()},
+                            {"changed", outcome.changed},
+                            {"stops", stops_json(value)}});
+        return;
+    }
+    const std::string gradient = form_ == GradientForm::kHex ? hex_of(value.flatten()) : value.print();
+    lines_ += event + "\t" + gradient + words_of(outcome) + "\n";
+}
+
+std::string GradientReport::text() const {
+    return form_ == GradientForm::kJson ? entries_.dump(2) + "\n" : lines_;
+}
+
+}  // namespace flumo::cli

@@ -1,0 +1,34 @@
+// A gradient and how it came to be, for people and scripts.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+
+#include "host/arbitrary_value.h"
+#include "host/control_events.h"
+
+namespace flumo::cli {
+
+/// The effect's text form; its stored form in hexadecimal digits; JSON as scene files have it.
+enum class GradientForm { kText, kHex, kJson };
+
+/// Reads `text`, `hex` or `json`. Throws Failure (usage).
+GradientForm parse_gradient_form(std::string_view text);
+
+/// The stops after each event of a session: a line each, the event, a tab and the gradient, or one JSON
+/// array that also tells what the effect answered.
+class GradientReport {
+  public:
+    explicit GradientReport(GradientForm form) : form_(form) {}
+
+    void add(const std::string& event, const host::EventOutcome& outcome, const host::ArbitraryValue& value);
+    std::string text() const;
+
+  private:
+    GradientForm form_;
+    std::string lines_;
+    nlohmann::ordered_json entries_ = nlohmann::ordered_json::array();
+};
+
+}  // namespace flumo::cli

@@ -162,7 +162,7 @@ int FakeHost::HeldLocks() const {
     return held;
 }
 
-long FakeHost::Count(const std::string& line) const {
+std::ptrdiff_t FakeHost::Count(const std::string& line) const {
     return std::ranges::count(log, line);
 }
 

@@ -36,7 +36,7 @@ class FakeHost {
     Block& At(PF_Handle handle) { return *blocks.at(handle); }
     int HeldLocks() const;
     /// How often a line stands in the log.
-    long Count(const std::string& line) const;
+    std::ptrdiff_t Count(const std::string& line) const;
     /// No suite is held, and no lock.
     bool AllGivenBack() const { return held_suites.empty() && HeldLocks() == 0; }
 

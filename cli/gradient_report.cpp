@@ -1,5 +1,8 @@
 #include "cli/gradient_report.h"
 
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
 #include "cli/exit_status.h"
 #include "cli/gradient_stops.h"
 #include "cli/number_text.h"
@@ -32,9 +35,10 @@ ordered_json kind_json(StopKind kind) {
 }
 
 ordered_json stops_json(const host::ArbitraryValue& value) {
-    const auto bytes = value.flatten();
+    const auto stops = stops_from_stored_form(value.flatten());
+    if (!stops) throw std::runtime_error("the effect's stored form is none");
     ordered_json array = ordered_json::array();
-    for (const Stop& stop : stops_from_stored_form(bytes).value()) {
+    for (const Stop& stop : *stops) {
         ordered_json colour = ordered_json::array();
         for (const float channel : {stop.colour.r, stop.colour.g, stop.colour.b, stop.colour.a})
             colour.push_back(short_number(channel));
@@ -59,11 +63,12 @@ GradientForm parse_gradient_form(std::string_view text) {
 void GradientReport::add(const std::string& event, const host::EventOutcome& outcome,
                          const host::ArbitraryValue& value) {
     if (form_ == GradientForm::kJson) {
-        entries_.push_back({{"event", event},
-                            {"error", outcome.error},
-                            {"handled", outcome.handled()},
-                            {"changed", outcome.changed},
-                            {"stops", stops_json(value)}});
+        const ordered_json entry = {{"event", event},
+                                    {"error", outcome.error},
+                                    {"handled", outcome.handled()},
+                                    {"changed", outcome.changed},
+                                    {"stops", stops_json(value)}};
+        lines_ += (lines_.empty() ? "[" : ",\n ") + entry.dump();
         return;
     }
     const std::string gradient = form_ == GradientForm::kHex ? hex_of(value.flatten()) : value.print();
@@ -71,7 +76,7 @@ void GradientReport::add(const std::string& event, const host::EventOutcome& out
 }
 
 std::string GradientReport::text() const {
-    return form_ == GradientForm::kJson ? entries_.dump(2) + "\n" : lines_;
+    return form_ == GradientForm::kJson ? lines_ + "]\n" : lines_;
 }
 
 }  // namespace flumo::cli

@@ -1,7 +1,6 @@
 // A gradient and how it came to be, for people and scripts.
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
@@ -16,19 +15,19 @@ enum class GradientForm { kText, kHex, kJson };
 /// Reads `text`, `hex` or `json`. Throws Failure (usage).
 GradientForm parse_gradient_form(std::string_view text);
 
-/// The stops after each event of a session: a line each, the event, a tab and the gradient, or one JSON
-/// array that also tells what the effect answered.
+/// The stops after each event of a session: a line each: the event, a tab and the gradient; or one JSON
+/// array with an object a line, which also tells what the effect answered.
 class GradientReport {
   public:
     explicit GradientReport(GradientForm form) : form_(form) {}
 
     void add(const std::string& event, const host::EventOutcome& outcome, const host::ArbitraryValue& value);
+    /// Once something was added.
     std::string text() const;
 
   private:
     GradientForm form_;
     std::string lines_;
-    nlohmann::ordered_json entries_ = nlohmann::ordered_json::array();
 };
 
 }  // namespace flumo::cli

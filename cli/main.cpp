@@ -30,8 +30,8 @@ Examples:
   flumo controls                every control with its range and default
   flumo info --json             identity, flags and OpenGL driver for scripts
 
-Exit status: 0 done, 1 a frame failed, 2 usage, 3 an input cannot be read, 4 no usable OpenGL, 5 the output
-cannot be written, 130 or 143 stopped by a signal.)";
+Exit status: 0 done, 1 a frame or event failed, 2 usage, 3 an input cannot be read, 4 no usable OpenGL,
+5 the output cannot be written, 130 or 143 stopped by a signal.)";
 
 constexpr const char* kControlsFooter = R"(
 Examples:

@@ -124,10 +124,28 @@ TEST_F(Controls, ReachTheEffectInItsOwnUnits) {
     EXPECT_EQ(seen[kMode].u.pd.value, 2);
     EXPECT_EQ(seen[kPicture].u.ld.data, picture->record().data);
     EXPECT_EQ(seen[kPicture].u.ld.width, 3);
+    EXPECT_EQ(seen[kPicture].u.ld.dephault, PF_LayerDefault_MYSELF);
     EXPECT_NE(seen[kNumber].u.arb_d.value, nullptr);
     EXPECT_EQ(past_the_end, PF_Err_INVALID_INDEX);
     EXPECT_TRUE(host.accounting().idle()) << host.accounting().describe();
     EXPECT_THAT(host.accounting().misuses(), IsEmpty());
+}
+
+TEST_F(Controls, WhatTheHostDoesForItselfIsNotCounted) {
+    instance->set_keyframes(kNumber, {{0, arbitrary(2)}, {4, arbitrary(10)}});
+    std::string seen;
+    effect.on[PF_Cmd_SMART_RENDER] = [&](EffectCall& call) -> PF_Err {
+        PF_ParamDef def{};
+        call.in.inter.checkout_param(call.in.effect_ref, kNumber, 1, 1, 25, &def);
+        seen = std::to_string(*static_cast<double*>(*def.u.arb_d.value));
+        return call.in.inter.checkin_param(call.in.effect_ref, &def);
+    };
+    host.faults().start_recording();
+    instance->render({.width = 4, .height = 4, .frame = 1});
+    EXPECT_THAT(host.faults().stop_recording(),
+                ElementsAre(Callback::kCheckoutLayer, Callback::kCheckoutParam, Callback::kCheckinParam));
+    EXPECT_EQ(seen, std::to_string(4.0)) << "interpolated by the effect while it renders";
+    EXPECT_TRUE(host.accounting().idle());
 }
 
 TEST_F(Controls, ArbitraryValuesGoThroughTheEffect) {

@@ -47,8 +47,8 @@ TEST_F(Frames, CarryTimePlaceAndDepth) {
                       .downsample_x = {1, 2},
                       .downsample_y = {1, 3},
                       .region = PF_LRect{-5, 2, 20, 99}});
-    EXPECT_EQ(in.width, 101);
-    EXPECT_EQ(in.height, 60) << "the full resolution, whatever the downsampling";
+    EXPECT_EQ(in.width, 101) << "the full resolution, whatever the downsampling";
+    EXPECT_EQ(in.height, 60);
     EXPECT_EQ(in.downsample_x.den, 2u);
     EXPECT_EQ(in.downsample_y.den, 3u);
     EXPECT_EQ(in.current_time, 48 * 1001);
@@ -58,6 +58,9 @@ TEST_F(Frames, CarryTimePlaceAndDepth) {
     EXPECT_EQ(in.appl_id, kAfterEffectsApplId);
     EXPECT_EQ(asked.bitdepth, 16);
     EXPECT_THAT(edges(asked.output_request.rect), ElementsAre(-5, 2, 20, 99));
+    const FramePlan whole =
+        instance->plan({.width = 101, .height = 61, .downsample_x = {1, 2}, .downsample_y = {2, 3}});
+    EXPECT_THAT(edges(whole.max_result_rect), ElementsAre(0, 0, 51, 41)) << "a part of a pixel is a pixel";
 }
 
 TEST_F(Frames, GiveTheEffectTheWorldsOfItsAnswer) {

@@ -95,8 +95,8 @@ TEST_F(Panels, FillStrokeAndScale) {
         DRAWBOT_PenRef pen = nullptr;
         d.make->NewPath(d.supplier, &path);
         d.make->NewBrush(d.supplier, &kRed, &brush);
-        d.make->NewPen(d.supplier, &kBlue, 2, &pen);
-        const DRAWBOT_RectF32 outer{2, 2, 12, 12}, inner{5, 5, 6, 6};
+        d.make->NewPen(d.supplier, &kBlue, 4, &pen);
+        const DRAWBOT_RectF32 outer{4, 4, 24, 24}, inner{12, 12, 8, 8};
         d.path->AddRect(path, &outer);
         d.path->AddRect(path, &inner);
         d.paint->FillPath(d.surface, brush, path, kDRAWBOT_FillType_EvenOdd);
@@ -106,13 +106,13 @@ TEST_F(Panels, FillStrokeAndScale) {
         d.release(pen);
     };
     for (const int scale : {1, 3}) {
-        draw({.width = 20, .height = 16, .scale = double(scale)}, work);
-        EXPECT_EQ(panel->image_width(), 20 * scale);
+        draw({.width = 40, .height = 30, .scale = double(scale)}, work);
+        EXPECT_EQ(panel->image_width(), 40 * scale);
         const auto at = [&](int x, int y) { return pixel(x * scale + scale / 2, y * scale + scale / 2); };
-        EXPECT_THAT(at(3, 8), ElementsAre(255, 0, 0, 255)) << "between the rectangles";
-        EXPECT_THAT(at(8, 8), ElementsAre(0x23, 0x23, 0x23, 255)) << "the hole of even and odd";
-        EXPECT_THAT(at(1, 8), ElementsAre(0, 0, 255, 255)) << "the line lies half outside";
-        EXPECT_THAT(at(0, 8), ElementsAre(0x23, 0x23, 0x23, 255));
+        EXPECT_THAT(at(8, 16), ElementsAre(255, 0, 0, 255)) << "between the rectangles";
+        EXPECT_THAT(at(16, 16), ElementsAre(0x23, 0x23, 0x23, 255)) << "the hole of even and odd";
+        EXPECT_THAT(at(2, 16), ElementsAre(0, 0, 255, 255)) << "the line lies half outside";
+        EXPECT_THAT(at(1, 16), ElementsAre(0x23, 0x23, 0x23, 255));
     }
     EXPECT_TRUE(host.accounting().idle()) << host.accounting().describe();
     EXPECT_THAT(host.accounting().misuses(), IsEmpty());
@@ -138,18 +138,20 @@ TEST_F(Panels, CurvesAndClosedPathsWind) {
 }
 
 TEST_F(Panels, TakeImagesInBothByteOrders) {
-    const uint8_t argb[] = {9, 255, 128, 0, 9, 0, 0, 255, 77, 77, 77, 77};
-    const uint8_t bgra[] = {0, 128, 255, 9, 255, 0, 0, 9};
+    // Two rows of two pixels; the first picture has padding.
+    const uint8_t argb[] = {9, 255, 128, 0, 9, 0, 0, 255, 77, 77, 77, 77, 9, 0, 255, 0, 9, 1, 1, 1};
+    const uint8_t bgra[] = {0, 128, 255, 9, 255, 0, 0, 9, 0, 255, 0, 9, 1, 1, 1, 9};
     const auto show = [&](const void* data, int rowbytes, DRAWBOT_PixelLayout layout) {
         draw({.width = 8, .height = 4, .scale = 4}, [&](Drawing& d) {
             DRAWBOT_ImageRef image = nullptr;
-            EXPECT_EQ(d.make->NewImageFromBuffer(d.supplier, 2, 1, rowbytes, layout, data, &image), 0);
+            EXPECT_EQ(d.make->NewImageFromBuffer(d.supplier, 2, 2, rowbytes, layout, data, &image), 0);
             const DRAWBOT_PointF32 origin{3, 2};
             d.paint->DrawImage(d.surface, image, &origin, 1);
             d.release(image);
         });
         EXPECT_THAT(pixel(13, 9), ElementsAre(255, 128, 0, 255));
         EXPECT_THAT(pixel(18, 9), ElementsAre(0, 0, 255, 255));
+        EXPECT_THAT(pixel(13, 14), ElementsAre(0, 255, 0, 255));
         EXPECT_THAT(pixel(11, 9), ElementsAre(0x23, 0x23, 0x23, 255));
         EXPECT_THAT(pixel(20, 9), ElementsAre(0x23, 0x23, 0x23, 255));
     };

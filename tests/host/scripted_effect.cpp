@@ -76,6 +76,7 @@ std::vector<PF_ParamDef> plain_controls() {
     list[kMode].u.pd.u.namesptr = "Soft|Hard";
     list[kInnerGroup] = control(PF_Param_GROUP_START, "Inner", 107);
     list[kPicture] = control(PF_Param_LAYER, "Picture", 108);
+    list[kPicture].u.ld.dephault = PF_LayerDefault_MYSELF;
     list[kNumber] = control(PF_Param_ARBITRARY_DATA, "Number", 109);
     list[kNumber].ui_flags = PF_PUI_CONTROL;
     list[kNumber].u.arb_d.id = 109;

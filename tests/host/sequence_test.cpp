@@ -92,7 +92,9 @@ TEST_F(Sequences, ErrorsComeOutAndLeaveNothing) {
     EXPECT_THROW(host.new_instance(), HostError);
     effect.on.erase(PF_Cmd_SEQUENCE_SETUP);
     effect.on.erase(PF_Cmd_ARBITRARY_CALLBACK);
+    log.clear();
     EXPECT_THROW(host.new_instance(), HostError) << "a default that cannot be copied";
+    EXPECT_THAT(log, ElementsAre("setdown"));
 }
 
 TEST(Globals, AreHandedBackUntilSetDown) {

@@ -52,8 +52,6 @@ class ControlEvents {
     /// Sends a record as it is; fills in the context and the window only.
     EventOutcome send(PF_EventExtra& event);
 
-    const std::array<A_intptr_t, 4>& drag_words() const { return drag_words_; }
-
   private:
     EventOutcome continue_drag(PF_Point point, bool last);
     PF_EventExtra click_event(PF_Point point, int clicks, PF_Modifiers modifiers) const;

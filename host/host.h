@@ -86,8 +86,6 @@ class Host {
     /// Throws std::out_of_range.
     const Control& control(int index) const;
     const Control& control_by_disk_id(int disk_id) const;
-    /// Count that the effect announced, the input layer included.
-    int announced_params() const { return num_params_; }
     /// The events that the effect registered its interface for (PF_CustomEFlag_...).
     const PF_CustomUIInfo& custom_ui() const { return custom_ui_; }
 

@@ -1,0 +1,104 @@
+#include <benchmark/benchmark.h>
+
+#include <barrier>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "bench/benches.h"
+
+namespace flumo::bench {
+
+namespace {
+
+constexpr double kMillisecond = 1e-3;
+constexpr FrameSize kSmall{640, 360};
+constexpr int kFramesPerThread = 6;
+
+/// One frame of the scene after a first one that makes what the size needs.
+Cost second_frame(Stage& stage, const Scene& scene, const FrameSize& size) {
+    const auto instance = stage.host().new_instance();
+    apply(scene, *instance, size.width, size.height, host::Depth::k8);
+    const host::FrameRequest request = request_for(size, host::Depth::k8);
+    host::World output;
+    stage.render(*instance, request, output);
+    return stage.render(*instance, request, output).command;
+}
+
+void frame_of(benchmark::State& state, Stage& stage, const Scene& scene, const FrameSize& size) try {
+    Cost cost;
+    for ([[maybe_unused]] auto turn : state) {
+        cost = second_frame(stage, scene, size);
+        state.SetIterationTime(cost.wall * kMillisecond);
+    }
+    state.counters["cpu"] = cost.cpu;
+    state.counters["megapixels"] = 1e-6 * size.width * size.height;
+} catch (const host::HostError& error) {
+    state.SkipWithError(error.what());
+}
+
+/// Wall time from the moment when all threads have their contexts and programs to the last frame's end.
+double frames_on_threads(Stage& stage, int count) {
+    const auto instance = stage.host().new_instance();
+    Cost start;
+    std::barrier ready(count, [&start]() noexcept { start = clock_now(); });
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < count; ++i) {
+            threads.emplace_back([&] {
+                host::World output;
+                instance->render(request_for(kSmall, host::Depth::k8), output);
+                ready.arrive_and_wait();
+                for (int frame = 0; frame < kFramesPerThread; ++frame)
+                    instance->render(request_for(kSmall, host::Depth::k8), output);
+            });
+        }
+    }
+    return (clock_now() - start).wall * kMillisecond;
+}
+
+void on_threads(benchmark::State& state, Stage& stage, int count) {
+    double seconds = 0;
+    for ([[maybe_unused]] auto turn : state) {
+        seconds = frames_on_threads(stage, count);
+        state.SetIterationTime(seconds);
+    }
+    state.counters["frames_per_second"] = count * kFramesPerThread / seconds;
+}
+
+benchmark::internal::Benchmark* once(const std::string& name, auto work) {
+    return benchmark::RegisterBenchmark(name.c_str(), work)
+        ->Iterations(1)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+std::string text_of(const FrameSize& size) {
+    return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+}  // namespace
+
+void register_scaling(Theatre& theatre) {
+    Stage& stage = theatre.stage();
+    for (const int count : {1, 2, 4, 8}) {
+        once("threads/" + std::to_string(count), [&stage, count](benchmark::State& state) {
+            on_threads(state, stage, count);
+        })->Repetitions(3);
+    }
+    for (const int count : {1, 2, 4, 8, 16, 32, 64}) {
+        once("lines/" + std::to_string(count), [&stage, count](benchmark::State& state) {
+            frame_of(state, stage, lines_scene("lines", count, 1), kSmall);
+        });
+    }
+    constexpr FrameSize kSizes[] = {{672, 378},   {960, 540},   {1280, 720},  {1920, 1080},
+                                    {2560, 1440}, {3840, 2160}, {5760, 3240}, {7680, 4320}};
+    for (const FrameSize& size : kSizes) {
+        // A quick run stays with sizes that are quick.
+        if (size.width > 3 * theatre.options().size.width && theatre.options().size != FrameSize{}) continue;
+        once("size/" + text_of(size),
+             [&stage, size](benchmark::State& state) { frame_of(state, stage, default_scene(), size); });
+    }
+}
+
+}  // namespace flumo::bench

@@ -1,0 +1,30 @@
+// The standard scenes: the looks whose cost is told.
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "effect/params/control_table.h"
+#include "host/instance.h"
+
+namespace flumo::bench {
+
+struct Scene {
+    std::string_view name;
+    /// Controls that are not at their default, as the host sends them.
+    std::vector<std::pair<Section, double>> settings;
+    /// Whether layers of the frame's size and depth are chosen for all three layer controls.
+    bool layers = false;
+};
+
+std::span<const Scene> standard_scenes();
+const Scene& default_scene();
+/// A scene with this many lines, their alpha noise of this type (1 fluid, 2 voronoi, 3 smoke, 4 worley).
+Scene lines_scene(std::string_view name, int count, int alpha_noise);
+
+/// Sets the scene's controls on an instance for frames of this size and depth.
+void apply(const Scene& scene, host::Instance& instance, int width, int height, host::Depth depth);
+
+}  // namespace flumo::bench

@@ -1,0 +1,190 @@
+#!/usr/bin/env python3
+"""From the benches' JSON to tables and plots. Tables go between the marks in the document, plots into the
+folder beside it that bears its name.
+
+usage: report.py RESULTS DOCUMENT.md
+RESULTS holds frames*.json of flumo_bench and, where they were run, processes.json and peers.json.
+"""
+import glob
+import json
+import os
+import re
+import statistics
+import sys
+
+import svg
+
+LIMIT = 1.03
+
+
+def load(folder, name):
+    path = os.path.join(folder, name)
+    if not os.path.exists(path):
+        return None
+    with open(path, encoding="utf-8") as file:
+        return json.load(file)
+
+
+def table(head, rows):
+    lines = ["| " + " | ".join(head) + " |", "|" + "---|" * len(head)]
+    return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows])
+
+
+def plain_name(bench):
+    """Without what Google Benchmark adds."""
+    return re.sub(r"/(iterations|repeats|manual_time|real_time).*", "", bench["name"])
+
+
+def cases(run, subject):
+    """Benches of a subject by name, repetitions in a list; failed ones and aggregates left out."""
+    found = {}
+    for bench in run["benchmarks"]:
+        name = plain_name(bench)
+        if name.startswith(subject + "/") and bench["run_type"] == "iteration" and "error_message" not in bench:
+            found.setdefault(name[len(subject) + 1:], []).append(bench)
+    return found
+
+
+def failed(run, subject):
+    return {plain_name(b)[len(subject) + 1:]: b["error_message"] for b in run["benchmarks"]
+            if "error_message" in b and plain_name(b).startswith(subject + "/")}
+
+
+def machine(run):
+    context = run["context"]
+    driver = re.search(r"Renderer: (.*)", context["driver"]).group(1)
+    load = context["load_avg"][0] if context.get("load_avg") else 0
+    return (f"{context['date'][:10]}, {context['num_cpus']} cores at {context['mhz_per_cpu']} MHz, {driver}, "
+            f"frames of {context['size']}, load at the start {load:.1f}")
+
+
+def estimate(bench):
+    """Whole over bare as the caller's own serial time has it, the driver's drawing being the same."""
+    return 1 + (bench["whole_own"] - bench["bare_own"]) / bench["bare_least"]
+
+
+def frame_rows(run):
+    rows = []
+    for name, (bench, *_) in cases(run, "frame").items():
+        scene, depth = name.rsplit("/", 1)
+        rows.append([scene, depth, f"{bench['pairs']:.0f}", f"{bench['main_least']:.0f}", f"{bench['bare_least']:.0f}",
+                     f"{bench['whole_least']:.0f}", f"{bench['whole_cpu'] / bench['bare_cpu']:.3f}",
+                     f"{bench['whole_own'] - bench['bare_own']:.1f}", f"{estimate(bench):.4f}",
+                     f"{bench['whole_cpu'] / bench['main_cpu']:.3f}",
+                     f"{bench['whole_least'] / bench['bare_least']:.3f}"])
+    return rows
+
+
+def frames(runs):
+    head = ["Scene", "Bits", "Pairs", "Image ms", "Bare GL ms", "Whole ms", "Whole / bare (CPU)", "Own ms more",
+            "Whole / bare (own)", "Whole / image (CPU)", "Whole / bare (wall)"]
+    return "\n\n".join(f"Machine: {machine(run)}\n\n" + table(head, frame_rows(run)) for run in runs if frame_rows(run))
+
+
+def times(benches):
+    return statistics.median(b["real_time"] for b in benches), min(b["real_time"] for b in benches)
+
+
+def parts(run):
+    rows = []
+    for subject in ("start", "read-back", "host's share"):
+        for name, benches in cases(run, subject).items():
+            middle, least = times(benches)
+            label = f"{subject}, {name} bits" if name.isdigit() else name
+            rows.append([label, f"{middle:.3f}", f"{least:.3f}"])
+    return table(["What", "Median ms", "Least ms"], rows)
+
+
+def sizes(run):
+    rows = [[name, f"{b['megapixels']:.2f}", f"{b['real_time']:.0f}", f"{b['cpu']:.0f}",
+             f"{b['cpu'] / b['megapixels']:.0f}"] for name, (b, *_) in cases(run, "size").items()]
+    rows += [[name, "", message, "", ""] for name, message in failed(run, "size").items()]
+    return table(["Frame", "Megapixels", "Wall ms", "CPU ms", "CPU ms per megapixel"], rows)
+
+
+def lines(run):
+    rows = [[name, f"{b['real_time']:.0f}", f"{b['cpu']:.0f}"] for name, (b, *_) in cases(run, "lines").items()]
+    return table(["LinesCount", "Wall ms", "CPU ms"], rows)
+
+
+def threads(run):
+    rows = [[name, f"{max(b['frames_per_second'] for b in benches):.2f}"]
+            for name, benches in cases(run, "threads").items()]
+    return table(["Threads", "Frames per second"], rows)
+
+
+def processes(result):
+    start = result["start"]
+    words = {"warm": "one 64x36 frame, program cache warm", "cold": "one 64x36 frame, no program cache",
+             "no_frame": "`flumo --version`"}
+    rows = [[words[key], f"{v['wall_ms']:.0f}", f"{v['least_ms']:.0f}", f"{v['cpu_ms']:.0f}"] for key, v in start.items()]
+    first = table(["Whole process", "Median ms", "Least ms", "CPU ms"], rows)
+    rows = [[suffix, v["size"], str(v["frames"]), f"{v['frames_per_second']:.2f}", f"{v['wall_s']:.2f}",
+             f"{v['parts_wall_s']:.2f}", f"{v['cpu_s']:.2f}", f"{v['parts_cpu_s']:.2f}"]
+            for suffix, v in result["throughput"].items()]
+    second = table(["Files", "Size", "Frames", "Frames per second", "Wall s", "Sum of parts, wall s", "CPU s",
+                    "Sum of parts, CPU s"], rows)
+    rows = [[r["size"], str(r["depth"]), f"{r['mib']:.0f}" if r["mib"] else "failed"] for r in result["memory"]]
+    return "\n\n".join([first, second, table(["Frame", "Bits", "Most memory, MiB"], rows)])
+
+
+def peers(rows):
+    cells = [[r["name"], r["skipped"], "", "", ""] if "skipped" in r else
+             [r["name"], f"{r['wall_ms']:.0f}", f"{r['cpu_ms']:.0f}", f"{r['start_ms']:.0f}", f"{r['mib']:.0f}"]
+             for r in rows]
+    return table(["Generator", "Wall ms a frame", "CPU ms a frame", "Start ms", "Most memory, MiB"], cells)
+
+
+def plots(runs):
+    """File name and text of each plot that the results allow."""
+    for run in runs:
+        size = run["context"]["size"]
+        ratios = {}
+        for name, (bench, *_) in cases(run, "frame").items():
+            scene, depth = name.rsplit("/", 1)
+            ratios.setdefault(scene, {})[depth + " bits"] = bench["whole_cpu"] / bench["bare_cpu"]
+        if ratios:
+            yield f"ratios-{size}.svg", svg.dots(f"Render command over its bare GL work, {size}", "CPU time, ratio",
+                                                 ratios, LIMIT)
+    run = runs[0]
+    points = [(b["megapixels"], b["cpu"] / 1e3) for b, *_ in cases(run, "size").values()]
+    if len(points) > 1:
+        yield "sizes.svg", svg.chart("Cost of a frame, default look", "megapixels", "CPU seconds",
+                                     {"default": points}, logarithmic=True)
+    points = [(int(name), b["cpu"] / 1e3) for name, (b, *_) in cases(run, "lines").items()]
+    if len(points) > 1:
+        yield "lines.svg", svg.chart("Cost of a frame with lines, 640x360", "LinesCount", "CPU seconds", {"lines": points})
+
+
+def put(document, name, body):
+    begin, end = f"<!-- begin {name} -->", f"<!-- end {name} -->"
+    pattern = re.compile(re.escape(begin) + ".*?" + re.escape(end), re.S)
+    if not pattern.search(document):
+        raise SystemExit(f"report.py: the document has no place for {name}")
+    return pattern.sub(lambda _: f"{begin}\n{body}\n{end}", document)
+
+
+def main():
+    folder, path = sys.argv[1:3]
+    runs = [load(folder, os.path.basename(p)) for p in sorted(glob.glob(os.path.join(folder, "frames*.json")))]
+    bodies = {"frames": frames(runs), "parts": parts(runs[0]), "sizes": sizes(runs[0]), "lines": lines(runs[0]),
+              "threads": threads(runs[0])}
+    if (result := load(folder, "processes.json")) is not None:
+        bodies["processes"] = processes(result)
+    if (result := load(folder, "peers.json")) is not None:
+        bodies["peers"] = peers(result)
+    with open(path, encoding="utf-8") as file:
+        document = file.read()
+    for name, body in bodies.items():
+        document = put(document, name, body)
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(document)
+    pictures = os.path.splitext(path)[0]
+    os.makedirs(pictures, exist_ok=True)
+    for name, content in plots(runs):
+        with open(os.path.join(pictures, name), "w", encoding="utf-8") as file:
+            file.write(content)
+
+
+if __name__ == "__main__":
+    main()

@@ -108,6 +108,12 @@ class Pointer {
     bool holds_ = false;
 };
 
+void set_gradient(host::Instance& instance, const Control& control, const std::vector<uint8_t>& stored) {
+    host::Host& host = instance.host();
+    instance.set(control.index, host::Arbitrary(host::ArbitraryValue::unflatten(
+                                    host, host.control(control.index), std::as_bytes(std::span(stored)))));
+}
+
 host::Arbitrary gradient_of(const host::Instance& instance, const Control& control) {
     return std::get<host::Arbitrary>(instance.value_at(control.index, 0));
 }
@@ -152,6 +158,8 @@ void probe(const std::filesystem::path& path) {
 }  // namespace
 
 ExitStatus panel(const PanelRequest& request, const StdoutGuard& output) {
+    if (request.control.empty())
+        throw usage_failure("panel needs a control, such as: flumo panel Gradient -o panel.png");
     const std::vector<PointerEvent> script = events_of(request);
     const auto stored = stored_gradient(request);
     Session session(request.module);
@@ -163,11 +171,7 @@ ExitStatus panel(const PanelRequest& request, const StdoutGuard& output) {
     host::Panel canvas = make_canvas(request, size);
 
     const auto instance = session.host().new_instance();
-    if (stored) {
-        const host::Control& own = session.host().control(control.index);
-        instance->set(control.index, host::Arbitrary(host::ArbitraryValue::unflatten(
-                                         session.host(), own, std::as_bytes(std::span(*stored)))));
-    }
+    if (stored) set_gradient(*instance, control, *stored);
     host::ControlEvents events(*instance, {.index = control.index, .frame = {0, 0, size.width, size.height}},
                                &canvas);
     Pointer pointer(events, canvas);

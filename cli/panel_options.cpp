@@ -110,9 +110,7 @@ void add_row(CLI::App& command, PanelRequest& request, const OptionRow& row) {
 }  // namespace
 
 void add_panel_options(CLI::App& command, PanelRequest& request) {
-    command.add_option("control", request.control, "Gradient or LinesGradient")
-        ->type_name("CONTROL")
-        ->required();
+    command.add_option("CONTROL", request.control, "Gradient or LinesGradient")->type_name("");
     for (const OptionRow& row : kRows)
         add_row(command, request, row);
     command.footer(kFooter);

@@ -23,9 +23,10 @@ PF_Err get_color(PF_App_ColorType type, PF_App_Color* color) {
     });
 }
 
-PF_Err pick_color(const A_char*, const PF_PixelFloat* sample, PF_Boolean, PF_PixelFloat* color) {
+PF_Err pick_color(const A_char* title, const PF_PixelFloat* sample, PF_Boolean, PF_PixelFloat* color) {
     return answer(Callback::kColorPicker, [&](Call& call) -> PF_Err {
-        const Panel& panel = state_of(call).panel;
+        Panel& panel = state_of(call).panel;
+        panel.picker_title = title;
         const PickedColor picked = panel.color_picker ? panel.color_picker(*sample) : PickedColor{};
         if (picked.status == PF_Err_NONE) *color = picked.color;
         return picked.status;

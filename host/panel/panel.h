@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "effect_api/suites.h"
@@ -50,6 +51,8 @@ class Panel : public SuiteProvider {
     const PanelOptions& options() const { return options_; }
     /// Called instead of a dialog, with the colour that it would open with; unset it cancels.
     std::function<PickedColor(const PF_PixelFloat& sample)> color_picker;
+    /// Title of the last dialog.
+    std::string picker_title;
 
     /// Size of the image in its own pixels.
     int image_width() const;

@@ -100,6 +100,7 @@ TEST(GradientEvents, ClicksEditAndSayWhatTheyDid) {
         EXPECT_FALSE(outcome.drag_wanted);
         EXPECT_EQ(editor.effect.Stops(), c.after);
         EXPECT_TRUE(!sample || (sample->alpha == 0.5F && sample->red == 1 && sample->green == 0));
+        EXPECT_EQ(editor.panel.picker_title, sample ? "Gradient Color" : "");
         EXPECT_TRUE(editor.effect.Tidy());
     }
 }

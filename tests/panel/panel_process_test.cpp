@@ -1,0 +1,143 @@
+// `flumo panel` as a process.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "cli/child_process.h"
+#include "cli/file_contents.h"
+#include "cli/picture_file.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace flumo::cli {
+namespace {
+
+using nlohmann::json;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+struct Said {
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+class FlumoPanel : public testing::Test {
+  protected:
+    static Said panel(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {FLUMO_PROGRAM, "panel"});
+        const auto result = run_child(arguments).value();
+        return {result.status, {result.output.begin(), result.output.end()}, result.errors};
+    }
+
+    Picture drawn(std::vector<std::string> arguments) {
+        arguments.insert(arguments.end(), {"-o", folder_ / "panel.png"});
+        const Said said = panel(arguments);
+        EXPECT_EQ(said.status, 0) << said.errors;
+        return read_picture(folder_ / "panel.png");
+    }
+
+    ScratchFolder folder_;
+};
+
+TEST_F(FlumoPanel, PlaysAScriptAndThenTheEvents) {
+    std::ofstream(folder_ / "script")
+        << "# a stop in the middle\n\n  double-click  75,20\r\n"
+           "pick #0000ff80\ndouble-click 75,40\nclick 75,40\ndrag -99,20\nrelease\n"
+           "drag 30,60\n";
+    const Said said = panel({"LinesGradient", "--stops", "LinesGradient=0.1:edge:#000,1:#f00", "--event",
+                             "pick cancel", "--event", "double-click 144,40", "--event", "click 144,40",
+                             "--event", "drag 0,99", "--script", folder_ / "script", "--print", "json"});
+    ASSERT_EQ(said.status, 0) << said.errors;
+    const json steps = json::parse(said.output);
+    ASSERT_EQ(steps.size(), 10U) << "the start and every event but the answers";
+    EXPECT_EQ(steps[2]["stops"][1], json::parse(R"({"at": 0.5, "kind": "edge", "color": [0, 0, 1, 1]})"));
+    EXPECT_EQ(steps[4]["stops"][0]["at"], 0);
+    EXPECT_EQ(steps[6]["event"], "drag 30,60");
+    EXPECT_EQ(steps[6]["changed"], false) << "nothing is held any more";
+    EXPECT_EQ(steps[7]["stops"], steps[5]["stops"]) << "cancelled";
+    EXPECT_EQ(steps[9]["stops"].size(), 2U) << "dragged away";
+}
+
+TEST_F(FlumoPanel, TurnsGradientsIntoEachOthersForms) {
+    const std::string hex =
+        "01000000"
+        "0000003f"
+        "07000000"
+        "0000803f"
+        "00000000"
+        "00000040"
+        "0000003f";
+    const Said saved = panel({"Gradient", "--stops", hex, "--save", folder_ / "stored"});
+    EXPECT_EQ(saved.output, "start\tGradient t 0.5 r 1 g 0 b 2 a 0.5\n") << "a kind without a name";
+    EXPECT_EQ(read_file(folder_ / "stored").size(), 28U);
+    EXPECT_EQ(panel({"Gradient", "--load", folder_ / "stored", "--print", "hex"}).output,
+              "start\t" + hex + "\n");
+    EXPECT_THAT(panel({"Gradient", "--load", folder_ / "stored", "--print", "json"}).output,
+                HasSubstr(R"({"at":0.5,"kind":7,"color":[1.0,0.0,2.0,0.5]})"));
+}
+
+TEST_F(FlumoPanel, ThePictureIsTheGradientsWhateverTheWayToIt) {
+    const Picture plain = drawn({"Gradient", "--stops", "0:#000,0.5:#808080,1:#fff"});
+    EXPECT_EQ(plain.width, 150U);
+    EXPECT_EQ(plain.height, 50U);
+    EXPECT_TRUE(drawn({"Gradient", "--layout", "argb", "--pick", "#808080", "--event", "double-click 75,20",
+                       "--event", "double-click 75,40"})
+                    .samples == plain.samples);
+    EXPECT_FALSE(drawn({"Gradient"}).samples == plain.samples);
+    const Picture sharp = drawn({"LinesGradient", "--size", "300x16", "--scale", "1.5"});
+    EXPECT_EQ(sharp.width, 450U);
+    EXPECT_EQ(sharp.height, 24U);
+}
+
+TEST_F(FlumoPanel, AFailedEventIsToldAfterTheOthers) {
+    const Said said = panel({"Gradient", "--pick", "fail", "--event", "double-click 6,40", "--event",
+                             "ctrl-click 6,40", "-o", folder_ / "panel.png"});
+    EXPECT_EQ(said.status, 1);
+    EXPECT_EQ(said.errors,
+              "flumo: event \"double-click 6,40\": PF_Cmd_EVENT failed with 512 "
+              "(PF_Err_INTERNAL_STRUCT_DAMAGED)\n");
+    EXPECT_THAT(said.output,
+                HasSubstr("error 512 (PF_Err_INTERNAL_STRUCT_DAMAGED)\nctrl-click 6,40\tGradient t 0 edge"));
+    EXPECT_EQ(read_picture(folder_ / "panel.png").width, 150U);
+    EXPECT_EQ(panel({"Gradient", "--layout", "none", "-o", folder_ / "none.png"}).status, 1);
+    EXPECT_EQ(folder_.file_count(), 1U);
+}
+
+TEST_F(FlumoPanel, TellsBadInputInOneLineAndWritesNothing) {
+    std::ofstream(folder_ / "script") << "click 1,2\nclick 1;2\n";
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        const char* expected;
+    } cases[] = {
+        {{"Gradient", "--event", "tap 1,2"}, 2, "\"tap 1,2\": expected click X,Y, double-click X,Y"},
+        {{"Gradient", "--script", folder_ / "script"},
+         2,
+         "script: line 2: event \"click 1;2\": expected click X,Y"},
+        {{"Gradient", "--script", folder_ / "none"}, 3, "No such file"},
+        {{"Gradient", "--pick", "red"}, 2, "expected #rrggbb, cancel or fail"},
+        {{"Gradient", "--load", folder_ / "script"}, 3, "no stored gradient"},
+        {{"Gradient", "--load", folder_ / "script", "--stops", "0:#000"}, 2, "expected one of them"},
+        {{"Gradient", "--scale", "0"}, 2, "expected a number above 0"},
+        {{"Gradient", "--size", "30000x9", "--scale", "2"}, 2, "a panel of this size"},
+        {{"Gradient", "--print", "yaml"}, 2, "expected text, hex or json"},
+        {{"Gradient", "-o", folder_ / "none/panel.png"}, 5, "its folder does not exist"},
+        {{"Gradient", "--save", folder_ / "none/stored"}, 5, "its folder does not exist"},
+        {{"Scale"}, 2, "expected Gradient or LinesGradient"},
+        {{"Gradeint"}, 2, "did you mean Gradient?"},
+        {{}, 2, "such as: flumo panel Gradient"},
+    };
+    for (const auto& row : cases) {
+        const Said said = panel(row.arguments);
+        EXPECT_EQ(said.status, row.status) << said.errors;
+        EXPECT_THAT(said.errors, testing::AllOf(HasSubstr(row.expected), EndsWith("\n")));
+        EXPECT_EQ(std::ranges::count(said.errors, '\n'), 1) << said.errors;
+    }
+    EXPECT_EQ(folder_.file_count(), 1U);
+}
+
+}  // namespace
+}  // namespace flumo::cli

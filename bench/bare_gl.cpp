@@ -121,9 +121,14 @@ PF_Err BareGl::load(PF_InData* in_data) {
     for (PF_LayerDef* layer : {SnapshotLayer1(snapshot), SnapshotLayer2(snapshot), SnapshotLayer3(snapshot)})
         textures_.push_back(layer != nullptr ? UploadLayer(in_data, layer, kWrapClamp) : 0);
     AEGP_SuiteHandler suites(in_data->pica_basicP);
-    for (const PF_ArbitraryH handle : {snapshot.linesGradient, snapshot.noiseGradient})
-        textures_.push_back(
-            UploadGradientRamp(GradientLock(suites.HandleSuite(), handle).Record(), kWrapClamp));
+    const auto ramp = [&suites](double visible, PF_ArbitraryH gradient) {
+        if (visible == 0.0) return GLuint{0};
+        return UploadGradientRamp(GradientLock(suites.HandleSuite(), gradient).Record(), kWrapClamp);
+    };
+    // A driver's code depends on which samplers have a texture: none is bound here that the effect leaves
+    // out.
+    textures_.push_back(ramp(snapshot.linesVisible, snapshot.linesGradient));
+    textures_.push_back(ramp(snapshot.noiseVisible, snapshot.noiseGradient));
     for (std::size_t unit = 0; unit < kSamplers.size(); ++unit) {
         const auto& [sampler, use] = kSamplers[unit];
         glUniform1i(location(program, sampler), static_cast<GLint>(unit));

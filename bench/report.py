@@ -45,6 +45,16 @@ def cases(run, subject):
     return found
 
 
+def first_with(runs, subject):
+    return next((run for run in runs if cases(run, subject)), None)
+
+
+def all_of(runs, subject):
+    """The first repetition of each case of the first run that has the subject."""
+    run = first_with(runs, subject)
+    return {name: benches[0] for name, benches in cases(run, subject).items()} if run is not None else {}
+
+
 def failed(run, subject):
     return {plain_name(b)[len(subject) + 1:]: b["error_message"] for b in run["benchmarks"]
             if "error_message" in b and plain_name(b).startswith(subject + "/")}
@@ -146,12 +156,11 @@ def plots(runs):
         if ratios:
             yield f"ratios-{size}.svg", svg.dots(f"Render command over its bare GL work, {size}", "CPU time, ratio",
                                                  ratios, LIMIT)
-    run = runs[0]
-    points = [(b["megapixels"], b["cpu"] / 1e3) for b, *_ in cases(run, "size").values()]
+    points = [(b["megapixels"], b["cpu"] / 1e3) for b in all_of(runs, "size").values()]
     if len(points) > 1:
         yield "sizes.svg", svg.chart("Cost of a frame, default look", "megapixels", "CPU seconds",
                                      {"default": points}, logarithmic=True)
-    points = [(int(name), b["cpu"] / 1e3) for name, (b, *_) in cases(run, "lines").items()]
+    points = [(int(name), b["cpu"] / 1e3) for name, b in all_of(runs, "lines").items()]
     if len(points) > 1:
         yield "lines.svg", svg.chart("Cost of a frame with lines, 640x360", "LinesCount", "CPU seconds", {"lines": points})
 
@@ -167,8 +176,11 @@ def put(document, name, body):
 def main():
     folder, path = sys.argv[1:3]
     runs = [load(folder, os.path.basename(p)) for p in sorted(glob.glob(os.path.join(folder, "frames*.json")))]
-    bodies = {"frames": frames(runs), "parts": parts(runs[0]), "sizes": sizes(runs[0]), "lines": lines(runs[0]),
-              "threads": threads(runs[0])}
+    bodies = {"frames": frames(runs)}
+    for name, subject, write in (("parts", "start", parts), ("sizes", "size", sizes), ("lines", "lines", lines),
+                                 ("threads", "threads", threads)):
+        if (run := first_with(runs, subject)) is not None:
+            bodies[name] = write(run)
     if (result := load(folder, "processes.json")) is not None:
         bodies["processes"] = processes(result)
     if (result := load(folder, "peers.json")) is not None:

@@ -8,6 +8,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <stdexcept>
+#include <utility>
 
 extern char** environ;
 
@@ -45,9 +47,9 @@ class MemoryFile {
 // Streams and signals of the child: our own ignored SIGPIPE is not handed down.
 class SpawnSettings {
   public:
-    SpawnSettings(int output, int errors) {
+    SpawnSettings(int input, int output, int errors, short flags) {
         posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
         posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
         posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
         posix_spawnattr_init(&attributes);
@@ -55,7 +57,7 @@ class SpawnSettings {
         sigemptyset(&broken_pipe);
         sigaddset(&broken_pipe, SIGPIPE);
         posix_spawnattr_setsigdefault(&attributes, &broken_pipe);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_setflags(&attributes, static_cast<short>(POSIX_SPAWN_SETSIGDEF | flags));
     }
     ~SpawnSettings() {
         posix_spawn_file_actions_destroy(&actions);
@@ -75,23 +77,80 @@ int wait_for(pid_t child) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-}  // namespace
+class NullDevice {
+  public:
+    NullDevice() : file_(open("/dev/null", O_RDWR | O_CLOEXEC)) {}
+    ~NullDevice() { close(file_); }
+    NullDevice(const NullDevice&) = delete;
+    NullDevice& operator=(const NullDevice&) = delete;
 
-std::optional<ChildResult> run_child(const std::vector<std::string>& arguments) {
+    int descriptor() const { return file_; }
+
+  private:
+    int file_;
+};
+
+// 0 when it cannot be started.
+pid_t spawn(const std::vector<std::string>& arguments, const SpawnSettings& settings) {
     std::vector<char*> argv;
     for (const std::string& argument : arguments)
         argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
+    pid_t child = 0;
+    const int error =
+        posix_spawnp(&child, argv[0], &settings.actions, &settings.attributes, argv.data(), environ);
+    return error == 0 ? child : 0;
+}
 
+}  // namespace
+
+std::optional<ChildResult> run_child(const std::vector<std::string>& arguments) {
+    const NullDevice input;
     const MemoryFile output;
     const MemoryFile errors;
-    const SpawnSettings settings(output.descriptor(), errors.descriptor());
-    pid_t child = 0;
-    if (posix_spawnp(&child, argv[0], &settings.actions, &settings.attributes, argv.data(), environ) != 0) {
-        return std::nullopt;
-    }
+    const SpawnSettings settings(input.descriptor(), output.descriptor(), errors.descriptor(), 0);
+    const pid_t child = spawn(arguments, settings);
+    if (child == 0) return std::nullopt;
     const int status = wait_for(child);
     return ChildResult{status, output.contents<std::vector<uint8_t>>(), errors.contents<std::string>()};
+}
+
+class FedChild::Errors : public MemoryFile {};
+
+FedChild::FedChild(const std::vector<std::string>& arguments) : errors_(std::make_unique<Errors>()) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe to " + arguments[0]);
+    const NullDevice output;
+    const SpawnSettings settings(ends[0], output.descriptor(), errors_->descriptor(), POSIX_SPAWN_SETPGROUP);
+    process_ = spawn(arguments, settings);
+    close(ends[0]);
+    input_ = ends[1];
+    if (process_ != 0) return;
+    close(input_);
+    throw std::runtime_error("cannot start " + arguments[0] + "; is it installed?");
+}
+
+FedChild::~FedChild() {
+    if (process_ == 0) return;
+    close(input_);
+    kill(process_, SIGKILL);
+    wait_for(process_);
+}
+
+bool FedChild::write(std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(input_, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        bytes = bytes.subspan(static_cast<size_t>(written));
+    }
+    return true;
+}
+
+ChildResult FedChild::finish() {
+    close(input_);
+    const int status = wait_for(std::exchange(process_, 0));
+    return {status, {}, errors_->contents<std::string>()};
 }
 
 }  // namespace flumo::cli

@@ -1,8 +1,13 @@
-// Runs another program and takes what it says.
+// Other programs: run to their end, or fed while they run.
 #pragma once
 
+#include <sys/types.h>
+
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,5 +22,29 @@ struct ChildResult {
 /// Runs the program arguments[0], found by PATH, with no standard input, and waits for its end.
 /// Nothing is returned when it cannot be started, as when it is not installed.
 std::optional<ChildResult> run_child(const std::vector<std::string>& arguments);
+
+/// A running program that is fed through its standard input; its standard output leads nowhere. It has a
+/// process group of its own, so that Ctrl-C on the terminal reaches only this program, which then decides.
+class FedChild {
+  public:
+    /// Throws std::runtime_error when the program cannot be started.
+    explicit FedChild(const std::vector<std::string>& arguments);
+    /// Ends the program, if it still runs, and waits for it.
+    ~FedChild();
+    FedChild(const FedChild&) = delete;
+    FedChild& operator=(const FedChild&) = delete;
+
+    /// Writes all bytes, waiting while the pipe is full. False when the program reads no more.
+    bool write(std::span<const std::byte> bytes);
+
+    /// Closes its standard input and waits for its end.
+    ChildResult finish();
+
+  private:
+    class Errors;
+    std::unique_ptr<Errors> errors_;
+    int input_ = -1;
+    pid_t process_ = 0;
+};
 
 }  // namespace flumo::cli

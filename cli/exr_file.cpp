@@ -5,6 +5,9 @@
 #include <OpenEXR/ImfHeader.h>
 #include <OpenEXR/ImfInputFile.h>
 #include <OpenEXR/ImfOutputFile.h>
+#include <OpenEXR/ImfRational.h>
+#include <OpenEXR/ImfStandardAttributes.h>
+#include <OpenEXR/ImfStringAttribute.h>
 #include <OpenEXR/ImfVersion.h>
 
 #include <algorithm>
@@ -16,19 +19,27 @@ namespace flumo::cli {
 namespace {
 
 constexpr int64_t kMostPixels = int64_t{1} << 28;
-constexpr size_t kPixelSize = 4 * sizeof(float);
+constexpr const char* kSceneAttribute = "flumoScene";
 
 using ChannelNames = std::array<const char*, 4>;
+constexpr ChannelNames kColourNames = {"R", "G", "B", "A"};
 
-// Slices of interleaved float pixels whose first one lies at the window's top left corner.
-Imf::FrameBuffer frame_buffer(float* pixels, const Imath::Box2i& window, const ChannelNames& names) {
+template <typename Sample>
+constexpr Imf::PixelType pixel_type() {
+    return sizeof(Sample) == sizeof(float) ? Imf::FLOAT : Imf::HALF;
+}
+
+// Slices of interleaved pixels whose first one lies at the window's top left corner.
+template <typename Sample>
+Imf::FrameBuffer frame_buffer(Sample* pixels, const Imath::Box2i& window, const ChannelNames& names) {
+    constexpr size_t kPixelSize = 4 * sizeof(Sample);
     const auto width = static_cast<size_t>(window.size().x + 1);
     Imf::FrameBuffer buffer;
     for (size_t channel = 0; channel < names.size(); ++channel) {
         const double missing = channel == 3 ? 1.0 : 0.0;
         if (channel > 0 && std::string_view(names[channel]) == names[channel - 1]) continue;
-        buffer.insert(names[channel], Imf::Slice::Make(Imf::FLOAT, pixels + channel, window, kPixelSize,
-                                                       kPixelSize * width, 1, 1, missing));
+        buffer.insert(names[channel], Imf::Slice::Make(pixel_type<Sample>(), pixels + channel, window,
+                                                       kPixelSize, kPixelSize * width, 1, 1, missing));
     }
     return buffer;
 }
@@ -46,7 +57,7 @@ void require_reasonable(const Imath::Box2i& window) {
 ChannelNames channel_names(const Imf::Header& header) {
     const Imf::ChannelList& channels = header.channels();
     if (channels.findChannel("R") || channels.findChannel("G") || channels.findChannel("B")) {
-        return {"R", "G", "B", "A"};
+        return kColourNames;
     }
     if (channels.findChannel("Y")) return {"Y", "Y", "Y", "A"};
     throw std::runtime_error("it has none of the channels R, G, B and Y");
@@ -81,6 +92,30 @@ std::vector<float> reframe(const std::vector<float>& pixels, const Imath::Box2i&
     return framed;
 }
 
+Imf::Header header_of(const Picture& picture, const ExrNotes& notes) {
+    Imf::Header header(static_cast<int>(picture.width), static_cast<int>(picture.height));
+    header.compression() = Imf::ZIP_COMPRESSION;
+    const Imf::PixelType type = notes.type == ExrType::kHalf ? Imf::HALF : Imf::FLOAT;
+    for (const char* name : kColourNames)
+        header.channels().insert(name, Imf::Channel(type));
+    if (notes.rate) {
+        const auto den = static_cast<unsigned>(notes.rate->den);
+        Imf::addFramesPerSecond(header, Imf::Rational(notes.rate->num, den));
+    }
+    if (!notes.scene.empty()) header.insert(kSceneAttribute, Imf::StringAttribute(notes.scene));
+    return header;
+}
+
+template <typename Sample>
+void write_samples(const std::filesystem::path& path, const Imf::Header& header,
+                   const std::vector<Sample>& samples) {
+    Imf::OutputFile file(path.c_str(), header);
+    const Imath::Box2i& window = header.dataWindow();
+    // The library's slices are mutable for the sake of reading; writing leaves them alone.
+    file.setFrameBuffer(frame_buffer(const_cast<Sample*>(samples.data()), window, kColourNames));
+    file.writePixels(window.size().y + 1);
+}
+
 }  // namespace
 
 bool is_exr(std::span<const uint8_t> bytes) {
@@ -97,17 +132,29 @@ Picture read_exr(const std::filesystem::path& path) {
             reframe(read_window(file, data), data, display)};
 }
 
-void write_exr(const std::filesystem::path& path, const Picture& picture) {
+void write_exr(const std::filesystem::path& path, const Picture& picture, const ExrNotes& notes) {
     const auto& samples = std::get<std::vector<float>>(picture.samples);
-    Imf::Header header(static_cast<int>(picture.width), static_cast<int>(picture.height));
-    header.compression() = Imf::ZIP_COMPRESSION;
-    const ChannelNames names = {"R", "G", "B", "A"};
-    for (const char* name : names)
-        header.channels().insert(name, Imf::Channel(Imf::FLOAT));
-    Imf::OutputFile file(path.c_str(), header);
-    // The library's slices are mutable for the sake of reading; writing leaves them alone.
-    file.setFrameBuffer(frame_buffer(const_cast<float*>(samples.data()), header.dataWindow(), names));
-    file.writePixels(static_cast<int>(picture.height));
+    const Imf::Header header = header_of(picture, notes);
+    if (notes.type == ExrType::kFloat) {
+        write_samples(path, header, samples);
+    } else {
+        write_samples(path, header, std::vector<half>(samples.begin(), samples.end()));
+    }
+}
+
+ExrNotes read_exr_notes(const std::filesystem::path& path) {
+    const Imf::InputFile file(path.c_str());
+    const Imf::Header& header = file.header();
+    ExrNotes notes;
+    const Imf::Channel* const red = header.channels().findChannel("R");
+    if (red && red->type == Imf::HALF) notes.type = ExrType::kHalf;
+    if (Imf::hasFramesPerSecond(header)) {
+        const Imf::Rational rate = Imf::framesPerSecond(header);
+        notes.rate = host::FrameRate{rate.n, static_cast<int>(rate.d)};
+    }
+    if (const auto* scene = header.findTypedAttribute<Imf::StringAttribute>(kSceneAttribute))
+        notes.scene = scene->value();
+    return notes;
 }
 
 }  // namespace flumo::cli

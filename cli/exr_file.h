@@ -3,9 +3,12 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
+#include <string>
 
 #include "cli/picture.h"
+#include "host/instance.h"
 
 namespace flumo::cli {
 
@@ -16,7 +19,20 @@ bool is_exr(std::span<const uint8_t> bytes);
 /// R, G, B or Y alone, and A, which is 1 where there is none. Throws std::exception.
 Picture read_exr(const std::filesystem::path& path);
 
-/// Writes float samples as they stand into channels R, G, B, A of 32-bit floats. Throws std::exception.
-void write_exr(const std::filesystem::path& path, const Picture& picture);
+enum class ExrType { kHalf, kFloat };
+
+/// What a file says about its frame beside the pixels.
+struct ExrNotes {
+    ExrType type = ExrType::kFloat;
+    std::optional<host::FrameRate> rate;  ///< attribute framesPerSecond
+    std::string scene;  ///< attribute flumoScene: a scene file that renders it again; may be empty
+};
+
+/// Writes float samples into channels R, G, B, A, as they stand or rounded to the nearest half.
+/// Throws std::exception.
+void write_exr(const std::filesystem::path& path, const Picture& picture, const ExrNotes& notes = {});
+
+/// What the header says; no scene in a file of another program. Throws std::exception.
+ExrNotes read_exr_notes(const std::filesystem::path& path);
 
 }  // namespace flumo::cli

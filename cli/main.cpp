@@ -107,7 +107,7 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     }
     if (controls_command->parsed()) return list_controls(list_options, output);
     if (info_command->parsed()) return show_info(list_options, output);
-    if (render_command->parsed()) return render(render_options);
+    if (render_command->parsed()) return render(render_options, output);
     if (panel_command->parsed()) return panel(panel_request, output);
     throw usage_failure("expected a command, such as: flumo render -o look.png");
 }

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <string>
 #include <system_error>
 
@@ -21,13 +22,22 @@ fs::path temporary_name(const fs::path& target) {
     return target.parent_path() / name;
 }
 
+// False with errno set. Network file systems may not know RENAME_NOREPLACE: a link refuses as well.
+bool rename_to_target(const fs::path& temporary, const fs::path& target, Existing existing) {
+    if (existing == Existing::kReplace) return rename(temporary.c_str(), target.c_str()) == 0;
+    const char* const from = temporary.c_str();
+    if (renameat2(AT_FDCWD, from, AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return true;
+    return errno == EINVAL && link(from, target.c_str()) == 0 && unlink(from) == 0;
+}
+
 Failure cannot_write(const fs::path& target, const std::string& why) {
     return output_failure("cannot write \"" + target.string() + "\": " + why);
 }
 
 }  // namespace
 
-NewFile::NewFile(fs::path target) : target_(std::move(target)), temporary_(temporary_name(target_)) {
+NewFile::NewFile(fs::path target, Existing existing)
+    : target_(std::move(target)), temporary_(temporary_name(target_)), existing_(existing) {
     std::error_code ignored;
     if (fs::is_directory(target_, ignored)) throw cannot_write(target_, "it is a folder");
     const fs::path folder = target_.parent_path();
@@ -43,9 +53,8 @@ NewFile::~NewFile() {
 }
 
 void NewFile::commit() {
-    std::error_code error;
-    fs::rename(temporary_, target_, error);
-    if (error) throw cannot_write(target_, error.message());
+    if (!rename_to_target(temporary_, target_, existing_))
+        throw cannot_write(target_, std::generic_category().message(errno));
     committed_ = true;
 }
 

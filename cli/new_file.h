@@ -5,12 +5,15 @@
 
 namespace flumo::cli {
 
+/// What commit() does with a file that already has the target's name.
+enum class Existing { kReplace, kKeep };
+
 /// A file in the making: written under a temporary name in the folder of its target, and given the
 /// target's name by commit(). A file that is not committed leaves no trace.
 class NewFile {
   public:
     /// Creates the empty temporary file. Throws Failure (unwritable output), naming the target.
-    explicit NewFile(std::filesystem::path target);
+    explicit NewFile(std::filesystem::path target, Existing existing = Existing::kReplace);
     ~NewFile();
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
@@ -18,12 +21,13 @@ class NewFile {
     /// Where the contents are to be written.
     const std::filesystem::path& temporary() const { return temporary_; }
 
-    /// Replaces whatever stands under the target's name. Throws Failure (unwritable output).
+    /// Throws Failure (unwritable output), also for a file that exists and is to be kept.
     void commit();
 
   private:
     std::filesystem::path target_;
     std::filesystem::path temporary_;
+    Existing existing_;
     bool committed_ = false;
 };
 

@@ -15,16 +15,26 @@ constexpr size_t kMostDigits = 18;
     throw usage_failure("output \"" + std::string(pattern) + "\": " + why);
 }
 
-PictureFormat format_of(std::string_view pattern) {
+constexpr struct {
+    const char* ending;
+    OutputKind kind;
+} kEndings[] = {{".png", PictureFormat::kPng}, {".exr", PictureFormat::kExr}, {".mp4", VideoFormat::kMp4},
+                {".mov", VideoFormat::kMov},   {".mkv", VideoFormat::kMkv},   {".webm", VideoFormat::kWebm},
+                {".gif", VideoFormat::kGif}};
+
+OutputKind kind_of(std::string_view pattern) {
+    if (pattern == "-") return StandardOutput();
     const std::string ending = std::filesystem::path(pattern).extension().string();
-    if (equal_ignoring_case(ending, ".png")) return PictureFormat::kPng;
-    if (equal_ignoring_case(ending, ".exr")) return PictureFormat::kExr;
-    fail(pattern, "expected a name that ends in .png or .exr");
+    for (const auto& row : kEndings) {
+        if (equal_ignoring_case(ending, row.ending)) return row.kind;
+    }
+    fail(pattern,
+         "expected a name that ends in .png or .exr, .mp4, .mov, .mkv, .webm or .gif, or a single -");
 }
 
 }  // namespace
 
-OutputPattern::OutputPattern(std::string_view text) : text_(text), format_(format_of(text)) {
+OutputPattern::OutputPattern(std::string_view text) : text_(text), kind_(kind_of(text)) {
     if (text.find('#') != std::string_view::npos) {
         split_at_hashes(text);
     } else {

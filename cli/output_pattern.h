@@ -1,21 +1,28 @@
-// Where a frame's picture goes.
+// Where frames go.
 #pragma once
 
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace flumo::cli {
 
 enum class PictureFormat { kPng, kExr };
+enum class VideoFormat { kMp4, kMov, kMkv, kWebm, kGif };
+/// Frames on standard output.
+struct StandardOutput {};
+
+/// What an output is, told by its ending.
+using OutputKind = std::variant<PictureFormat, VideoFormat, StandardOutput>;
 
 /// A file name with a place for the frame number, as renderers write it: a run of `#` is the number
 /// padded to that many digits (the last run counts), `%d` and `%04d` are printf's, `%%` is a percent
 /// sign beside them. The minus sign of a negative frame stands before the padded digits.
 class OutputPattern {
   public:
-    /// Throws Failure (usage) for an empty text, an ending that is not .png or .exr, or a percent
-    /// sign that is followed by something else.
+    /// Throws Failure (usage) for an empty text, an ending that is unknown, or a percent sign that is
+    /// followed by something else. "-" is standard output.
     explicit OutputPattern(std::string_view text);
 
     /// As it was written.
@@ -24,7 +31,9 @@ class OutputPattern {
     /// Whether different frames get different names.
     bool has_frame_number() const { return has_number_; }
 
-    PictureFormat format() const { return format_; }
+    const OutputKind& kind() const { return kind_; }
+    bool is_pictures() const { return std::holds_alternative<PictureFormat>(kind_); }
+    bool is_standard_output() const { return std::holds_alternative<StandardOutput>(kind_); }
 
     std::filesystem::path path_of(int frame) const;
 
@@ -37,7 +46,7 @@ class OutputPattern {
     std::string after_;
     size_t digits_ = 0;
     bool has_number_ = false;
-    PictureFormat format_ = PictureFormat::kPng;
+    OutputKind kind_;
 };
 
 }  // namespace flumo::cli

@@ -62,6 +62,23 @@ void premultiply(Picture& picture) {
     change_colours(picture, [](float colour, float alpha) { return colour * alpha; });
 }
 
+void put_over_black(Picture& picture) {
+    std::visit(
+        [](auto& samples) {
+            using Sample = typename std::decay_t<decltype(samples)>::value_type;
+            constexpr double kFull = full_scale<Sample>();
+            for (size_t i = 0; i + 3 < samples.size(); i += 4) {
+                for (size_t channel = i; channel < i + 3; ++channel) {
+                    const double product = samples[channel] * (samples[i + 3] / kFull);
+                    samples[channel] = std::is_integral_v<Sample> ? static_cast<Sample>(std::lround(product))
+                                                                  : static_cast<Sample>(product);
+                }
+                samples[i + 3] = static_cast<Sample>(kFull);
+            }
+        },
+        picture.samples);
+}
+
 void unpremultiply(Picture& picture) {
     change_colours(picture, [](float colour, float alpha) { return alpha == 0.0F ? 0.0F : colour / alpha; });
 }

@@ -27,6 +27,9 @@ Picture to_float(const Picture& picture);
 /// Multiplies colour by alpha in place; the samples must be floats.
 void premultiply(Picture& picture);
 
+/// The picture over black, where alpha is of no further use; integer samples are rounded to nearest.
+void put_over_black(Picture& picture);
+
 /// Divides colour by alpha in place, leaving black where alpha is 0; the samples must be floats.
 void unpremultiply(Picture& picture);
 

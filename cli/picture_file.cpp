@@ -4,9 +4,7 @@
 
 #include "cli/child_process.h"
 #include "cli/exit_status.h"
-#include "cli/exr_file.h"
 #include "cli/file_contents.h"
-#include "cli/new_file.h"
 #include "cli/png_file.h"
 
 namespace flumo::cli {
@@ -47,10 +45,11 @@ Picture read_by_contents(const std::filesystem::path& path) {
     return read_with_ffmpeg(path);
 }
 
-void write_premultiplied_exr(const std::filesystem::path& path, const Picture& picture) {
+void write_premultiplied_exr(const std::filesystem::path& path, const Picture& picture,
+                             const ExrNotes& notes) {
     Picture floats = to_float(picture);
     premultiply(floats);
-    write_exr(path, floats);
+    write_exr(path, floats, notes);
 }
 
 void write_png_of_any(const std::filesystem::path& path, const Picture& picture) {
@@ -69,10 +68,11 @@ Picture read_picture(const std::filesystem::path& path) try {
                         "; expected PNG, OpenEXR or what ffmpeg reads");
 }
 
-void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture) try {
-    NewFile file(path);
+void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture,
+                   const PictureSettings& settings) try {
+    NewFile file(path, settings.existing);
     if (format == PictureFormat::kExr) {
-        write_premultiplied_exr(file.temporary(), picture);
+        write_premultiplied_exr(file.temporary(), picture, settings.exr);
     } else {
         write_png_of_any(file.temporary(), picture);
     }

@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+#include "cli/exr_file.h"
+#include "cli/new_file.h"
 #include "cli/output_pattern.h"
 #include "cli/picture.h"
 
@@ -13,9 +15,16 @@ namespace flumo::cli {
 /// Throws Failure (unreadable input), naming the file.
 Picture read_picture(const std::filesystem::path& path);
 
+/// How a picture is written, where there is a choice.
+struct PictureSettings {
+    ExrNotes exr = {};
+    Existing existing = Existing::kReplace;
+};
+
 /// Writes a picture with straight alpha, whole or not at all. PNG takes 8 bits, and 16 for 16-bit and
-/// float samples; OpenEXR takes floats with premultiplied alpha.
+/// float samples; OpenEXR takes floats or halves with premultiplied alpha.
 /// Throws Failure (unwritable output), naming the file.
-void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture);
+void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture,
+                   const PictureSettings& settings = {});
 
 }  // namespace flumo::cli

@@ -3,11 +3,12 @@
 
 #include "cli/exit_status.h"
 #include "cli/render_options.h"
+#include "cli/stdout_guard.h"
 
 namespace flumo::cli {
 
-/// Renders and writes every frame. Returns kDone, or the status of the signal that stopped it after a
-/// finished frame. Throws Failure for everything else.
-ExitStatus render(const RenderOptions& options);
+/// Renders and writes every frame. Returns kDone, kFrameFailed when it went on past failed frames, or the
+/// status of the signal that stopped it after the frames that were begun. Throws Failure for everything else.
+ExitStatus render(const RenderOptions& options, const StdoutGuard& output);
 
 }  // namespace flumo::cli

@@ -6,8 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "cli/exr_file.h"
 #include "cli/frame_size.h"
 #include "cli/output_pattern.h"
+#include "cli/progress.h"
+#include "cli/raw_frame.h"
+#include "cli/shard.h"
+#include "host/instance.h"
 
 namespace CLI {
 class App;
@@ -22,6 +27,11 @@ struct Assignment {
     std::string value;
 };
 
+/// One thread renders while others encode. Measured with llvmpipe on two cores, 40 frames of 1280x720 into
+/// PNG: 75 s with one render thread, 83 s with two and 97 s with four, at the same 74 s of processor time,
+/// since all contexts of a process share one rasteriser that draws for one of them at a time.
+inline constexpr int kDefaultRenderThreads = 1;
+
 /// What the command line says; what it leaves out is empty, and a scene or a default fills it.
 struct RenderOptions {
     std::optional<FrameSize> size;
@@ -29,6 +39,17 @@ struct RenderOptions {
     std::optional<std::vector<int>> frames;
     std::vector<Assignment> assignments;  ///< in groups by option; later ones win
     std::filesystem::path scene;
+    std::filesystem::path from;  ///< an EXR that holds its own scene
+    std::optional<host::FrameRate> rate;
+    std::optional<int> start_number;
+    std::optional<Shard> shard;
+    std::optional<ExrType> exr_type;
+    std::optional<RawFormat> raw;
+    std::optional<ProgressForm> progress;
+    int render_threads = kDefaultRenderThreads;
+    bool skip_existing = false;
+    bool no_clobber = false;
+    bool keep_going = false;
     std::filesystem::path module;
     std::optional<OutputPattern> output;
 };

@@ -8,6 +8,7 @@
 #include "cli/exit_status.h"
 #include "cli/file_contents.h"
 #include "cli/frame_list.h"
+#include "cli/frame_rate.h"
 #include "cli/scene_value.h"
 #include "cli/text_list.h"
 
@@ -16,8 +17,8 @@ namespace {
 
 using nlohmann::json;
 
-json parse_json(const std::filesystem::path& path) try {
-    return json::parse(read_text_file(path));
+json parse_json(std::string_view text, const std::filesystem::path& path) try {
+    return json::parse(text);
 } catch (const json::parse_error& error) {
     // The library's own name and number stand before the place.
     const std::string what = error.what();
@@ -46,6 +47,13 @@ std::vector<int> read_frames(const json& value, const ScenePlace& place) {
     return within(place, [&] { return parse_frame_list(list); });
 }
 
+host::FrameRate read_rate(const json& value, const ScenePlace& place) {
+    if (!value.is_string() && !value.is_number_integer())
+        throw place.failure("expected 25 or \"30000/1001\"");
+    const std::string rate = value.is_string() ? value.get<std::string>() : value.dump();
+    return within(place, [&] { return parse_frame_rate(rate); });
+}
+
 Tracks read_tracks(const json& value, const ScenePlace& place, const ControlCatalog& catalog) {
     if (!value.is_object()) throw place.failure("expected an object of values by control id");
     Tracks tracks;
@@ -58,16 +66,21 @@ Tracks read_tracks(const json& value, const ScenePlace& place, const ControlCata
 }
 
 Failure unknown_key(const std::string& key, const ScenePlace& place) {
-    const std::vector<std::string> known = {"size", "depth", "frames", "controls"};
+    const std::vector<std::string> known = {"size", "depth", "frames", "fps", "controls"};
     return place.member(key).failure("unknown key; expected one of " + join(known));
 }
 
 }  // namespace
 
 Scene read_scene(const std::filesystem::path& path, const ControlCatalog& catalog) {
+    return parse_scene(read_text_file(path), path, catalog);
+}
+
+Scene parse_scene(std::string_view text, const std::filesystem::path& path, const ControlCatalog& catalog) {
     const ScenePlace root{path, ""};
-    const json document = parse_json(path);
-    if (!document.is_object()) throw root.failure("expected an object with size, depth, frames or controls");
+    const json document = parse_json(text, path);
+    if (!document.is_object())
+        throw root.failure("expected an object with size, depth, frames, fps or controls");
     Scene scene;
     for (const auto& [key, value] : document.items()) {
         const ScenePlace place = root.member(key);
@@ -77,6 +90,8 @@ Scene read_scene(const std::filesystem::path& path, const ControlCatalog& catalo
             scene.depth = read_depth(value, place);
         } else if (key == "frames") {
             scene.frames = read_frames(value, place);
+        } else if (key == "fps") {
+            scene.rate = read_rate(value, place);
         } else if (key == "controls") {
             scene.tracks = read_tracks(value, place, catalog);
         } else {

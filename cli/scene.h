@@ -3,11 +3,13 @@
 
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "cli/control.h"
 #include "cli/frame_size.h"
 #include "cli/track.h"
+#include "host/instance.h"
 
 namespace flumo::cli {
 
@@ -16,12 +18,13 @@ struct Scene {
     std::optional<FrameSize> size;
     std::optional<int> depth;
     std::optional<std::vector<int>> frames;
+    std::optional<host::FrameRate> rate;
     Tracks tracks;
 };
 
 /// Reads a scene such as
 ///   {
-///     "size": "960x540", "depth": 16, "frames": "0-47",
+///     "size": "960x540", "depth": 16, "frames": "0-47", "fps": "30000/1001",
 ///     "controls": {
 ///       "NoiseType": "Voronoi",
 ///       "Evolution": [{"frame": 0, "value": 0}, {"frame": 48, "value": 360}],
@@ -33,5 +36,8 @@ struct Scene {
 /// Throws Failure with file, key and what was expected: (unreadable input) when the file cannot be read or
 /// is no JSON, (usage) for contents that are not acceptable.
 Scene read_scene(const std::filesystem::path& path, const ControlCatalog& catalog);
+
+/// The same for the text of a scene that stands within the file `path`.
+Scene parse_scene(std::string_view text, const std::filesystem::path& path, const ControlCatalog& catalog);
 
 }  // namespace flumo::cli

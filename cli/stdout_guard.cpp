@@ -1,5 +1,6 @@
 #include "cli/stdout_guard.h"
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -25,7 +26,8 @@ Failure stdout_failure() {
 }  // namespace
 
 StdoutGuard::StdoutGuard()
-    : real_stdout_(dup(STDOUT_FILENO)), memory_(memfd_create("flumo-stdout", MFD_CLOEXEC)) {
+    : real_stdout_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3)),
+      memory_(memfd_create("flumo-stdout", MFD_CLOEXEC)) {
     // A caller may have closed standard output; then only write() fails, and only if it is used.
     if (memory_ < 0 || dup2(memory_, STDOUT_FILENO) < 0) throw stdout_failure();
 }
@@ -48,6 +50,10 @@ void StdoutGuard::write(std::string_view text) const {
         if (written < 0) throw stdout_failure();
         text.remove_prefix(static_cast<size_t>(written));
     }
+}
+
+bool StdoutGuard::is_terminal() const {
+    return isatty(real_stdout_) == 1;
 }
 
 std::string StdoutGuard::captured() const {

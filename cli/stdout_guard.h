@@ -20,6 +20,9 @@ class StdoutGuard {
     /// Writes all of `text` to the real standard output. Throws Failure (unwritable output).
     void write(std::string_view text) const;
 
+    /// Whether the real standard output is a person's terminal.
+    bool is_terminal() const;
+
     /// Everything that was printed on descriptor 1 since the guard was made.
     std::string captured() const;
 

@@ -28,9 +28,11 @@ TEST(OutputPattern, PutsTheFrameNumberWhereItBelongs) {
         EXPECT_EQ(OutputPattern(row.pattern).path_of(row.frame), row.path);
 }
 
-TEST(OutputPattern, KnowsFormatAndWhetherFramesDiffer) {
-    EXPECT_EQ(OutputPattern("a.PNG").format(), PictureFormat::kPng);
-    EXPECT_EQ(OutputPattern("a.exr").format(), PictureFormat::kExr);
+TEST(OutputPattern, KnowsKindAndWhetherFramesDiffer) {
+    EXPECT_EQ(std::get<PictureFormat>(OutputPattern("a.PNG").kind()), PictureFormat::kPng);
+    EXPECT_EQ(std::get<PictureFormat>(OutputPattern("a.exr").kind()), PictureFormat::kExr);
+    EXPECT_EQ(std::get<VideoFormat>(OutputPattern("a.Webm").kind()), VideoFormat::kWebm);
+    EXPECT_TRUE(OutputPattern("-").is_standard_output());
     EXPECT_FALSE(OutputPattern("a.exr").has_frame_number());
     EXPECT_FALSE(OutputPattern("a%%d.exr").has_frame_number());
     EXPECT_TRUE(OutputPattern("a#.exr").has_frame_number());

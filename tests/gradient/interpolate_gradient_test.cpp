@@ -41,6 +41,7 @@ TEST(InterpolateGradients, PairsStopsByOrder) {
         double t;
         GradientStopMap result;
     };
+    const GradientStopMap ends = {{0, kRed}, {1, kBlue}};
     const Case cases[] = {
         {"both empty", {}, {}, 0.5, {}},
         {"nothing on the left: kind sin",
@@ -48,11 +49,7 @@ TEST(InterpolateGradients, PairsStopsByOrder) {
          {{0.2F, kRed}, {0.7F, kRed}},
          0.5,
          {{0.2F, {kStopSin, 0.5F, 0, 0, 0.75F}}, {0.7F, {kStopSin, 0.5F, 0, 0, 0.75F}}}},
-        {"nothing on the right: own kind",
-         {{0.25F, kRed}},
-         {},
-         0.5,
-         {{0.25F, {kStopEdge, 0.5F, 0, 0, 0.75F}}}},
+        {"nothing on the right", {{0.25F, kRed}}, {}, 0.5, {{0.25F, {kStopEdge, 0.5F, 0, 0, 0.75F}}}},
         {"surplus left",
          {{0, kRed}, {0.5F, kGray}, {1, kBlue}},
          {{0, kRed}},
@@ -66,16 +63,8 @@ TEST(InterpolateGradients, PairsStopsByOrder) {
          0.5,
          {{0, {kStopEdge, 0.5F, 0, 0.5F, 0.75F}}, {0.25F, {kStopEdge, 0.75F, 0.25F, 0.25F, 0.25F}}}},
         {"t is not clamped", {{0.25F, kBlue}}, {{0.5F, kBlue}}, 2.0, {{0.75F, kBlue}}},
-        {"crossing stops sort",
-         {{0, kRed}, {1, kBlue}},
-         {{0.5F, kRed}, {0.75F, kBlue}},
-         2.0,
-         {{0.5F, kBlue}, {1, kRed}}},
-        {"of equal positions the later stop stays",
-         {{0, kRed}, {0.5F, kBlue}},
-         {{0.5F, kRed}, {0.75F, kBlue}},
-         2.0,
-         {{1, kBlue}}},
+        {"crossing stops sort", ends, {{0.5F, kRed}, {0.75F, kBlue}}, 2, {{0.5F, kBlue}, {1, kRed}}},
+        {"the later stop stays", {{0, kRed}, {0.5F, kBlue}}, {{0.5F, kRed}, {0.75F, kBlue}}, 2, {{1, kBlue}}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.promise);

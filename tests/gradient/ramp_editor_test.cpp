@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <iterator>
 #include <set>
 
@@ -13,37 +14,26 @@ namespace {
 constexpr GradientStop kRed{kStopLinear, 1, 0, 0, 0.5F};
 constexpr GradientStop kBlue{kStopEdge, 0, 0, 1, 0.25F};
 
-// A control of the registered size: position 0 at pixel 6, 138 pixels of ramp.
-RampGeometry Ramp() {
-    return MakeRampGeometry({0, 0, 150, 50});
-}
-
-int X(float position) {
-    return 6 + static_cast<int>(position * 138.0F);
-}
+// 128 pixels of ramp from pixel 6 on, so that pixels lie at exact positions.
+const RampGeometry kRamp = MakeRampGeometry({0, 0, 140, 50});
 
 TEST(RampGeometry, KeepsMarginsAndAMarkerStrip) {
-    const RampGeometry moved = MakeRampGeometry({10, 20, 160, 70});
-    EXPECT_EQ(moved.x0, 16);
-    EXPECT_EQ(moved.w, 138);
-    EXPECT_EQ(moved.markerTop, 54);
-    EXPECT_EQ(moved.h, 34);
-    const RampGeometry low = MakeRampGeometry({10, 20, 160, 36});
-    EXPECT_EQ(low.markerTop, 20);
-    EXPECT_EQ(low.h, 0);
-    EXPECT_EQ(MakeRampGeometry({0, 20, 10, 30}).markerTop, 20);
-    EXPECT_EQ(MakeRampGeometry({0, 20, 10, 30}).w, -2);
+    const auto numbers = [](const PF_Rect& frame) {
+        const RampGeometry ramp = MakeRampGeometry(frame);
+        return std::array{ramp.x0, ramp.w, ramp.markerTop, ramp.h};
+    };
+    EXPECT_EQ(numbers({10, 20, 160, 70}), (std::array{16, 138, 54, 34}));
+    EXPECT_EQ(numbers({10, 20, 160, 36}), (std::array{16, 138, 20, 0}));
+    EXPECT_EQ(numbers({0, 20, 10, 30}), (std::array{6, -2, 20, 0}));
 }
 
 TEST(DragState, LiesInTheFourWordsAsBits) {
     const DragState state{.offset = -3, .ordinal = 2, .stop = {kStopEdge, 1.0F, -2.0F, 0.5F, -0.0F}};
-    const DragWords words = PackDragState(state);
-    EXPECT_EQ(words[0], -3);
-    EXPECT_EQ(static_cast<uint64_t>(words[1]), 0x0000000200000002U);
-    EXPECT_EQ(static_cast<uint64_t>(words[2]), 0xC00000003F800000U);
-    EXPECT_EQ(static_cast<uint64_t>(words[3]), 0x800000003F000000U);
     const DragState lifted{.offset = 7, .ordinal = kLiftedOff, .stop = {-1, 0, 0, 0, 1}};
-    EXPECT_EQ(static_cast<uint64_t>(PackDragState(lifted)[1]), 0xFFFFFFFFFFFFFFFFU);
+    EXPECT_EQ(PackDragState(state),
+              (DragWords{-3, 0x0000000200000002, static_cast<A_intptr_t>(0xC00000003F800000),
+                         static_cast<A_intptr_t>(0x800000003F000000)}));
+    EXPECT_EQ(PackDragState(lifted)[1], -1);
     for (const DragState& packed : {state, lifted}) {
         const DragState back = UnpackDragState(PackDragState(packed));
         EXPECT_EQ(back.offset, packed.offset);
@@ -54,15 +44,12 @@ TEST(DragState, LiesInTheFourWordsAsBits) {
 
 TEST(ClickRamp, HitsTheLeftmostStopWithinTenPixels) {
     GradientStopMap ends = WhiteGradient();
-    EXPECT_EQ(ClickRamp(ends, Ramp(), X(0) + 9, 1, false).action, ClickAction::kStartDrag);
-    EXPECT_EQ(ClickRamp(ends, Ramp(), X(0) + 10, 1, false).action, ClickAction::kNone);
-    EXPECT_EQ(ClickRamp(ends, Ramp(), 150, 1, false).action, ClickAction::kStartDrag);
-    EXPECT_EQ(ClickRamp(ends, Ramp(), 151, 1, false).action, ClickAction::kNone);
-    EXPECT_EQ(ClickRamp(ends, Ramp(), 0, 1, false).action, ClickAction::kStartDrag);
-    EXPECT_EQ(ClickRamp(ends, Ramp(), -1, 1, false).action, ClickAction::kNone);
-
-    GradientStopMap close = {{0.0F, {}}, {50.5F / 138.0F, kRed}, {54.5F / 138.0F, kBlue}};
-    const ClickOutcome outcome = ClickRamp(close, Ramp(), 6 + 54, 1, false);
+    for (const auto& [x, hit] :
+         {std::pair{15, true}, {16, false}, {140, true}, {141, false}, {0, true}, {-1, false}}) {
+        EXPECT_EQ(ClickRamp(ends, kRamp, x, 1, false).action == ClickAction::kStartDrag, hit) << x;
+    }
+    GradientStopMap close = {{0.0F, {}}, {50.5F / 128, kRed}, {54.5F / 128, kBlue}};
+    const ClickOutcome outcome = ClickRamp(close, kRamp, 6 + 54, 1, false);
     EXPECT_EQ(outcome.drag.ordinal, 1);
     EXPECT_EQ(outcome.drag.stop, kRed);
     EXPECT_EQ(outcome.drag.offset, 50 - 54);
@@ -72,12 +59,9 @@ TEST(ClickRamp, HitsTheLeftmostStopWithinTenPixels) {
 TEST(ClickRamp, CyclesTheKindWithTheKeyWhateverTheClicks) {
     for (const auto& [kind, next] : {std::pair{0, 1}, {1, 2}, {2, 0}, {7, 7}, {-1, -1}}) {
         GradientStopMap stops = {{0.5F, {kind, 1, 0, 0, 1}}};
-        const ClickOutcome outcome = ClickRamp(stops, Ramp(), X(0.5F), 2, true);
-        EXPECT_EQ(outcome.action, ClickAction::kHandled);
-        EXPECT_TRUE(outcome.changed);
+        EXPECT_TRUE(ClickRamp(stops, kRamp, 70, 2, true).changed);
+        EXPECT_EQ(ClickRamp(stops, kRamp, 30, 2, true).action, ClickAction::kNone);
         EXPECT_EQ(stops, (GradientStopMap{{0.5F, {next, 1, 0, 0, 1}}}));
-        EXPECT_EQ(ClickRamp(stops, Ramp(), X(0.2F), 2, true).action, ClickAction::kNone);
-        EXPECT_EQ(stops.size(), 1U);
     }
 }
 
@@ -90,49 +74,31 @@ TEST(ClickRamp, DoubleClickAddsTheColorOfTheRamp) {
         GradientStop added;
     };
     const Case cases[] = {
-        {"no stops: black", {}, X(0.5F), 0.5F, {}},
-        {"in a blend, alpha included",
-         {{0, {kStopLinear, 0, 0, 0, 0}}, {1, {kStopEdge, 1, 1, 1, 1}}},
-         X(0.5F),
-         0.5F,
-         {kStopSin, 0.5F, 0.5F, 0.5F, 0.5F}},
-        {"in an edge", {{0, kBlue}, {1, kRed}}, X(0.5F), 0.5F, kBlue},
-        {"beyond the last stop", {{0, kBlue}, {0.25F, {7, 1, 0, 1, 1}}}, X(0.5F), 0.5F, {7, 1, 0, 1, 1}},
-        {"in the left margin", {{0.5F, kRed}}, 0, -6.0F / 138.0F, kRed},
-        {"in the right margin", {{0.5F, kRed}}, 150, 144.0F / 138.0F, kRed},
+        {"no stops: black", {}, 70, 0.5F, {}},
+        {"in a blend", {{0, {0, 0, 0, 0, 0}}, {1, {2, 1, 1, 1, 1}}}, 70, 0.5F, {1, 0.5F, 0.5F, 0.5F, 0.5F}},
+        {"in an edge", {{0, kBlue}, {1, kRed}}, 70, 0.5F, kBlue},
+        {"beyond the last stop", {{0, kBlue}, {0.25F, {7, 1, 0, 1, 1}}}, 70, 0.5F, {7, 1, 0, 1, 1}},
+        {"in the left margin", {{0.5F, kRed}}, 0, -6.0F / 128, kRed},
+        {"in the right margin", {{0.5F, kRed}}, 140, 134.0F / 128, kRed},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.promise);
-        GradientStopMap stops = c.stops;
-        GradientStopMap expected = c.stops;
+        GradientStopMap stops = c.stops, expected = c.stops;
         expected[c.position] = c.added;
-        const ClickOutcome outcome = ClickRamp(stops, Ramp(), c.x, 2, false);
-        EXPECT_EQ(outcome.action, ClickAction::kHandled);
-        EXPECT_TRUE(outcome.changed);
-        EXPECT_EQ(stops, expected);
+        EXPECT_TRUE(ClickRamp(stops, kRamp, c.x, 2, false).changed) << c.promise;
+        EXPECT_EQ(stops, expected) << c.promise;
     }
 }
 
 TEST(ClickRamp, LeavesEverythingElseAlone) {
     GradientStopMap stops = {{0.5F, kRed}};
-    const ClickOutcome pick = ClickRamp(stops, Ramp(), X(0.5F), 2, false);
+    const ClickOutcome pick = ClickRamp(stops, kRamp, 70, 2, false);
     EXPECT_EQ(pick.action, ClickAction::kPickColor);
     EXPECT_EQ(pick.picked, &stops.at(0.5F));
-    EXPECT_FALSE(pick.changed);
-    EXPECT_EQ(ClickRamp(stops, Ramp(), X(0.5F), 3, false).action, ClickAction::kNone);
-    EXPECT_EQ(ClickRamp(stops, Ramp(), X(0.2F), 1, false).action, ClickAction::kNone);
-    const RampGeometry no_width = MakeRampGeometry({0, 0, 12, 50});
+    EXPECT_EQ(ClickRamp(stops, kRamp, 70, 3, false).action, ClickAction::kNone);
+    EXPECT_EQ(ClickRamp(stops, kRamp, 30, 1, false).action, ClickAction::kNone);
     for (int x = 0; x <= 12; ++x)
-        EXPECT_EQ(ClickRamp(stops, no_width, x, 2, false).action, ClickAction::kNone);
+        EXPECT_EQ(ClickRamp(stops, MakeRampGeometry({0, 0, 12, 50}), x, 2, false).action, ClickAction::kNone);
     EXPECT_EQ(stops, (GradientStopMap{{0.5F, kRed}}));
-}
-
-// Presses on the stop at `from` and moves the pointer to column x, row y.
-bool PressAndDrag(GradientStopMap& stops, float from, int x, int y, DragState* state = nullptr) {
-    DragState drag = ClickRamp(stops, Ramp(), X(from), 1, false).drag;
-    const bool changed = DragRamp(stops, Ramp(), drag, x, y);
-    if (state) *state = drag;
-    return changed;
 }
 
 TEST(DragRamp, MovesAStopOverItsNeighboursAndOffTakenPlaces) {
@@ -143,51 +109,40 @@ TEST(DragRamp, MovesAStopOverItsNeighboursAndOffTakenPlaces) {
         float to;
         int ordinal;
     };
-    // The other stops stand at 1/4, 1/2 and 3/4 of a ramp 128 pixels wide.
-    const RampGeometry ramp = MakeRampGeometry({0, 0, 140, 50});
+    const GradientStopMap others = {{0.25F, {}}, {0.25F + 0.001F, {}}, {0.5F, {}}, {0.75F, {}}};
     const Case cases[] = {
         {"to a free place", 0, 6 + 16, 0.125F, 0},
-        {"over a neighbour", 0, 6 + 48, 0.375F, 1},
-        {"onto a stop in the left half", 0, 6 + 32, 0.25F + 0.001F, 1},
-        {"onto a stop in the right half", 1, 6 + 96, 0.75F - 0.001F, 2},
-        {"onto the middle", 1, 6 + 64, 0.5F - 0.001F, 1},
+        {"over a neighbour", 0, 6 + 48, 0.375F, 2},
+        {"onto a stop in the left half, and the next", 0, 6 + 32, 0.25F + 0.001F + 0.001F, 2},
+        {"onto a stop in the right half", 1, 6 + 96, 0.75F - 0.001F, 3},
+        {"onto the middle", 1, 6 + 64, 0.5F - 0.001F, 2},
         {"far to the left ends at 0", 1, -1000, 0.0F, 0},
-        {"far to the right ends at 1", 0, 2000, 1.0F, 3},
+        {"far to the right ends at 1", 0, 2000, 1.0F, 4},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.promise);
-        const GradientStopMap others = {{0.25F, {}}, {0.5F, {}}, {0.75F, {}}};
-        GradientStopMap stops = others;
-        stops[c.from] = kRed;
-        GradientStopMap expected = others;
-        expected[c.to] = kRed;
-        DragState drag = ClickRamp(stops, ramp, 6 + static_cast<int>(c.from * 128), 1, false).drag;
-        EXPECT_TRUE(DragRamp(stops, ramp, drag, c.x, -500));
+        GradientStopMap stops = others, expected = others;
+        stops[c.from] = expected[c.to] = kRed;
+        DragState drag = ClickRamp(stops, kRamp, 6 + static_cast<int>(c.from * 128), 1, false).drag;
+        EXPECT_TRUE(DragRamp(stops, kRamp, drag, c.x, -500));
         EXPECT_EQ(stops, expected);
         EXPECT_EQ(drag.ordinal, c.ordinal);
     }
-    GradientStopMap crowd = {{0.25F, {}}, {0.25F + 0.001F, {}}, {0.5F, kRed}};
-    DragState drag{.offset = 0, .ordinal = 2, .stop = kRed};
-    EXPECT_TRUE(DragRamp(crowd, ramp, drag, 6 + 32, 10));
-    EXPECT_EQ(crowd.at(0.25F + 0.001F + 0.001F), kRed);
 }
 
 TEST(DragRamp, LiftsBelowTheFrameAndBringsBack) {
     GradientStopMap stops = {{0.0F, kRed}};
-    DragState drag{};
-    EXPECT_TRUE(PressAndDrag(stops, 0, X(0.5F), 51, &drag));
+    DragState drag = ClickRamp(stops, kRamp, 6, 1, false).drag;
+    EXPECT_TRUE(DragRamp(stops, kRamp, drag, 70, 51));
     EXPECT_TRUE(stops.empty());
     EXPECT_EQ(drag.ordinal, kLiftedOff);
-    EXPECT_FALSE(DragRamp(stops, Ramp(), drag, X(0.25F), 1000));
-    EXPECT_TRUE(DragRamp(stops, Ramp(), drag, X(0.5F), 50));
-    EXPECT_EQ(stops, (GradientStopMap{{0.5F, kRed}}));
-    EXPECT_EQ(drag.ordinal, 0);
-    EXPECT_FALSE(DragRamp(stops, Ramp(), drag, X(0.5F), 10));
-    EXPECT_FALSE(DragRamp(stops, Ramp(), drag, X(0.5F), 51)) << "straight down lifts nothing";
-    DragState stale{.offset = 0, .ordinal = 5, .stop = kBlue};
-    EXPECT_FALSE(DragRamp(stops, Ramp(), stale, X(0.1F), 10));
-    stale.ordinal = -2;
-    EXPECT_FALSE(DragRamp(stops, Ramp(), stale, X(0.1F), 10));
+    EXPECT_FALSE(DragRamp(stops, kRamp, drag, 30, 1000));
+    EXPECT_TRUE(DragRamp(stops, kRamp, drag, 70, 50));
+    EXPECT_FALSE(DragRamp(stops, kRamp, drag, 70, 51)) << "straight down lifts nothing";
+    for (const A_long ordinal : {1, 5, -2}) {
+        DragState stale{.offset = 0, .ordinal = ordinal, .stop = kBlue};
+        EXPECT_FALSE(DragRamp(stops, kRamp, stale, 20, 10));
+    }
     EXPECT_EQ(stops, (GradientStopMap{{0.5F, kRed}}));
 }
 
@@ -201,9 +156,9 @@ std::multiset<float> Reds(const GradientStopMap& stops) {
 
 TEST(DragRamp, NeverLosesOrDoublesAnotherStop) {
     ForRandomGradients([](GradientStopMap stops, std::mt19937& random) {
-        std::uniform_int_distribution<int> x(-20, 170), y(-20, 70), press(0, 150);
+        std::uniform_int_distribution<int> x(-20, 170), y(-20, 70);
         for (int round = 0; round < 10; ++round) {
-            const ClickOutcome click = ClickRamp(stops, Ramp(), press(random), 1, false);
+            const ClickOutcome click = ClickRamp(stops, kRamp, x(random), 1, false);
             if (click.action != ClickAction::kStartDrag) continue;
             DragState drag = click.drag;
             std::multiset<float> others = Reds(stops);
@@ -211,8 +166,7 @@ TEST(DragRamp, NeverLosesOrDoublesAnotherStop) {
             for (int move = 0; move < 10; ++move) {
                 const GradientStopMap before = stops;
                 // A stop that is nudged back to where it was counts as moved.
-                const bool changed = DragRamp(stops, Ramp(), drag, x(random), y(random));
-                EXPECT_TRUE(changed || stops == before);
+                EXPECT_TRUE(DragRamp(stops, kRamp, drag, x(random), y(random)) || stops == before);
                 std::multiset<float> expected = others;
                 if (drag.ordinal != kLiftedOff) {
                     expected.insert(drag.stop.r);

@@ -193,9 +193,12 @@ TEST(ModuleLife, KeyframedGradientsRenderAsTheirInterpolation) {
             const World world = keyed->render(small_frame(Depth::k32, frame));
             EXPECT_TRUE(world.same_picture(constant->render(small_frame(Depth::k32, frame)))) << frame;
         }
-        const FrameRequest early = small_frame(Depth::k8, 1);
-        const World before = constant->render(early);
-        EXPECT_FALSE(keyed->render(early).same_picture(before)) << "the gradient does not show";
+        const FrameRequest between = small_frame(Depth::k8, 3);
+        const World moving = keyed->render(between);
+        for (const Arbitrary& end : {black_to_white, white}) {
+            constant->set(gradient.index, end);
+            EXPECT_FALSE(constant->render(between).same_picture(moving)) << "the gradient does not move";
+        }
     }
     host.global_setdown();
     expect_clean(host);

@@ -93,8 +93,9 @@ TEST_F(FlumoPanel, ThePictureIsTheGradientsWhateverTheWayToIt) {
 }
 
 TEST_F(FlumoPanel, AFailedEventIsToldAfterTheOthers) {
-    const Said said = panel({"Gradient", "--pick", "fail", "--event", "double-click 6,40", "--event",
-                             "ctrl-click 6,40", "-o", folder_ / "panel.png"});
+    const Said said =
+        panel({"Gradient", "--pick", "fail", "--event", "double-click 6,40", "--event", "ctrl-click 6,40",
+               "--event", "double-click 144,40", "-o", folder_ / "panel.png"});
     EXPECT_EQ(said.status, 1);
     EXPECT_EQ(said.errors,
               "flumo: event \"double-click 6,40\": PF_Cmd_EVENT failed with 512 "

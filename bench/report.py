@@ -140,7 +140,7 @@ def processes(result):
 
 def peers(rows):
     cells = [[r["name"], r["skipped"], "", "", ""] if "skipped" in r else
-             [r["name"], f"{r['wall_ms']:.0f}", f"{r['cpu_ms']:.0f}", f"{r['start_ms']:.0f}", f"{r['mib']:.0f}"]
+             [r["name"], f"{r['wall_ms']:.0f}", f"{r['cpu_ms']:.0f}", f"{max(r['start_ms'], 0):.0f}", f"{r['mib']:.0f}"]
              for r in rows]
     return table(["Generator", "Wall ms a frame", "CPU ms a frame", "Start ms", "Most memory, MiB"], cells)
 
@@ -176,6 +176,8 @@ def put(document, name, body):
 def main():
     folder, path = sys.argv[1:3]
     runs = [load(folder, os.path.basename(p)) for p in sorted(glob.glob(os.path.join(folder, "frames*.json")))]
+    # The run with the largest frames speaks first.
+    runs.sort(key=lambda run: -int(run["context"]["size"].split("x")[0]))
     bodies = {"frames": frames(runs)}
     for name, subject, write in (("parts", "start", parts), ("sizes", "size", sizes), ("lines", "lines", lines),
                                  ("threads", "threads", threads)):

@@ -1,10 +1,14 @@
 #include "cli/info_command.h"
 
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "cli/exit_status.h"
 #include "cli/flag_names.h"
 #include "cli/text_list.h"
+#include "host/host_error.h"
+#include "host/instance.h"
 
 namespace flumo::cli {
 namespace {
@@ -99,6 +103,21 @@ std::string info_as_text(Session& session, const std::string& printed) {
              << value.get<std::string>() << "\n";
     }
     return text.str();
+}
+
+double check_rendering(Session& session) try {
+    const auto began = std::chrono::steady_clock::now();
+    host::FrameRequest request;
+    request.width = request.height = 16;
+    request.depth = host::Depth::k32;
+    const host::World world = session.host().new_instance()->render(request);
+    // The default look is opaque.
+    if (world.width() == 0 || world.rgba(8, 8)[3] != 1.0F)
+        throw Failure(ExitStatus::kNoOpenGl, "check: OpenGL works, but the frame is empty");
+    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - began;
+    return took.count();
+} catch (const host::HostError& error) {
+    throw Failure(ExitStatus::kNoOpenGl, std::string("check: no frame can be rendered: ") + error.what());
 }
 
 }  // namespace flumo::cli

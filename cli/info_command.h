@@ -12,4 +12,8 @@ namespace flumo::cli {
 std::string info_as_text(Session& session, const std::string& printed);
 std::string info_as_json(Session& session, const std::string& printed);
 
+/// Makes a context, compiles and renders a tiny frame: how long that took, in milliseconds. Throws Failure
+/// (no OpenGL) when no picture comes out.
+double check_rendering(Session& session);
+
 }  // namespace flumo::cli

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string>
 
+#include "cli/completion_command.h"
 #include "cli/controls_command.h"
 #include "cli/exit_status.h"
 #include "cli/help_format.h"
@@ -41,11 +42,19 @@ Examples:
 constexpr const char* kInfoFooter = R"(
 Examples:
   flumo info
-  flumo info --json | jq -r .openGl.renderer)";
+  flumo info --json | jq -r .openGl.renderer
+  flumo info --check            before a long run: status 4 when this machine cannot render)";
+
+constexpr const char* kCompletionFooter = R"(
+Examples:
+  flumo completion bash > ~/.local/share/bash-completion/completions/flumo
+  flumo completion zsh > ~/.zfunc/_flumo
+  flumo completion fish > ~/.config/fish/completions/flumo.fish)";
 
 struct ListOptions {
     std::filesystem::path module;
     bool json = false;
+    bool check = false;
 };
 
 void add_list_options(CLI::App& command, ListOptions& options, const char* footer) {
@@ -64,6 +73,10 @@ ExitStatus list_controls(const ListOptions& options, const StdoutGuard& output) 
 
 ExitStatus show_info(const ListOptions& options, const StdoutGuard& output) {
     Session session(options.module);
+    if (options.check) {
+        const auto took = static_cast<int>(check_rendering(session));
+        std::fprintf(stderr, "flumo: check passed: context, programs and a 16x16 frame in %d ms\n", took);
+    }
     const std::string printed = output.captured();
     output.write(options.json ? info_as_json(session, printed) : info_as_text(session, printed));
     return ExitStatus::kDone;
@@ -100,10 +113,19 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     add_panel_options(*panel_command, panel_request);
     add_list_options(*controls_command, list_options, kControlsFooter);
     add_list_options(*info_command, list_options, kInfoFooter);
+    info_command->add_flag("--check", list_options.check, "Also compile and render a tiny frame");
+    CLI::App* completion = app.add_subcommand("completion", "Write a shell's completion script");
+    std::string shell;
+    completion->add_option("SHELL", shell, "bash, zsh or fish")->required();
+    completion->footer(kCompletionFooter);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return answer_parse_error(app, error, output);
+    }
+    if (completion->parsed()) {
+        output.write(completion_script(app, shell));
+        return ExitStatus::kDone;
     }
     if (controls_command->parsed()) return list_controls(list_options, output);
     if (info_command->parsed()) return show_info(list_options, output);

@@ -53,10 +53,12 @@ void render_frame(host::Instance& instance, const RenderJob& job, int frame, hos
     instance.render(request_of(job, frame), world);
     if (world.width() != job.size.width || world.height() != job.size.height)
         throw frame_failure(frame, "the effect left it empty");
-} catch (const host::HostError& error) {
-    throw frame_failure(frame, error.what());
+} catch (const Failure&) {
+    throw;
 } catch (const std::bad_alloc&) {
     throw frame_failure(frame, "not enough memory");
+} catch (const std::exception& error) {
+    throw frame_failure(frame, error.what());
 }
 
 Progress make_progress(const RenderOptions& options, const StdoutGuard& output) {

@@ -1,0 +1,225 @@
+// Shots: resumed, shared out, as video, into pipes.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "cli/child_process.h"
+#include "cli/exr_file.h"
+#include "cli/file_contents.h"
+#include "cli/text_list.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace flumo::cli {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Words = std::vector<std::string>;
+
+class Sequence : public testing::Test {
+  protected:
+    Sequence() {
+        std::ofstream(folder_ / "shot.json")
+            << R"({"size": "64x36", "depth": 16, "frames": "0-6", "fps": "30",
+            "controls": {"Evolution": [{"frame": 0, "value": 0}, {"frame": 200, "value": 360}],
+                         "NoiseVisible": false, "LinesVisible": true}})";
+    }
+
+    std::string in(const std::string& name) const { return folder_ / name; }
+
+    ChildResult render(const std::string& output, const Words& more = {}) const {
+        Words words = {FLUMO_PROGRAM,   "render", "--scene",
+                       in("shot.json"), "-o",     output == "-" ? output : in(output)};
+        words.insert(words.end(), more.begin(), more.end());
+        return run_child(words).value();
+    }
+
+    void expect_same(const std::string& a, const std::string& b) const {
+        EXPECT_EQ(read_file(in(a)), read_file(in(b))) << a << " and " << b;
+    }
+
+    ScratchFolder folder_;
+};
+
+std::string name_of(const std::string& folder, int number) {
+    std::string digits = std::to_string(number);
+    return folder + "/" + std::string(4 - digits.size(), '0') + digits + ".png";
+}
+
+std::vector<json> json_lines(const std::vector<uint8_t>& output) {
+    std::vector<json> lines;
+    std::istringstream text(std::string(output.begin(), output.end()));
+    for (std::string line; std::getline(text, line);)
+        lines.push_back(json::parse(line));
+    return lines;
+}
+
+TEST_F(Sequence, KilledAndResumedEqualsUninterrupted) {
+    std::filesystem::create_directory(in("whole"));
+    std::filesystem::create_directory(in("again"));
+    ASSERT_EQ(render("whole/####.png", {"--frames", "1-200"}).status, 0);
+    const std::string script = FLUMO_PROGRAM " render --scene " + in("shot.json") + " --frames 1-200 -o " +
+                               in("again/####.png") + " & pid=$!; while [ ! -e " + in(name_of("again", 20)) +
+                               " ]; do sleep 0.01; done; kill -9 $pid; wait $pid; true";
+    ASSERT_EQ(run_child({"bash", "-c", script})->status, 0);
+    ASSERT_FALSE(std::filesystem::exists(in(name_of("again", 200)))) << "killed too late to show anything";
+    const ChildResult resumed =
+        render("again/####.png", {"--frames", "1-200", "--skip-existing", "--progress", "json"});
+    ASSERT_EQ(resumed.status, 0) << resumed.errors;
+    EXPECT_GE(json_lines(resumed.output).back()["skipped"], 20);
+    for (int frame = 1; frame <= 200; ++frame)
+        expect_same(name_of("whole", frame), name_of("again", frame));
+}
+
+TEST_F(Sequence, ShardsMakeTheWholeAndKeepWhatIsThere) {
+    std::filesystem::create_directory(in("whole"));
+    std::filesystem::create_directory(in("parts"));
+    const Words numbered = {"--start-number", "10"};
+    ASSERT_EQ(render("whole/####.png", numbered).status, 0);
+    for (const char* shard : {"3/3", "1/3", "2/3"}) {
+        const ChildResult result = render("parts/####.png", {"--start-number", "10", "--shard", shard});
+        ASSERT_EQ(result.status, 0) << result.errors;
+    }
+    for (int number = 10; number <= 16; ++number)
+        expect_same(name_of("whole", number), name_of("parts", number));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(in("parts")), {}), 7);
+
+    std::ofstream(in("0003.png")) << "mine";
+    EXPECT_EQ(render("####.png", {"--no-clobber"}).status, 5);
+    EXPECT_EQ(read_text_file(in("0003.png")), "mine");
+    EXPECT_FALSE(std::filesystem::exists(in("0000.png")));
+}
+
+TEST_F(Sequence, KeepsGoingPastAFrameOutOfTime) {
+    const Words frames = {"--frames", "1,2000000000,3", "--fps", "1/1000"};
+    EXPECT_EQ(render("a.####.png", frames).status, 1);
+    const ChildResult result = render("b.####.png", {"--frames", "1,2000000000,3", "--fps", "1/1000",
+                                                     "--keep-going", "--progress", "json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, StartsWith("flumo: frame 2000000000: "));
+    EXPECT_TRUE(std::filesystem::exists(in("b.0003.png")));
+    EXPECT_EQ(json_lines(result.output).back()["failed"], 1);
+}
+
+TEST_F(Sequence, VideosAreWhatTheirEndingSays) {
+    const struct {
+        const char* name;
+        const char* decoder;
+        const char* expected;
+        bool has_alpha;
+    } cases[] = {
+        {"v.mp4", "h264", "h264|64|36|yuv420p|30/1|7", false},
+        {"v.mov", "prores", "prores|64|36|yuva444p12le|30/1|7", true},
+        {"v.mkv", "ffv1", "ffv1|64|36|gbrap16le|30/1|7", true},
+        {"v.webm", "libvpx-vp9", "vp9|64|36|yuv420p|30/1|7", true},
+        {"v.gif", "gif", "gif|64|36|bgra|100/3|7", true},
+    };
+    for (const auto& row : cases) {
+        const ChildResult result = render(row.name);
+        ASSERT_EQ(result.status, 0) << row.name << result.errors;
+        const auto probe = run_child({"ffprobe", "-v", "error", "-count_frames", "-show_entries",
+                                      "stream=codec_name,width,height,pix_fmt,r_frame_rate,nb_read_frames",
+                                      "-of", "compact=p=0:nk=1", in(row.name)});
+        const std::string said(probe->output.begin(), probe->output.end());
+        if (std::string_view(row.name) != "v.gif") {
+            EXPECT_EQ(said, std::string(row.expected) + "\n");
+        } else {
+            EXPECT_THAT(said, StartsWith("gif|64|36|bgra|"));
+            EXPECT_THAT(said, testing::EndsWith("|7\n"));
+        }
+        const auto decoded = run_child({"ffmpeg", "-v", "error", "-c:v", row.decoder, "-i", in(row.name),
+                                        "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgba", "-"});
+        uint8_t least_alpha = 255;
+        for (size_t i = 3; i < decoded->output.size(); i += 4)
+            least_alpha = std::min(least_alpha, decoded->output[i]);
+        EXPECT_EQ(least_alpha < 128, row.has_alpha) << row.name;
+    }
+    const auto lossless = run_child(
+        {"ffmpeg", "-v", "error", "-i", in("v.mkv"), "-f", "rawvideo", "-pix_fmt", "rgba64le", "-"});
+    EXPECT_EQ(lossless->output, render("-", {"--raw", "rgba64le"}).output);
+}
+
+TEST_F(Sequence, AVideoThatFfmpegRefusesLeavesNothing) {
+    std::filesystem::create_directory(in("bin"));
+    std::ofstream(in("bin/ffmpeg")) << "#!/bin/sh\necho 'Unknown encoder: abacus' >&2\nexit 3\n";
+    std::filesystem::permissions(in("bin/ffmpeg"), std::filesystem::perms::owner_all);
+    const std::string path = std::getenv("PATH");
+    for (const std::string& search : {in("bin") + ":" + path, in("empty")}) {
+        setenv("PATH", search.c_str(), 1);
+        const ChildResult result = render("v.mp4");
+        setenv("PATH", path.c_str(), 1);
+        EXPECT_EQ(result.status, 5);
+        EXPECT_THAT(result.errors,
+                    HasSubstr(search == in("empty") ? "installed" : "Unknown encoder: abacus"));
+    }
+    EXPECT_EQ(folder_.file_count(), 2u);
+}
+
+TEST_F(Sequence, AnExrRendersItselfAgain) {
+    std::filesystem::create_directory(in("far"));
+    const json listed = json::parse(run_child({FLUMO_PROGRAM, "controls", "--json"})->output);
+    for (const char* type : {"half", "float"}) {
+        ASSERT_EQ(render("a.exr", {"--frames", "77", "--exr-type", type, "--fps", "24000/1001", "--set",
+                                   "LinesVisible=on", "--set", "Scale=33.3"})
+                      .status,
+                  0);
+        const auto again = run_child({FLUMO_PROGRAM, "render", "--from", in("a.exr"), "-o", in("far/b.exr")});
+        ASSERT_EQ(again->status, 0) << again->errors;
+        expect_same("a.exr", "far/b.exr");
+        const ExrNotes notes = read_exr_notes(in("far/b.exr"));
+        EXPECT_EQ(notes.type, std::string_view(type) == "half" ? ExrType::kHalf : ExrType::kFloat);
+        EXPECT_EQ(notes.rate->num, 24000);
+        EXPECT_EQ(notes.rate->den, 1001);
+        const json controls = json::parse(notes.scene)["controls"];
+        for (const json& control : listed) {
+            const bool is_mark = control["kind"].get<std::string>().starts_with("group");
+            EXPECT_EQ(controls.contains(control["id"]), !is_mark) << control;
+        }
+    }
+}
+
+TEST_F(Sequence, ToolsHearHowFarItCameAndFramesComeAlone) {
+    const std::vector<json> lines = json_lines(render("a.#.png", {"--progress", "json"}).output);
+    ASSERT_EQ(lines.size(), 9u);
+    for (size_t i = 0; i < lines.size(); ++i)
+        EXPECT_EQ(lines[i]["done"], std::min<size_t>(i, 7)) << lines[i];
+    EXPECT_EQ(lines.back()["event"], "done");
+    EXPECT_EQ(lines[3]["total"], 7);
+
+    const ChildResult openjd = render("a.#.png", {"--progress", "openjd"});
+    const std::string said(openjd.output.begin(), openjd.output.end());
+    EXPECT_THAT(said, HasSubstr("openjd_progress: 42.9\nopenjd_status: "));
+    const ChildResult failed = render("none/a.#.png", {"--progress", "openjd"});
+    EXPECT_THAT(std::string(failed.output.begin(), failed.output.end()),
+                StartsWith("openjd_fail: cannot write"));
+
+    const ChildResult stream = render("-", {"--progress", "json"});
+    const std::string header = "YUV4MPEG2 W64 H36 F30:1 Ip A1:1 C444 XCOLORRANGE=LIMITED\n";
+    EXPECT_EQ(stream.output.size(), header.size() + 7 * (6 + 64 * 36 * 3));
+    EXPECT_THAT(std::string(stream.output.begin(), stream.output.end()), StartsWith(header + "FRAME\n"));
+    EXPECT_THAT(stream.errors, StartsWith("{\"event\":\"start\""));
+    EXPECT_EQ(render("a.#.png", {"--quiet"}).errors, "");
+}
+
+TEST_F(Sequence, ShellsAndPeopleAreHelped) {
+    const std::string ask = "source <(" FLUMO_PROGRAM
+                            " completion bash); COMP_WORDS=(flumo render --set Lines); COMP_CWORD=3; "
+                            "compopt() { :; }; _flumo; echo \"${COMPREPLY[*]}\"; "
+                            "COMP_WORDS=(flumo render --sk); COMP_CWORD=2; _flumo; echo \"${COMPREPLY[*]}\"";
+    const auto bash = run_child({"bash", "-c", ask});
+    const std::string said(bash->output.begin(), bash->output.end());
+    EXPECT_THAT(said, HasSubstr("LinesCount= "));
+    EXPECT_THAT(said, HasSubstr("\n--skip-existing\n"));
+    const auto check = run_child({FLUMO_PROGRAM, "info", "--check"});
+    EXPECT_EQ(check->status, 0);
+    EXPECT_THAT(check->errors, HasSubstr("check passed"));
+}
+
+}  // namespace
+}  // namespace flumo::cli

@@ -98,10 +98,7 @@ Imf::Header header_of(const Picture& picture, const ExrNotes& notes) {
     const Imf::PixelType type = notes.type == ExrType::kHalf ? Imf::HALF : Imf::FLOAT;
     for (const char* name : kColourNames)
         header.channels().insert(name, Imf::Channel(type));
-    if (notes.rate) {
-        const auto den = static_cast<unsigned>(notes.rate->den);
-        Imf::addFramesPerSecond(header, Imf::Rational(notes.rate->num, den));
-    }
+    if (notes.rate) Imf::addFramesPerSecond(header, Imf::Rational(notes.rate->num, notes.rate->den));
     if (!notes.scene.empty()) header.insert(kSceneAttribute, Imf::StringAttribute(notes.scene));
     return header;
 }

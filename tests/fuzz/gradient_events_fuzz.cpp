@@ -25,7 +25,10 @@ struct Stage {
         host.params_setup();
         instance = host.new_instance();
     }
-    ~Stage() { instance.reset(); }
+    ~Stage() {
+        instance.reset();
+        host.release_controls();
+    }
 
     std::size_t StopCount() {
         const auto value = std::get<host::Arbitrary>(instance->value_at(kGradientIndex, 0));

@@ -20,6 +20,10 @@ struct LinkedEffect {
         host.params_setup();
         instance = host.new_instance();
     }
+    ~LinkedEffect() {
+        instance.reset();
+        host.release_controls();
+    }
 
     /// The first gradient control.
     const host::Control& Gradient() const { return host.control(26); }

@@ -28,7 +28,7 @@ Arbitrary black_and_white(Host& host) {
 TEST(EditorSession, AddsMovesLiftsRecoloursAndRemoves) {
     const Module module(FLUMO_MODULE);
     Host host(module);
-    host.start();
+    host.params_setup();  // without global set-up there is no OpenGL, which an editor does not need
     auto instance = host.new_instance();
     instance->set(kLinesGradient, black_and_white(host));
     Panel panel({});
@@ -82,6 +82,9 @@ TEST(EditorSession, AddsMovesLiftsRecoloursAndRemoves) {
         EXPECT_TRUE(events.draw().handled());
         EXPECT_TRUE(host.accounting().idle()) << host.accounting().describe();
     }
+    instance.reset();
+    host.release_controls();
+    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
     EXPECT_THAT(host.accounting().misuses(), testing::IsEmpty());
 }
 

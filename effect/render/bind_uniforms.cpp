@@ -83,7 +83,9 @@ QuadVertices PlacedQuad(const PF_InData& in_data, A_long width, A_long height, A
 
 void FillBuffer(GLuint buffer, const QuadVertices& vertices) {
     glBindBuffer(GL_ARRAY_BUFFER, buffer);
-    std::memcpy(glMapBuffer(GL_ARRAY_BUFFER, GL_WRITE_ONLY), vertices.data(), sizeof(vertices));
+    void* const mapped = glMapBuffer(GL_ARRAY_BUFFER, GL_WRITE_ONLY);
+    if (mapped == nullptr) throw PF_Err{PF_Err_OUT_OF_MEMORY};
+    std::memcpy(mapped, vertices.data(), sizeof(vertices));
     glUnmapBuffer(GL_ARRAY_BUFFER);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }

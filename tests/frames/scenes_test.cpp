@@ -133,6 +133,7 @@ TEST(Scenes, ColorizeModesWithAndWithoutTheirLayer) {
     }
 }
 
+// The lines' cuts test the height before its offset.
 TEST(Scenes, Cuts) {
     for (int cuts = 1; cuts < 4; ++cuts) {
         for (const int feather : {0, 30}) {
@@ -150,7 +151,8 @@ TEST(Scenes, Cuts) {
                                                              {LinesBottomCroppingFeather, feather},
                                                              {LinesTopCroppingEnabled, cuts >> 1},
                                                              {LinesTopCroppingThreshold, 87},
-                                                             {LinesTopCroppingFeather, feather}}),
+                                                             {LinesTopCroppingFeather, feather},
+                                                             {LinesOffset, 30}}),
                          kLineTolerance);
         }
     }

@@ -118,7 +118,9 @@ TEST(GradientEvents, MarkersShowTheKindsOnBothSides) {
         SCOPED_TRACE(marker.x);
         for (const auto& [side, shape] : {std::pair{-1, marker.left}, {1, marker.right}}) {
             if (shape == kTriangle) continue;
-            const auto at = [&](double out, double y) { return editor.At(marker.x + side * out, 34.5 + y); };
+            const auto at = [&, side = side](double out, double y) {
+                return editor.At(marker.x + side * out, 34.5 + y);
+            };
             const auto red = [&](double out, double y) { return at(out, y) == kStop; };
             // Places inside a shape, by half a pen and more, and outside the one before it.
             for (const bool lower : {false, true}) {

@@ -20,7 +20,7 @@ Arbitrary black_and_white(Host& host) {
     std::array<std::byte, sizeof kStored> bytes;
     std::memcpy(bytes.data(), kStored.data(), sizeof kStored);
     std::memcpy(bytes.data(), &kCount, sizeof kCount);
-    for (const std::size_t place : {8, 32})
+    for (const std::size_t place : {8U, 32U})
         std::memcpy(&bytes[place], &kEdge, sizeof kEdge);
     return ArbitraryValue::unflatten(host, host.control(kLinesGradient), bytes);
 }

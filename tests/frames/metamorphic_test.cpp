@@ -55,10 +55,9 @@ TEST(Metamorphic, WholeTurnsOfALoopedEvolutionAreOneFrame) {
     }
 }
 
-// Only coordinates differ, in their last bits; smoke magnifies those most. Voronoi's cells hang on a sine's
-// last bit only where whole numbers differ, which they do not.
+// Only coordinates differ, in their last bits. Voronoi's cells hang on a sine's last bit only where whole
+// numbers differ, which they do not; a line's edge is a distance over a difference of neighbours.
 TEST(Metamorphic, ARequestedRectangleIsTheCropOfTheFullFrame) {
-    const double tolerances[] = {1e-4, 1e-4, 1e-3, 1e-4};
     const PF_LRect region{11, 7, 36, 28};
     const auto expect_crop = [&](const std::string& name, const Look& look, double tolerance) {
         Shot part{look, {.width = kWidth, .height = kHeight, .depth = Depth::k32}};
@@ -66,9 +65,9 @@ TEST(Metamorphic, ARequestedRectangleIsTheCropOfTheFullFrame) {
         expect_alike(name, shoot(part), shot_of(look), tolerance, region.left, region.top, 1);
     };
     for (int type = 1; type <= 4; ++type)
-        expect_crop(std::string("crop of ") + kNoises[type - 1], noise(type), tolerances[type - 1]);
+        expect_crop(std::string("crop of ") + kNoises[type - 1], noise(type), 2e-5);
     // A line's edge is a distance over a difference of neighbours, so it keeps fewer digits.
-    expect_crop("crop of lines", with(noise(2), {{LinesVisible, 1}}), 2e-3);
+    expect_crop("crop of lines", with(noise(2), {{LinesVisible, 1}}), 1e-4);
 }
 
 TEST(Metamorphic, LowerDepthsAreTheRoundedFloatFrame) {
@@ -95,7 +94,7 @@ TEST(Metamorphic, BrightnessMovesTheFieldByAConstant) {
     }
     const Look lines = with(noise(2), {{NoiseVisible, 0}, {LinesVisible, 1}});
     expect_alike("brightness of lines", shot_of(with(lines, {{NoiseBrightness, 25}})),
-                 shot_of(with(lines, {{LinesOffset, 25}})), 1e-3);
+                 shot_of(with(lines, {{LinesOffset, 25}})), 1e-5);
 }
 
 // One period is 1, an offset of 1000; in time it is an evolution whose product with speed is ten.
@@ -104,7 +103,7 @@ TEST(Metamorphic, WorleyTilesWithItsPeriod) {
     const World base = shot_of(look);
     for (const auto& [control, period] : {std::pair(OffsetX, 1000), {OffsetY, -2000}, {Evolution, 100}})
         expect_alike("worley, one period of " + std::string(ControlOf(control).id),
-                     shot_of(with(look, {{control, period}})), base, 1e-4);
+                     shot_of(with(look, {{control, period}})), base, 1e-5);
     EXPECT_FALSE(shot_of(with(look, {{OffsetX, 500}})).same_picture(base));
 }
 

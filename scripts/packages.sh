@@ -7,7 +7,8 @@ packages_build=(
 packages_test=(libgtest-dev libgmock-dev googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix dpkg-dev wine wine64 xvfb xauth icoutils zip)
 packages_bench=(libbenchmark-dev python3)
-packages_lint=(clang clang-format clang-tidy cppcheck python3)
+packages_fuzz=(clang libclang-rt-14-dev)
+packages_lint=(clang-format)
 
 # ensure_packages NAME...: installs those that are not there, saying which; needs root or sudo only then.
 ensure_packages() {

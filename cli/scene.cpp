@@ -19,11 +19,12 @@ using nlohmann::json;
 
 json parse_json(std::string_view text, const std::filesystem::path& path) try {
     return json::parse(text);
-} catch (const json::parse_error& error) {
-    // The library's own name and number stand before the place.
+} catch (const json::exception& error) {
+    // The library's own name and number stand before the place, or before what it says of a number beyond
+    // all range.
     const std::string what = error.what();
     const size_t place = what.find("line ");
-    throw input_failure(path.string() + ": " + (place == std::string::npos ? what : what.substr(place)));
+    throw input_failure(path.string() + ": " + what.substr(place != what.npos ? place : what.find("] ") + 2));
 }
 
 FrameSize read_size(const json& value, const ScenePlace& place) {

@@ -132,6 +132,7 @@ TEST_F(SceneFile, PointsAtFileKeyAndExpectation) {
 TEST_F(SceneFile, TellsTheLineOfWhatIsNoJson) {
     EXPECT_FAILURE(read("{\n  \"size\": ,\n}"), ExitStatus::kUnreadableInput, "look.json: line 2, column 11");
     EXPECT_FAILURE(read(""), ExitStatus::kUnreadableInput, "look.json: line 1");
+    EXPECT_FAILURE(read(R"({"depth": 1e999})"), ExitStatus::kUnreadableInput, "look.json: number overflow");
     EXPECT_FAILURE(read_scene(folder_ / "none.json", sample_catalog()), ExitStatus::kUnreadableInput,
                    "none.json");
     EXPECT_FAILURE(read(R"({"controls": {"Gradient": "@none"}})"), ExitStatus::kUnreadableInput,

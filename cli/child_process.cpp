@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 extern char** environ;
@@ -70,11 +71,26 @@ class SpawnSettings {
     posix_spawnattr_t attributes;
 };
 
+int exit_status(int status) {
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
 int wait_for(pid_t child) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return exit_status(status);
+}
+
+// Nothing when the child still runs at the end of that time.
+std::optional<int> wait_until(pid_t child, std::chrono::steady_clock::time_point end) {
+    constexpr std::chrono::milliseconds kPause(3);
+    int status = 0;
+    while (waitpid(child, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() >= end) return std::nullopt;
+        std::this_thread::sleep_for(kPause);
+    }
+    return exit_status(status);
 }
 
 class NullDevice {
@@ -104,15 +120,21 @@ pid_t spawn(const std::vector<std::string>& arguments, const SpawnSettings& sett
 
 }  // namespace
 
-std::optional<ChildResult> run_child(const std::vector<std::string>& arguments) {
+std::optional<ChildResult> run_child(const std::vector<std::string>& arguments,
+                                     std::chrono::milliseconds time_limit) {
     const NullDevice input;
     const MemoryFile output;
     const MemoryFile errors;
     const SpawnSettings settings(input.descriptor(), output.descriptor(), errors.descriptor(), 0);
     const pid_t child = spawn(arguments, settings);
     if (child == 0) return std::nullopt;
-    const int status = wait_for(child);
-    return ChildResult{status, output.contents<std::vector<uint8_t>>(), errors.contents<std::string>()};
+    std::optional<int> status;
+    if (time_limit.count() > 0) status = wait_until(child, std::chrono::steady_clock::now() + time_limit);
+    const bool timed_out = time_limit.count() > 0 && !status;
+    if (timed_out) kill(child, SIGKILL);
+    if (!status) status = wait_for(child);
+    return ChildResult{*status, output.contents<std::vector<uint8_t>>(), errors.contents<std::string>(),
+                       timed_out};
 }
 
 class FedChild::Errors : public MemoryFile {};
@@ -150,7 +172,7 @@ bool FedChild::write(std::span<const std::byte> bytes) {
 ChildResult FedChild::finish() {
     close(input_);
     const int status = wait_for(std::exchange(process_, 0));
-    return {status, {}, errors_->contents<std::string>()};
+    return {status, {}, errors_->contents<std::string>(), false};
 }
 
 }  // namespace flumo::cli

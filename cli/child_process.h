@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -17,11 +18,14 @@ struct ChildResult {
     int status = 0;               ///< its exit status, 128 + N when signal N ended it
     std::vector<uint8_t> output;  ///< all of its standard output
     std::string errors;           ///< all of its standard error
+    bool timed_out = false;       ///< it was ended because its time was over
 };
 
 /// Runs the program arguments[0], found by PATH, with no standard input, and waits for its end.
-/// Nothing is returned when it cannot be started, as when it is not installed.
-std::optional<ChildResult> run_child(const std::vector<std::string>& arguments);
+/// Nothing is returned when it cannot be started, as when it is not installed. With a time limit above 0 it
+/// is ended (SIGKILL) when that time is over.
+std::optional<ChildResult> run_child(const std::vector<std::string>& arguments,
+                                     std::chrono::milliseconds time_limit = {});
 
 /// A running program that is fed through its standard input; its standard output leads nowhere. It has a
 /// process group of its own, so that Ctrl-C on the terminal reaches only this program, which then decides.

@@ -30,11 +30,11 @@ std::vector<const CLI::App*> commands_of(const CLI::App& app) {
     return app.get_subcommands([](const CLI::App*) { return true; });
 }
 
-// Positional arguments have no name to complete.
+// Positional arguments have no name to complete; an option without a group is for the program itself.
 std::vector<const CLI::Option*> options_of(const CLI::App& command) {
     std::vector<const CLI::Option*> options;
     for (const CLI::Option* option : command.get_options()) {
-        if (!option->get_lnames().empty()) options.push_back(option);
+        if (!option->get_lnames().empty() && !option->get_group().empty()) options.push_back(option);
     }
     return options;
 }

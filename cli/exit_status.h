@@ -9,7 +9,7 @@ namespace flumo::cli {
 /// Exit status of the process. Documented in `flumo --help`: the numbers are a promise to scripts.
 enum class ExitStatus : int {
     kDone = 0,              ///< everything asked for was done
-    kFrameFailed = 1,       ///< the effect failed on at least one frame or event
+    kFrameFailed = 1,       ///< the effect failed on at least one frame or event, or a check found something
     kUsage = 2,             ///< options, values or a scene's contents are not acceptable
     kUnreadableInput = 3,   ///< a module, scene, gradient or layer file cannot be read
     kNoOpenGl = 4,          ///< the effect found no usable OpenGL

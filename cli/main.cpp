@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string>
 
+#include "cli/check_command.h"
 #include "cli/completion_command.h"
 #include "cli/controls_command.h"
 #include "cli/exit_status.h"
@@ -30,9 +31,10 @@ Examples:
                                 the gradient editor as the effect paints it, and a pointer to play on it
   flumo controls                every control with its range and default
   flumo info --json             identity, flags and OpenGL driver for scripts
+  flumo check                   plays the effect through everything that a host may do with it
 
-Exit status: 0 done, 1 a frame or event failed, 2 usage, 3 an input cannot be read, 4 no usable OpenGL,
-5 the output cannot be written, 130 or 143 stopped by a signal.)";
+Exit status: 0 done, 1 a frame or event failed or a check found something, 2 usage, 3 an input cannot be read,
+4 no usable OpenGL, 5 the output cannot be written, 130 or 143 stopped by a signal.)";
 
 constexpr const char* kControlsFooter = R"(
 Examples:
@@ -114,6 +116,9 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     add_list_options(*controls_command, list_options, kControlsFooter);
     add_list_options(*info_command, list_options, kInfoFooter);
     info_command->add_flag("--check", list_options.check, "Also compile and render a tiny frame");
+    CheckOptions check_options;
+    CLI::App* check_command = app.add_subcommand("check", "Judge an effect module by playing a host's part");
+    add_check_options(*check_command, check_options);
     CLI::App* completion = app.add_subcommand("completion", "Write a shell's completion script");
     std::string shell;
     completion->add_option("SHELL", shell, "bash, zsh or fish")->required();
@@ -131,6 +136,7 @@ ExitStatus run(int argc, char** argv, const StdoutGuard& output) {
     if (info_command->parsed()) return show_info(list_options, output);
     if (render_command->parsed()) return render(render_options, output);
     if (panel_command->parsed()) return panel(panel_request, output);
+    if (check_command->parsed()) return check(check_options, output);
     throw usage_failure("expected a command, such as: flumo render -o look.png");
 }
 

@@ -1,0 +1,32 @@
+// Something that an effect did and should not have done.
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "host/judge/subject.h"
+
+namespace flumo::host::judge {
+
+struct Finding {
+    int level = 0;
+    /// Name of the case.
+    std::string test;
+    std::string step;
+    uint64_t seed = 0;
+    std::string expected;
+    std::string seen;
+    /// Worth knowing, but against no rule.
+    bool is_note = false;
+};
+
+/// "CASE:STEP": what --reproduce takes.
+std::string place_of(const Finding& finding);
+/// The command line that plays the finding's step alone.
+std::string how_to_reproduce(const Finding& finding, const Subject& subject);
+/// One line, ended.
+std::string line_of(const Finding& finding, const Subject& subject);
+nlohmann::ordered_json json_of(const Finding& finding, const Subject& subject);
+
+}  // namespace flumo::host::judge

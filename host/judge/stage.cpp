@@ -1,0 +1,67 @@
+#include "host/judge/stage.h"
+
+#include "host/judge/ledger.h"
+
+namespace flumo::host::judge {
+
+namespace {
+
+void judge_tidiness(Trial& trial, Host& host, const Ledger& before) {
+    for (const std::string& misuse : take_misuses(host))
+        trial.finding("no misuse of the host", misuse);
+    for (const std::string& difference : differences(before, read_ledger(host)))
+        trial.finding("everything given back", difference);
+}
+
+void set_down(Stage& stage) {
+    stage.trial().step("set-down", [&] {
+        Host& host = stage.host();
+        host.accounting().forget_misuses();
+        host.global_setdown();
+        judge_tidiness(stage.trial(), host, {});
+    });
+}
+
+std::vector<const Control*> controls_where(Host& host, bool (*holds)(const Control&), const char* otherwise) {
+    std::vector<const Control*> found;
+    for (const Control& control : host.controls()) {
+        if (holds(control)) found.push_back(&control);
+    }
+    if (found.empty()) throw Skipped{otherwise};
+    return found;
+}
+
+}  // namespace
+
+Stage::Stage(Trial& trial, HostOptions options)
+    : trial_(trial), module_(trial.subject().module), host_(module_, std::move(options)) {}
+
+void Stage::step(const std::string& name, const std::function<void()>& body) {
+    trial_.step(name, [&] {
+        host_.accounting().forget_misuses();
+        const Ledger before = read_ledger(host_);
+        body();
+        judge_tidiness(trial_, host_, before);
+    });
+}
+
+void on_stage(Trial& trial, const std::function<void(Stage&)>& body, HostOptions options) {
+    Stage stage(trial, std::move(options));
+    stage.host().start();
+    body(stage);
+    set_down(stage);
+}
+
+std::vector<const Control*> arbitrary_controls(Host& host) {
+    return controls_where(
+        host, [](const Control& control) { return control.kind == ControlKind::kArbitrary; },
+        "no control holds arbitrary data");
+}
+
+std::vector<const Control*> drawn_controls(Host& host) {
+    return controls_where(
+        host, [](const Control& control) { return control.has_value() && control.has_custom_ui(); },
+        "no control draws itself");
+}
+
+}  // namespace flumo::host::judge

@@ -1,0 +1,45 @@
+// The module with a host around it, for the length of a case.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/host.h"
+#include "host/instance.h"
+#include "host/judge/trial.h"
+
+namespace flumo::host::judge {
+
+class Stage {
+  public:
+    /// Loads the module. Throws ModuleError.
+    explicit Stage(Trial& trial, HostOptions options = {});
+
+    Trial& trial() { return trial_; }
+    const Module& module() const { return module_; }
+    Host& host() { return host_; }
+
+    /// A step of the trial at whose end everything must be back that was lent in it, without a misuse.
+    void step(const std::string& name, const std::function<void()>& body);
+
+    /// Whether a bit of the effect's second flags is set.
+    bool has_flag2(PF_OutFlags2 flag) const { return (host_.identity().flags2 & flag) != 0; }
+    bool has_flag(PF_OutFlags flag) const { return (host_.identity().flags & flag) != 0; }
+
+  private:
+    Trial& trial_;
+    Module module_;
+    Host host_;
+};
+
+/// Sets the module up, plays `body`, sets it down and judges that nothing is left.
+void on_stage(Trial& trial, const std::function<void(Stage&)>& body, HostOptions options = {});
+
+/// The controls that hold arbitrary data. Throws Skipped when there is none.
+std::vector<const Control*> arbitrary_controls(Host& host);
+/// The controls that draw themselves. Throws Skipped when there is none.
+std::vector<const Control*> drawn_controls(Host& host);
+
+}  // namespace flumo::host::judge

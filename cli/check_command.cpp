@@ -150,7 +150,8 @@ class Report {
     void add_all(const std::vector<host::judge::Finding>& found, ordered_json& array) {
         for (const host::judge::Finding& finding : found) {
             array.push_back(json_of(finding, subject_));
-            if (!options_.json) output_.write(line_of(finding, subject_));
+            if (!options_.json && (options_.notes || !finding.is_note))
+                output_.write(line_of(finding, subject_));
         }
     }
 
@@ -220,6 +221,7 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
                     "A Windows module, or a bare property list, that must say the same")
         ->type_name("FILE");
     command.add_flag("--json", options.json, "Write JSON");
+    command.add_flag("--notes", options.notes, "Also tell what is against no rule");
     command.add_flag("--list", options.list, "List the cases");
     command.add_option("--play", options.played)->group("");
     command.add_option("--only", options.only)->group("");

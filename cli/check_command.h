@@ -23,6 +23,7 @@ struct CheckOptions {
     std::filesystem::path expectation;
     std::filesystem::path resource;
     bool json = false;
+    bool notes = false;
     bool list = false;
 
     // What this program says to the processes that it starts of itself.

@@ -88,6 +88,8 @@ class Host {
     const Control& control_by_disk_id(int disk_id) const;
     /// The events that the effect registered its interface for (PF_CustomEFlag_...).
     const PF_CustomUIInfo& custom_ui() const { return custom_ui_; }
+    /// What the effect keeps for all its instances; null when it keeps nothing.
+    PF_Handle global_data() const { return global_data_; }
 
     /// One applied effect, after sequence set-up, with every control at its default. Throws HostError.
     std::unique_ptr<Instance> new_instance();

@@ -28,14 +28,16 @@ std::string described(const EffectIdentity& identity) {
            std::to_string(identity.flags2);
 }
 
-std::string described(const std::vector<Control>& controls) {
-    std::string text;
+/// A control whose default is missing shows that its value could not be made.
+Answer registered(const std::vector<Control>& controls) {
+    Answer answer;
     for (const Control& control : controls) {
-        text += std::to_string(control.disk_id) + control.name + std::to_string(control.default_value);
-        if (control.kind == ControlKind::kArbitrary)
-            text += control.definition.u.arb_d.dephault ? " with default" : " without default";
+        answer.result +=
+            std::to_string(control.disk_id) + control.name + std::to_string(control.default_value);
+        if (control.kind == ControlKind::kArbitrary && !control.definition.u.arb_d.dephault)
+            answer.refused = true;
     }
-    return text;
+    return answer;
 }
 
 /// Set-down for when the deed before it may have failed.
@@ -249,30 +251,35 @@ std::string pixels_of(const World& world) {
     return text;
 }
 
-void sweep_frames(Trial& trial, Depth depth) {
+/// One frame, again and again, with the caller's context current and a picture on every layer control.
+void sweep_frame(Stage& stage, Depth depth) {
+    const auto caller = CallersContext::make();
+    const auto instance = stage.host().new_instance();
+    set_layers(*instance, depth, 3);
+    FrameRequest request;
+    request.width = 21;
+    request.height = 13;
+    request.depth = depth;
+    World world;
+    const auto render = [&] {
+        world = World();
+        instance->render(request, world);
+        return Answer{false, pixels_of(world)};
+    };
+    const auto judge = [&] {
+        Trial& trial = stage.trial();
+        trial.expect(!caller || caller->is_current(), "the caller's OpenGL context kept", "another");
+        trial.expect(world.guards_intact(), "nothing written outside of the pixels", "guards changed");
+    };
+    sweep(stage.trial(), stage.host(), {.name = "frame", .act = render, .judge = judge});
+}
+
+void play_faulty_frames(Trial& trial, Depth depth) {
     on_stage(trial, [depth](Stage& stage) {
         const std::vector<Depth> depths = depths_of(stage);
         if (std::ranges::find(depths, depth) == depths.end()) throw Skipped{"no frames of this depth"};
-        const auto caller = CallersContext::make();
-        const auto instance = stage.host().new_instance();
-        set_layers(*instance, depth, 3);
-        FrameRequest request;
-        request.width = 21;
-        request.height = 13;
-        request.depth = depth;
-        World world;
-        const auto render = [&] {
-            world = World();
-            instance->render(request, world);
-            return Answer{false, pixels_of(world)};
-        };
-        const auto judge_context = [&] {
-            stage.trial().expect(!caller || caller->is_current(), "the caller's OpenGL context kept",
-                                 "another");
-            stage.trial().expect(world.guards_intact(), "nothing written outside of the pixels",
-                                 "guards changed");
-        };
-        sweep(stage.trial(), stage.host(), {.name = "frame", .act = render, .judge = judge_context});
+        sweep_frame(stage, depth);
+        stage.write_off_losses();
     });
 }
 
@@ -281,18 +288,21 @@ void sweep_frames(Trial& trial, Depth depth) {
 void play_faulty_set_up(Trial& trial) {
     const Module module(trial.subject().module);
     Host host(module);
+    host.global_setup();
+    const bool keeps_data = host.global_data() != nullptr;
+    host.global_setdown();
     sweep(trial, host,
           {"global-set-up",
            [&] {
                host.global_setup();
-               return Answer{false, described(host.identity())};
+               return Answer{keeps_data && !host.global_data(), described(host.identity())};
            },
            [] {}, [&] { put_down(host); }});
     sweep(trial, host,
           {"params-set-up",
            [&] {
                host.params_setup();
-               return Answer{false, described(host.controls())};
+               return registered(host.controls());
            },
            [&] { host.global_setup(); }, [&] { put_down(host); }});
     sweep(trial, host,
@@ -305,13 +315,17 @@ void play_faulty_set_up(Trial& trial) {
 }
 
 void play_faulty_sequence(Trial& trial) {
-    on_stage(trial, sweep_sequence);
+    on_stage(trial, [](Stage& stage) {
+        sweep_sequence(stage);
+        stage.write_off_losses();
+    });
 }
 
 void play_faulty_values(Trial& trial) {
     on_stage(trial, [](Stage& stage) {
         for (const Control* control : arbitrary_controls(stage.host()))
             ValueSweep(stage, *control).run();
+        stage.write_off_losses();
     });
 }
 
@@ -319,19 +333,20 @@ void play_faulty_events(Trial& trial) {
     on_stage(trial, [](Stage& stage) {
         for (const Control* control : drawn_controls(stage.host()))
             EventSweep(stage, *control).run();
+        stage.write_off_losses();
     });
 }
 
 void play_faulty_frames_8(Trial& trial) {
-    sweep_frames(trial, Depth::k8);
+    play_faulty_frames(trial, Depth::k8);
 }
 
 void play_faulty_frames_16(Trial& trial) {
-    sweep_frames(trial, Depth::k16);
+    play_faulty_frames(trial, Depth::k16);
 }
 
 void play_faulty_frames_32(Trial& trial) {
-    sweep_frames(trial, Depth::k32);
+    play_faulty_frames(trial, Depth::k32);
 }
 
 void play_missing_suites(Trial& trial) {

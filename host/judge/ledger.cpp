@@ -48,8 +48,13 @@ std::vector<std::string> take_misuses(Host& host) {
     return misuses;
 }
 
+bool is_null_handed_on(const std::string& misuse) {
+    return misuse.starts_with("drew with a reference ") || misuse.starts_with("used a drawing object ");
+}
+
 bool is_needless_return(const std::string& misuse) {
-    return misuse.starts_with("checked in ") || misuse.starts_with("released suite ");
+    return misuse.starts_with("checked in ") || misuse.starts_with("released suite ") ||
+           misuse == "unlocked a handle that is not locked";
 }
 
 }  // namespace flumo::host::judge

@@ -23,6 +23,9 @@ bool is_memory(const std::string& difference);
 /// Takes the misuses that were noted since the last time.
 std::vector<std::string> take_misuses(Host& host);
 
+/// Whether the effect handed a null that the host gave it back to the host, which refused it.
+bool is_null_handed_on(const std::string& misuse);
+
 /// Whether the effect gave back something that it did not have, which happens where a clean-up runs in full
 /// after a failure.
 bool is_needless_return(const std::string& misuse);

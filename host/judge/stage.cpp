@@ -1,7 +1,5 @@
 #include "host/judge/stage.h"
 
-#include "host/judge/ledger.h"
-
 namespace flumo::host::judge {
 
 namespace {
@@ -11,15 +9,6 @@ void judge_tidiness(Trial& trial, Host& host, const Ledger& before) {
         trial.finding("no misuse of the host", misuse);
     for (const std::string& difference : differences(before, read_ledger(host)))
         trial.finding("everything given back", difference);
-}
-
-void set_down(Stage& stage) {
-    stage.trial().step("set-down", [&] {
-        Host& host = stage.host();
-        host.accounting().forget_misuses();
-        host.global_setdown();
-        judge_tidiness(stage.trial(), host, {});
-    });
 }
 
 std::vector<const Control*> controls_where(Host& host, bool (*holds)(const Control&), const char* otherwise) {
@@ -36,6 +25,25 @@ std::vector<const Control*> controls_where(Host& host, bool (*holds)(const Contr
 Stage::Stage(Trial& trial, HostOptions options)
     : trial_(trial), module_(trial.subject().module), host_(module_, std::move(options)) {}
 
+void Stage::start() {
+    host_.start();
+    at_start_ = read_ledger(host_);
+}
+
+void Stage::write_off_losses() {
+    lost_ = read_ledger(host_);
+    for (const auto& [what, count] : at_start_)
+        lost_[what] -= count;
+}
+
+void Stage::set_down() {
+    trial_.step("set-down", [this] {
+        host_.accounting().forget_misuses();
+        host_.global_setdown();
+        judge_tidiness(trial_, host_, lost_);
+    });
+}
+
 void Stage::step(const std::string& name, const std::function<void()>& body) {
     trial_.step(name, [&] {
         host_.accounting().forget_misuses();
@@ -47,9 +55,9 @@ void Stage::step(const std::string& name, const std::function<void()>& body) {
 
 void on_stage(Trial& trial, const std::function<void(Stage&)>& body, HostOptions options) {
     Stage stage(trial, std::move(options));
-    stage.host().start();
+    stage.start();
     body(stage);
-    set_down(stage);
+    stage.set_down();
 }
 
 std::vector<const Control*> arbitrary_controls(Host& host) {

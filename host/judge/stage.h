@@ -8,6 +8,7 @@
 
 #include "host/host.h"
 #include "host/instance.h"
+#include "host/judge/ledger.h"
 #include "host/judge/trial.h"
 
 namespace flumo::host::judge {
@@ -21,8 +22,16 @@ class Stage {
     const Module& module() const { return module_; }
     Host& host() { return host_; }
 
+    /// Sets the module up. Throws HostError.
+    void start();
     /// A step of the trial at whose end everything must be back that was lent in it, without a misuse.
     void step(const std::string& name, const std::function<void()>& body);
+
+    /// From here on what is out beyond the state after set-up counts as lost and judged: set-down need not
+    /// bring it back.
+    void write_off_losses();
+    /// The last step.
+    void set_down();
 
     /// Whether a bit of the effect's second flags is set.
     bool has_flag2(PF_OutFlags2 flag) const { return (host_.identity().flags2 & flag) != 0; }
@@ -32,6 +41,8 @@ class Stage {
     Trial& trial_;
     Module module_;
     Host host_;
+    Ledger at_start_;
+    Ledger lost_;
 };
 
 /// Sets the module up, plays `body`, sets it down and judges that nothing is left.

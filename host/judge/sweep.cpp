@@ -104,8 +104,7 @@ class Sweep {
         deed_.judge();
         deed_.restore();
         judge_answer(answer, which);
-        for (const std::string& misuse : take_misuses(host_))
-            trial_.expect(is_needless_return(misuse), "no misuse of the host", misuse);
+        judge_misuses(mode);
         if (!is_giving_back(which)) judge_ledger(trial_, host_, before, answer.refused);
         judge_next();
     }
@@ -116,6 +115,17 @@ class Sweep {
         trial_.expect(answer.refused || answer.result == right_.result,
                       "an error, or the result that there is without the failure",
                       "success and another result");
+    }
+
+    void judge_misuses(FaultMode mode) {
+        for (const std::string& misuse : take_misuses(host_)) {
+            if (is_needless_return(misuse)) continue;
+            if (mode == FaultMode::kNull && is_null_handed_on(misuse)) {
+                trial_.note("a null to be noticed before the host does", misuse);
+            } else {
+                trial_.finding("no misuse of the host", misuse);
+            }
+        }
     }
 
     void judge_next() {

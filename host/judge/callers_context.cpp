@@ -1,5 +1,7 @@
 #include "host/judge/callers_context.h"
 
+#include <array>
+
 #define EGL_NO_X11
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
@@ -41,7 +43,7 @@ std::unique_ptr<CallersContext> CallersContext::make() {
     }
     const EGLSurface surface = eglCreatePbufferSurface(display, config, size);
     const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, version);
-    auto made = std::make_unique<const Handles>(display, surface, context);
+    auto made = std::make_unique<const Handles>(Handles{display, surface, context});
     std::unique_ptr<CallersContext> caller(new CallersContext(std::move(made)));
     return eglMakeCurrent(display, surface, surface, context) ? std::move(caller) : nullptr;
 }
@@ -65,7 +67,7 @@ bool CallersContext::is_current() const {
 bool has_no_context() {
     const EGLenum api = eglQueryAPI();
     bool none = true;
-    for (const EGLenum each : {EGL_OPENGL_API, EGL_OPENGL_ES_API}) {
+    for (const EGLenum each : std::array<EGLenum, 2>{EGL_OPENGL_API, EGL_OPENGL_ES_API}) {
         if (eglBindAPI(each)) none = none && eglGetCurrentContext() == EGL_NO_CONTEXT;
     }
     eglBindAPI(api);

@@ -45,6 +45,11 @@ void require_file(const fs::path& path) {
     if (!path.empty() && !fs::is_regular_file(path)) throw input_failure(path.string() + ": no such file");
 }
 
+/// A signal came: what the case has said by then is not the module's doing.
+struct Stopped {
+    ExitStatus status;
+};
+
 Subject subject_of(const CheckOptions& options) {
     const Subject subject{.module = module_path(options.module),
                           .expectation = options.expectation,
@@ -101,11 +106,16 @@ ChildEnd launch(const CheckOptions& options, const Subject& subject, const Case&
                 const StepChoice& choice) {
     const std::chrono::milliseconds limit(static_cast<int64_t>(options.timeout * 1000));
     const auto result = run_child(command_line(options, subject, played, choice), limit);
+    if (const auto stop = stop_requested()) throw Stopped{*stop};
     if (!result) throw Failure(ExitStatus::kUnreadableInput, "this program cannot start itself");
     return {.said = {result->output.begin(), result->output.end()},
             .errors = result->errors,
             .status = result->status,
             .timed_out = result->timed_out};
+}
+
+std::string counted(size_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
 class Report {
@@ -114,9 +124,7 @@ class Report {
         : options_(options), subject_(subject), output_(output) {}
 
     void add(const CaseResult& result) {
-        found_ += result.findings.size();
-        steps_ += result.steps;
-        ++cases_;
+        steps_ += static_cast<size_t>(result.steps);
         skipped_ += !result.skipped.empty();
         const char* status = result.skipped.empty() ? "passed" : "skipped";
         if (!result.findings.empty()) status = "findings";
@@ -129,24 +137,34 @@ class Report {
         add_all(result.notes, notes_json_);
     }
 
-    ExitStatus end() const {
+    /// `planned`: how many cases there would have been.
+    ExitStatus end(size_t planned) const {
+        const size_t not_played = planned - cases_json_.size();
         if (options_.json) {
             const ordered_json all = {{"module", subject_.module.string()},
                                       {"seed", subject_.seed},
                                       {"cases", cases_json_},
+                                      {"notPlayed", not_played},
                                       {"findings", findings_json_},
                                       {"notes", notes_json_}};
             output_.write(all.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n");
         } else {
-            output_.write(std::to_string(cases_) + " cases, " + std::to_string(skipped_) +
-                          " of them skipped, " + std::to_string(steps_) +
-                          " steps: " + std::to_string(found_) + " findings, " +
-                          std::to_string(notes_json_.size()) + " notes\n");
+            output_.write(summary(not_played));
         }
-        return found_ == 0 ? ExitStatus::kDone : ExitStatus::kFrameFailed;
+        return findings_json_.empty() ? ExitStatus::kDone : ExitStatus::kFrameFailed;
     }
 
   private:
+    std::string summary(size_t not_played) const {
+        std::string text = counted(cases_json_.size(), "case") + ", " + std::to_string(skipped_) +
+                           " skipped, " + counted(steps_, "step") + ": " +
+                           counted(findings_json_.size(), "finding") + ", " +
+                           counted(notes_json_.size(), "note");
+        if (!notes_json_.empty() && !options_.notes) text += " (--notes tells them)";
+        if (not_played > 0) text += "; " + counted(not_played, "case") + " not played after that";
+        return text + "\n";
+    }
+
     void add_all(const std::vector<host::judge::Finding>& found, ordered_json& array) {
         for (const host::judge::Finding& finding : found) {
             array.push_back(json_of(finding, subject_));
@@ -161,23 +179,35 @@ class Report {
     ordered_json cases_json_ = ordered_json::array();
     ordered_json findings_json_ = ordered_json::array();
     ordered_json notes_json_ = ordered_json::array();
-    size_t found_ = 0;
-    int steps_ = 0;
-    int cases_ = 0;
+    size_t steps_ = 0;
     int skipped_ = 0;
 };
 
-// Cases above a level in which the module could not even be set up have nothing to work with.
-std::optional<ExitStatus> play_all(const Judge& judge, int level, Report& report) {
+// What cannot be loaded cannot be played; cases above a level in which the module could not even be set up
+// have nothing to work with.
+ExitStatus play_all(const Judge& judge, int level, Report& report) {
+    const std::vector<const Case*> planned = judge.cases_up_to(level);
     int last_level = level;
-    for (const Case* each : judge.cases_up_to(level)) {
+    for (const Case* each : planned) {
         if (each->level > last_level) break;
-        if (const auto stop = stop_requested()) return stop;
         const CaseResult result = judge.play(*each, {});
         report.add(result);
-        if (result.failed_in_set_up()) last_level = each->level;
+        if (!result.failed_in_set_up()) continue;
+        if (each == planned.front()) break;
+        last_level = each->level;
     }
-    return stop_requested();
+    return report.end(planned.size());
+}
+
+ExitStatus play_again(const Judge& judge, const std::string& text, Report& report) {
+    const auto place = host::judge::find_place(text);
+    if (!place) throw usage_failure("no case " + in_quotes(text) + "; --list names them all");
+    const CaseResult result = judge.play(*place->played, place->choice);
+    if (host::judge::lacks_step(result, place->choice))
+        throw usage_failure("no step " + in_quotes(*place->choice.only) + " in case " +
+                            in_quotes(std::string(place->played->name)));
+    report.add(result);
+    return report.end(1);
 }
 
 ExitStatus list_cases(const StdoutGuard& output) {
@@ -199,7 +229,7 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         ->default_str("Flumo.so beside flumo, then in ../lib/flumo");
     command.add_option("--level", options.level, "The highest level")
         ->type_name("1..5")
-        ->check(CLI::Range(1, host::judge::kHighestLevel))
+        ->check(CLI::Range(1, host::judge::kHighestLevel).description(""))
         ->default_str("5");
     command.add_option("--seed", options.seed, "What is left to chance follows from it")
         ->type_name("N")
@@ -210,7 +240,7 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         ->type_name("CASE[:STEP]");
     command.add_option("--timeout", options.timeout, "How long a case may take")
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.01, 86400.0))
+        ->check(CLI::Range(0.01, 86400.0).description(""))
         ->default_str("120");
     command
         .add_option("--expect", options.expectation,
@@ -236,14 +266,12 @@ ExitStatus check(const CheckOptions& options, const StdoutGuard& output) {
         return launch(options, subject, played, choice);
     });
     Report report(options, subject, output);
-    if (options.reproduce.empty()) {
-        if (const auto stop = play_all(judge, options.level, report)) return *stop;
-        return report.end();
+    try {
+        return options.reproduce.empty() ? play_all(judge, options.level, report)
+                                         : play_again(judge, options.reproduce, report);
+    } catch (const Stopped& stopped) {
+        return stopped.status;
     }
-    const auto place = host::judge::find_place(options.reproduce);
-    if (!place) throw usage_failure("no case " + in_quotes(options.reproduce) + "; --list names them all");
-    report.add(judge.play(*place->played, place->choice));
-    return report.end();
 }
 
 }  // namespace flumo::cli

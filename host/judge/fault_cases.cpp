@@ -169,7 +169,11 @@ class ValueSweep {
                [&] {
                    return Answer{dispose(host_, control_, doomed) != PF_Err_NONE, ""};
                },
-               [&] { doomed = raw_copy(host_, control_, left_->handle()); }});
+               [&] { doomed = raw_copy(host_, control_, left_->handle()); },
+               [&] {
+                   // What a failure has left alone goes at the second asking.
+                   if (host_.handles().lives(doomed)) dispose(host_, control_, doomed);
+               }});
     }
 
     Stage& stage_;

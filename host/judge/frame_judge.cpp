@@ -21,10 +21,15 @@ WorldShape announced_shape(const FrameRequest& request, const PF_LRect& result) 
     return shape;
 }
 
-World marked_frame(Instance& instance, const FrameRequest& request, std::byte mark) {
+World marked_frame(Trial& trial, Instance& instance, const FrameRequest& request, std::byte mark) {
+    const World input = *request.input;
     World world(announced_shape(request, instance.plan(request).result_rect));
     world.fill_bytes(mark);
     instance.render(request, world);
+    trial.expect(world.guards_intact(), "nothing written outside of the pixels",
+                 "changed bytes behind a row or around the world");
+    trial.expect(input.same_picture(*request.input) && request.input->guards_intact(),
+                 "the input layer left alone", "changed bytes in it");
     return world;
 }
 
@@ -115,13 +120,8 @@ World judged_frame(Trial& trial, Instance& instance, const FrameRequest& request
         const PF_LRect all = begin_frame(request, instance.host().input_layers()).frame_rect;
         asked.input = pattern(all.right, all.bottom, request.depth, request.row_padding);
     }
-    const World input = *asked.input;
-    World first = marked_frame(instance, asked, kMarks[0]);
-    const World second = marked_frame(instance, asked, kMarks[1]);
-    trial.expect(first.guards_intact() && second.guards_intact(), "nothing written outside of the pixels",
-                 "changed bytes behind a row or around the world");
-    trial.expect(input.same_picture(*asked.input) && asked.input->guards_intact(),
-                 "the input layer left alone", "changed bytes in it");
+    World first = marked_frame(trial, instance, asked, kMarks[0]);
+    const World second = marked_frame(trial, instance, asked, kMarks[1]);
     if (first.width() != second.width() || first.height() != second.height()) {
         trial.finding("one size at each asking", "two sizes");
         return first;

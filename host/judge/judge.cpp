@@ -13,6 +13,7 @@ namespace {
 using nlohmann::json;
 
 constexpr const char* kSetUp = "set-up";
+constexpr const char* kEndOfProcess = "end-of-process";
 /// An effect that goes down this often in one case has made its point.
 constexpr int kMostDeaths = 3;
 constexpr int kFirstSignal = 128;
@@ -49,7 +50,7 @@ class Listener {
 
     void judge_end(const ChildEnd& end) {
         if (done_ && end.status == 0) return;
-        if (done_) step_ = "end-of-process";
+        if (done_) step_ = kEndOfProcess;
         result_.findings.push_back(finding("the module to return", end_text(end)));
     }
 
@@ -119,6 +120,11 @@ CaseResult Judge::play(const Case& played, StepChoice choice) const {
         choice.after = broken;
     }
     return result;
+}
+
+bool lacks_step(const CaseResult& result, const StepChoice& choice) {
+    const bool is_named = choice.only && *choice.only != kSetUp && *choice.only != kEndOfProcess;
+    return is_named && result.steps == 0 && result.findings.empty() && result.skipped.empty();
 }
 
 std::optional<Place> find_place(const std::string& text) {

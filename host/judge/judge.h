@@ -56,6 +56,9 @@ class Judge {
     Launch launch_;
 };
 
+/// Whether the case was played to its end and never came to the one step that was chosen.
+bool lacks_step(const CaseResult& result, const StepChoice& choice);
+
 /// What "CASE" or "CASE:STEP" names. Nothing for a case that there is not.
 struct Place {
     const Case* played = nullptr;

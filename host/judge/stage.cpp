@@ -1,5 +1,7 @@
 #include "host/judge/stage.h"
 
+#include <algorithm>
+
 namespace flumo::host::judge {
 
 namespace {
@@ -40,6 +42,10 @@ void Stage::set_down() {
     trial_.step("set-down", [this] {
         host_.accounting().forget_misuses();
         host_.global_setdown();
+        // Nobody minds what comes back after all.
+        Ledger left = read_ledger(host_);
+        for (auto& [what, count] : lost_)
+            count = std::min(count, left[what]);
         judge_tidiness(trial_, host_, lost_);
     });
 }

@@ -1,0 +1,157 @@
+// The small effect's frames: the input layer, the picture on a control and two numbers, mixed byte by byte,
+// which works at every depth.
+#pragma once
+
+#include <EGL/egl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <thread>
+
+#include "tests/judge/broken/value.h"
+
+namespace flumo::broken {
+
+constexpr PF_ParamIndex kAmount = 2;
+constexpr PF_ParamIndex kPicture = 3;
+constexpr PF_ParamIndex kShade = 4;
+
+inline const unsigned char* row_of(const PF_LayerDef& world, A_long y) {
+    return reinterpret_cast<const unsigned char*>(world.data) +
+           static_cast<std::ptrdiff_t>(y) * world.rowbytes;
+}
+
+inline unsigned char* row_of(PF_LayerDef& world, A_long y) {
+    return const_cast<unsigned char*>(row_of(static_cast<const PF_LayerDef&>(world), y));
+}
+
+/// What a frame is made of.
+struct Recipe {
+    const PF_LayerDef* input = nullptr;
+    PF_LayerDef picture{};
+    std::size_t pixel = 0;
+    unsigned char tint = 0;
+};
+
+inline void mix_row(const Recipe& recipe, A_long y, A_long width, unsigned char* out) {
+    const unsigned char* in = row_of(*recipe.input, y);
+    if (is("WrongStride"))
+        in = reinterpret_cast<const unsigned char*>(recipe.input->data) +
+             recipe.pixel * static_cast<std::size_t>(y * recipe.input->width);
+    const PF_LayerDef& picture = recipe.picture;
+    const unsigned char* over = picture.data ? row_of(picture, y % picture.height) : nullptr;
+    for (A_long x = 0; x < width; ++x) {
+        for (std::size_t i = 0; i < recipe.pixel; ++i) {
+            const auto at = static_cast<std::size_t>(x) * recipe.pixel + i;
+            const unsigned char add =
+                over ? over[static_cast<std::size_t>(x % picture.width) * recipe.pixel + i] : 0;
+            out[at] = static_cast<unsigned char>(in[at] + add + recipe.tint);
+        }
+    }
+}
+
+/// A row by way of memory that all threads share.
+inline void mix_row_shared(const Recipe& recipe, A_long y, A_long width, unsigned char* out) {
+    static unsigned char scratch[1 << 16];
+    mix_row(recipe, y, width, scratch);
+    std::this_thread::yield();
+    usleep(1);
+    std::memcpy(out, scratch, static_cast<std::size_t>(width) * recipe.pixel);
+}
+
+inline void misbehave(PF_EffectWorld& input, const Recipe& recipe) {
+    static std::thread::id first = std::this_thread::get_id();
+    if (is("Crashes")) std::abort();
+    if (is("Exits")) std::exit(0);
+    if (is("Hangs") && input.width == 64) pause();
+    if (is("WritesInput")) row_of(input, 0)[0] ^= 1;
+    if (is("OneThreadEver") && std::this_thread::get_id() != first) std::abort();
+    if (is("ReadsOutsidePart") && (input.origin_x || input.origin_y)) std::abort();
+    if (is("CrashesOnExtremes") && recipe.tint < 60) std::abort();
+    if (is("ChangesInterface")) eglBindAPI(EGL_OPENGL_API);
+    if (is("DropsContext"))
+        eglMakeCurrent(eglGetCurrentDisplay(), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+}
+
+inline void paint(PF_EffectWorld& input, PF_EffectWorld& output, Recipe recipe) {
+    static unsigned char frames = 0;
+    misbehave(input, recipe);
+    if (is("UntouchedWorld")) return;
+    if (is("RemembersFrames")) recipe.tint = static_cast<unsigned char>(recipe.tint + frames++ / 4);
+    for (A_long y = 0; y < output.height - is("SkipsLastRow"); ++y) {
+        const A_long width = std::min(input.width, output.width) + is("WritesPastRow");
+        (is("SharedScratch") ? mix_row_shared : mix_row)(recipe, y, width, row_of(output, y));
+    }
+}
+
+inline PF_Err read_recipe(const PF_InData& in, const PF_EffectWorld& input, Recipe& recipe) {
+    Suite<PF_WorldSuite2> worlds(in, kPFWorldSuite, kPFWorldSuiteVersion2);
+    if (!worlds) return PF_Err_BAD_CALLBACK_PARAM;
+    PF_PixelFormat format = PF_PixelFormat_INVALID;
+    const PF_Err error = worlds->PF_GetPixelFormat(&input, &format);
+    if (is("KeepsSuite")) worlds.keep();
+    if (error) return error;
+    if (format == PF_PixelFormat_INVALID) return PF_Err_INTERNAL_STRUCT_DAMAGED;
+    recipe.input = &input;
+    recipe.pixel = format == PF_PixelFormat_ARGB32 ? 4 : format == PF_PixelFormat_ARGB64 ? 8 : 16;
+    return PF_Err_NONE;
+}
+
+/// The controls stay out until the picture is painted.
+inline PF_Err paint_with_controls(const PF_InData& in, PF_EffectWorld& input, PF_EffectWorld& output) {
+    Recipe recipe;
+    PF_Err error = read_recipe(in, input, recipe);
+    if (error) return is("SwallowsErrors") ? PF_Err_NONE : error;
+    Param amount(in, kAmount);
+    if (is("KeepsParam")) amount.keep();
+    Param picture(in, kPicture);
+    if (picture.error() && is("KeepsParamOnError")) amount.keep();
+    const Param shade(in, kShade);
+    for (const Param* param :
+         {static_cast<const Param*>(&amount), static_cast<const Param*>(&picture), &shade})
+        if (!error) error = param->error();
+    if (error) return error;
+    recipe.picture = picture.value().ld;
+    recipe.tint = static_cast<unsigned char>(amount.value().fs_d.value + in.current_time);
+    error = with_shade(in, shade.value().arb_d.value, [&](Shade& value) {
+        recipe.tint = static_cast<unsigned char>(recipe.tint + static_cast<int>(value.level * 100) % 100);
+    });
+    if (!error) paint(input, output, recipe);
+    return error;
+}
+
+inline void mistreat_handles(const PF_InData& in) {
+    if (is("LeaksHandle")) in.utils->host_new_handle(16);
+    if (is("KeepsLock")) in.utils->host_lock_handle(in.global_data);
+    if (!is("DisposesTwice")) return;
+    const PF_Handle handle = in.utils->host_new_handle(16);
+    for (int i = 0; i < 2; ++i)
+        in.utils->host_dispose_handle(handle);
+}
+
+inline PF_Err render(const PF_InData& in, PF_SmartRenderExtra& extra) {
+    static thread_local bool sulking = false;
+    if (is("SulksAfterErrors") && sulking) return PF_Err_OUT_OF_MEMORY;
+    PF_EffectWorld* input = nullptr;
+    PF_EffectWorld* output = nullptr;
+    PF_Err error = extra.cb->checkout_layer_pixels(in.effect_ref, 0, &input);
+    if (error) return error;
+    error = extra.cb->checkout_output(in.effect_ref, &output);
+    if (!error) error = paint_with_controls(in, *input, *output);
+    mistreat_handles(in);
+    if (!is("KeepsLayer")) extra.cb->checkin_layer_pixels(in.effect_ref, 0);
+    if (!error) error = in.inter.abort(in.effect_ref);
+    sulking = error != PF_Err_NONE;
+    return error && is("SwallowsAbort") ? PF_Err_OUT_OF_MEMORY : error;
+}
+
+inline PF_Err pre_render(const PF_InData& in, PF_PreRenderExtra& extra) {
+    PF_CheckoutResult result{};
+    const PF_Err error = extra.cb->checkout_layer(in.effect_ref, 0, 0, &extra.input->output_request,
+                                                  in.current_time, in.time_step, in.time_scale, &result);
+    extra.output->result_rect = result.result_rect;
+    extra.output->max_result_rect = result.max_result_rect;
+    return error;
+}
+
+}  // namespace flumo::broken

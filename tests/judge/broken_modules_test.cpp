@@ -1,0 +1,144 @@
+// The judge finds each fault of the small effect, where it is looked for, and no fault in sound effects.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+
+#include "host/judge/case_table.h"
+#include "tests/judge/flumo_check.h"
+
+namespace flumo::host::judge::test {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+struct Broken {
+    const char* fault;
+    /// The case that is made to find it.
+    const char* found_by;
+    /// Words of that finding.
+    const char* words;
+    /// The other cases that come across it, a regular expression.
+    const char* also = "";
+};
+
+void PrintTo(const Broken& broken, std::ostream* out) {
+    *out << broken.fault;
+}
+
+constexpr const char* kWithFrames = "frames.*|events.clicks|faults.frames.*|threads.*";
+
+constexpr Broken kBroken[] = {
+    {"HidesItsName", "entry.registration", "a match name of 1 to 31 characters; \"\""},
+    {"SaysNothingAbout", "entry.about", "a text about the effect; none"},
+    {"AnswersUnknownCommands", "entry.unknown-commands", "no error; 512"},
+    {"ThrowsOutOfEntry", "entry.unknown-commands", "an exception left the entry point"},
+    {"KeepsGlobalData", "entry.set-up-and-down", "at set-down; 3 handle(s) not given back", ".*"},
+    {"ClaimsFloatsAlone", "entry.global-setup", "floats without it"},
+    {"DuplicateDiskId", "params.controls", "\"Picture\"; disk id 2, as control 2 has"},
+    {"UnbalancedGroups", "params.controls", "2 more starts than ends"},
+    {"DefaultOutOfRange", "params.controls", "control 2 \"Amount\"; 150"},
+    {"HidesItsInterface", "params.custom-ui", "PF_OutFlag_CUSTOM_UI; not set"},
+    {"FreesLiveSequence", "sequence.life", "the live data left alone; it is gone"},
+    {"KeepsSequence", "sequence.life", "; 2 handle(s) not given back", "faults.sequence"},
+    {"ShallowCopy", "values.copies", "the process ended by signal", ".*"},
+    {"FlattensTooMuch", "values.stored", "no more bytes than announced, 8; writing behind them"},
+    {"InterpolatesWrongly", "values.interpolation", "the left value at 0; another"},
+    {"ComparesOneWay", "values.comparison", "both orders of two values; two answers"},
+    {"PrintSizeWrong", "values.text", "the announced 23 bytes; an end after 14 characters"},
+    {"TakesAnySelector", "values.refusals", "an error for selector 11; none"},
+    {"LeaksHandle", "frames.sizes", "; 2 handle(s) not given back", kWithFrames},
+    {"KeepsLock", "frames.sizes", "; 2 lock(s) of handles not given back", kWithFrames},
+    {"DisposesTwice", "frames.sizes", "disposed of a handle that does not live", kWithFrames},
+    {"KeepsParam", "frames.sizes", "; 2 control(s) checked out not given back", kWithFrames},
+    {"KeepsLayer", "frames.sizes", "; 2 layer(s) checked out not given back", kWithFrames},
+    {"KeepsSuite", "frames.sizes", "; 2 acquisition(s) of PF World Suite 2 not given back", kWithFrames},
+    {"WritesPastRow", "frames.sizes", "changed bytes behind a row", kWithFrames},
+    {"UntouchedWorld", "frames.sizes", "35 of 35 pixels untouched", kWithFrames},
+    {"SkipsLastRow", "frames.sizes", "7 of 35 pixels untouched", kWithFrames},
+    {"WritesInput", "frames.sizes", "the input layer left alone; changed bytes", kWithFrames},
+    {"Crashes", "frames.sizes", "the process ended by signal 6", kWithFrames},
+    {"Exits", "frames.sizes", "the process ended with status 0", kWithFrames},
+    {"Hangs", "frames.sizes", "no return within the time", ".*"},
+    {"WrongStride", "frames.row-padding", "the frame of rows without padding; "},
+    {"ReadsOutsidePart", "frames.partial", "the process ended by signal"},
+    {"RemembersFrames", "frames.repeat", "the frame of the first time; 336 of 336 pixels", kWithFrames},
+    {"CrashesOnExtremes", "frames.looks", "the process ended by signal", "events.clicks"},
+    {"DropsContext", "frames.callers-context", "another context or interface", "faults.frames.*"},
+    {"ChangesInterface", "frames.callers-context", "another context or interface", "faults.frames.*"},
+    {"SwallowsAbort", "frames.abort", "the host's own number, 517; 4"},
+    {"KeepsBrush", "events.draw", "drawing object(s) not given back", "events.clicks|faults.events"},
+    {"DrawsOutside", "events.draw", "nothing outside of the frame; paint outside"},
+    {"CutsStoredValues", "events.clicks", "an edited value that is stored equal; another"},
+    {"TakesForeignEvents", "events.others", "no error; 513"},
+    {"TrustsStoredBytes", "hostile.stored-values", "the process ended by signal"},
+    {"TrustsBasicSuite", "hostile.missing-suites", "the process ended "},
+    {"TrustsHandles", "faults.set-up", "the process ended ", "faults.sequence"},
+    {"KeepsHalfASequence", "faults.sequence", "success and another result"},
+    {"KeepsHalfAValue", "faults.values", "the process ended ", "faults.set-up|faults.sequence"},
+    {"SwallowsDrawingErrors", "faults.events", "success and another result"},
+    {"SwallowsErrors", "faults.frames-8", "success and another result", "faults.frames.*"},
+    {"SulksAfterErrors", "faults.frames-16", "success the next time; PF_Cmd_SMART_RENDER failed with 4",
+     "faults.frames.*|frames.abort"},
+    {"KeepsParamOnError", "faults.frames-32", "1 control(s) checked out not given back", "faults.frames.*"},
+    {"SharedScratch", "threads.frames", "the frames of a single thread; another ", "threads.*"},
+    {"OneThreadEver", "threads.generations", "the process ended by signal", "threads.frames"},
+};
+
+class BrokenModule : public testing::TestWithParam<Broken> {};
+
+TEST_P(BrokenModule, IsFoundOut) {
+    const Broken& broken = GetParam();
+    const std::string module = broken_module(broken.fault);
+    const std::string patience = broken.fault == std::string("Hangs") ? "2" : "60";
+    const Checked checked = flumo_check({module, "--timeout", patience});
+    EXPECT_EQ(checked.status, 1) << checked.errors;
+    // Nothing that the module does is the end of its judge.
+    EXPECT_EQ(checked.report["cases"].size() + checked.report["notPlayed"].get<size_t>(), all_cases().size());
+    const auto& findings = checked.report["findings"];
+    const auto found = std::ranges::find_if(findings, [&](const auto& finding) {
+        const std::string said = finding["expected"].template get<std::string>() + "; " +
+                                 finding["seen"].template get<std::string>();
+        return finding["case"] == broken.found_by && said.find(broken.words) != std::string::npos;
+    });
+    ASSERT_TRUE(found != findings.end()) << checked.findings();
+    for (const std::string& name : checked.finding_cases())
+        EXPECT_TRUE(name == broken.found_by || std::regex_match(name, std::regex(broken.also))) << name;
+
+    // The finding's place alone finds it again.
+    const std::string place = (*found)["case"].get<std::string>() + ":" + (*found)["step"].get<std::string>();
+    const Checked again = flumo_check({module, "--timeout", patience, "--reproduce", place});
+    EXPECT_EQ(again.status, 1) << again.errors;
+    EXPECT_THAT(again.findings(), HasSubstr(broken.words)) << place;
+    EXPECT_EQ(again.report["cases"].size(), 1u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Small, BrokenModule, testing::ValuesIn(kBroken),
+                         [](const auto& info) { return std::string(info.param.fault); });
+
+// A case that never found anything would prove nothing by passing. The missing ones take files that are no
+// modules, property lists and expectations.
+TEST(BrokenModules, ServeEveryCase) {
+    std::set<std::string> serving = {"entry.load", "entry.resource", "entry.expected", "params.expected"};
+    for (const Broken& broken : kBroken)
+        serving.insert(broken.found_by);
+    for (const Case& each : all_cases())
+        EXPECT_THAT(serving, Contains(each.name));
+}
+
+TEST(SoundModule, PassesEveryLevel) {
+    for (const std::string& module : {broken_module("Sound"), std::string(FLUMO_MODULE)}) {
+        const Checked checked = flumo_check({module, "--level", "5", "--seed", "3"});
+        EXPECT_EQ(checked.status, 0) << checked.errors;
+        EXPECT_THAT(checked.findings(), IsEmpty());
+        EXPECT_EQ(checked.report["cases"].size(), all_cases().size());
+        for (const auto& each : checked.report["cases"])
+            EXPECT_TRUE(each["status"] == "passed" || each["why"] != "") << each;
+    }
+}
+
+}  // namespace
+}  // namespace flumo::host::judge::test

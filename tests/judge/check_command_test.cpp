@@ -1,0 +1,143 @@
+// `flumo check`: expectations, resources, statuses and output for people.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "cli/child_process.h"
+#include "effect/entry/pipl.h"
+#include "host/judge/case_table.h"
+#include "tests/cli/scratch_folder.h"
+#include "tests/judge/flumo_check.h"
+
+namespace flumo::host::judge::test {
+namespace {
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class CheckCommand : public testing::Test {
+  protected:
+    std::string write(const std::string& name, std::string_view text) {
+        std::ofstream(folder_ / name, std::ios::binary) << text;
+        return folder_ / name;
+    }
+
+    cli::ScratchFolder folder_;
+};
+
+/// What the program says to the end of a shell's line; `before` stands before its name.
+std::string say(const std::string& command, const std::string& before = "") {
+    const auto result = cli::run_child({"sh", "-c", before + FLUMO_PROGRAM " " + command});
+    return {result->output.begin(), result->output.end()};
+}
+
+TEST_F(CheckCommand, HoldsAnEffectToWhatIsExpected) {
+    const std::string controls = write("controls.json", R"([{"diskId": 1, "kind": "group start"},
+        {"diskId": 2, "name": "Amount", "kind": "float slider", "range": [0, 100], "default": 50},
+        {"diskId": 3}, {"diskId": 4, "default": "shade 0.250000"}, {"diskId": 5, "name": ""}])");
+    const std::string identity = write("identity.json", R"({"outFlags": {"value": 33587216, "names": []}})");
+    EXPECT_EQ(flumo_check({broken_module("Sound"), "--level", "2", "--expect", controls}).status, 0);
+    EXPECT_EQ(flumo_check({broken_module("Sound"), "--level", "2", "--expect", identity}).status, 0);
+
+    const Checked other_id =
+        flumo_check({broken_module("WrongDiskId"), "--level", "2", "--expect", controls});
+    EXPECT_THAT(other_id.findings(), "params.expected: for control 2 diskId 2; 12\n");
+    const Checked other_flags =
+        flumo_check({broken_module("OtherFlags"), "--level", "2", "--expect", identity});
+    EXPECT_THAT(other_flags.findings(), "entry.expected: outFlags 33587216; 33587220\n");
+}
+
+TEST_F(CheckCommand, ExpectsOfFlumoWhatFlumoTells) {
+    const std::string controls = write("controls.json", say("controls --json"));
+    json info = json::parse(say("info --json"));
+    info["controls"] = json::parse(say("controls --json"));
+    const std::string all = write("all.json", info.dump());
+    for (const std::string& expected : {controls, all}) {
+        const Checked checked = flumo_check({FLUMO_MODULE, "--level", "2", "--expect", expected});
+        EXPECT_EQ(checked.status, 0) << checked.findings();
+    }
+    info["controls"][4]["slider"][1] = 101;
+    info["version"] = info["version"].get<int>() + 1;
+    const Checked checked =
+        flumo_check({FLUMO_MODULE, "--level", "2", "--expect", write("other.json", info.dump())});
+    EXPECT_THAT(checked.finding_cases(), ElementsAre("entry.expected", "params.expected"));
+}
+
+TEST_F(CheckCommand, ComparesTheEffectWithThePropertyList) {
+    constexpr auto kList = ComposePipl();
+    std::string list(kList.begin(), kList.end());
+    const std::string ours = write("flumo.pipl", list);
+    const Checked same = flumo_check({FLUMO_MODULE, "--level", "1", "--resource", ours});
+    EXPECT_EQ(same.status, 0) << same.findings();
+
+    // The lowest bit of the flags, behind the key that lies byte-reversed.
+    list[list.find("OLGe") + 12] = static_cast<char>(list[list.find("OLGe") + 12] ^ 1);
+    const Checked other =
+        flumo_check({FLUMO_MODULE, "--level", "1", "--resource", write("other.pipl", list)});
+    EXPECT_THAT(other.findings(),
+                AllOf(StartsWith("entry.resource: in the list, as global set-up says, flags"),
+                      HasSubstr("33588336; 33588337")));
+    const Checked cut =
+        flumo_check({FLUMO_MODULE, "--level", "1", "--resource", write("cut.pipl", list.substr(0, 100))});
+    EXPECT_THAT(cut.finding_cases(), ElementsAre("entry.resource"));
+}
+
+TEST_F(CheckCommand, TellsFilesThatAreNoModules) {
+    const std::string text = write("text.so", "no module");
+    const Checked no_module = flumo_check({text, "--level", "5"});
+    EXPECT_EQ(no_module.status, 1);
+    EXPECT_THAT(no_module.findings(), StartsWith("entry.load: a module with both exports; " + text));
+    // Nothing can be played where nothing could be loaded.
+    EXPECT_EQ(no_module.report["cases"].size(), 1u);
+    EXPECT_EQ(no_module.report["notPlayed"], all_cases().size() - 1);
+    EXPECT_EQ(flumo_check({text + "x"}).status, 3);
+    EXPECT_EQ(flumo_check({broken_module("Sound"), "--expect", text}).status, 3);
+    EXPECT_EQ(flumo_check({broken_module("Sound"), "--resource", text + "x"}).status, 3);
+}
+
+TEST_F(CheckCommand, RefusesOptionsThatMakeNoSense) {
+    const std::string module = broken_module("Sound");
+    for (const auto& [option, value] :
+         {std::pair("--level", "6"), std::pair("--level", "0"), std::pair("--timeout", "0"),
+          std::pair("--reproduce", "entry.lode"), std::pair("--seed", "x"), std::pair("--play", "entry.lode"),
+          std::pair("--reproduce", "entry.about:texts")}) {
+        EXPECT_EQ(flumo_check({module, option, value}).status, 2) << option;
+    }
+}
+
+TEST_F(CheckCommand, TellsPeopleOneLineForEachFinding) {
+    const std::string text =
+        say("check " + broken_module("SaysNothingAbout") + " --level 1 --seed 5; echo $?");
+    EXPECT_THAT(text,
+                StartsWith("finding: level 1, entry.about:text, seed 5: expected a text about the effect; "
+                           "saw none [flumo check " +
+                           broken_module("SaysNothingAbout") + " --seed 5 --reproduce entry.about:text]\n"));
+    EXPECT_THAT(text, HasSubstr("8 cases, 2 skipped"));
+    EXPECT_TRUE(text.ends_with(": 1 finding, 0 notes\n1\n")) << text;
+}
+
+// A signal that ends the process with the module in it is no finding.
+TEST_F(CheckCommand, EndsWithTheSignalThatStopsIt) {
+    const std::string hanging = "check " + broken_module("Hangs") + " --reproduce frames.sizes; echo $?";
+    EXPECT_EQ(say(hanging, "timeout --preserve-status -s INT 1 "), "130\n");
+    EXPECT_EQ(say(hanging, "timeout --preserve-status -s TERM 1 "), "143\n");
+}
+
+// What is left to chance follows from the seed, and from nothing else.
+TEST_F(CheckCommand, RepeatsItselfBySeed) {
+    const std::string module = broken_module("CrashesOnExtremes");
+    const auto looks = [&](const char* seed) {
+        return flumo_check({module, "--seed", seed, "--reproduce", "frames.looks"}).report["findings"];
+    };
+    EXPECT_EQ(looks("11"), looks("11"));
+    EXPECT_NE(looks("11"), looks("12"));
+}
+
+}  // namespace
+}  // namespace flumo::host::judge::test

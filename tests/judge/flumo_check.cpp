@@ -1,0 +1,43 @@
+#include "tests/judge/flumo_check.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "cli/child_process.h"
+
+namespace flumo::host::judge::test {
+
+std::set<std::string> Checked::finding_cases() const {
+    std::set<std::string> cases;
+    for (const auto& finding : report["findings"])
+        cases.insert(finding["case"].get<std::string>());
+    return cases;
+}
+
+std::string Checked::findings() const {
+    std::string text;
+    for (const auto& finding : report["findings"]) {
+        text += finding["case"].get<std::string>() + ": " + finding["expected"].get<std::string>() + "; " +
+                finding["seen"].get<std::string>() + "\n";
+    }
+    return text;
+}
+
+Checked flumo_check(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {FLUMO_PROGRAM, "check", "--json"});
+    const auto result = cli::run_child(arguments);
+    if (!result) throw std::runtime_error("cannot start " FLUMO_PROGRAM);
+    Checked checked{result->status, {result->output.begin(), result->output.end()}, result->errors, {}};
+    checked.report = nlohmann::json::parse(checked.output, nullptr, false);
+    return checked;
+}
+
+std::string broken_module(const std::string& fault) {
+    const std::filesystem::path sound(SMALL_EFFECT);
+    const std::filesystem::path broken = sound.parent_path() / (fault + ".so");
+    std::error_code there_already;
+    std::filesystem::create_symlink(sound.filename(), broken, there_already);
+    return broken;
+}
+
+}  // namespace flumo::host::judge::test

@@ -1,0 +1,29 @@
+// `flumo check` as a process, and what it says as JSON.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace flumo::host::judge::test {
+
+struct Checked {
+    int status = 0;
+    std::string output;
+    std::string errors;
+    /// Null unless the output is JSON.
+    nlohmann::json report;
+
+    /// Names of the cases that found something.
+    std::set<std::string> finding_cases() const;
+    /// "CASE: EXPECTED; SEEN", a line each.
+    std::string findings() const;
+};
+
+/// Runs `flumo check --json` with these arguments.
+Checked flumo_check(std::vector<std::string> arguments);
+/// Path of the small effect under the name of a fault, or sound: "Sound".
+std::string broken_module(const std::string& fault);
+
+}  // namespace flumo::host::judge::test

@@ -24,6 +24,7 @@ constexpr struct {
 
 OutputKind kind_of(std::string_view pattern) {
     if (pattern == "-") return StandardOutput();
+    if (pattern == "/dev/null") return Nowhere();
     const std::string ending = std::filesystem::path(pattern).extension().string();
     for (const auto& row : kEndings) {
         if (equal_ignoring_case(ending, row.ending)) return row.kind;

@@ -12,9 +12,11 @@ enum class PictureFormat { kPng, kExr };
 enum class VideoFormat { kMp4, kMov, kMkv, kWebm, kGif };
 /// Frames on standard output.
 struct StandardOutput {};
+/// Frames are rendered and dropped, which tells what a shot costs without its files.
+struct Nowhere {};
 
 /// What an output is, told by its ending.
-using OutputKind = std::variant<PictureFormat, VideoFormat, StandardOutput>;
+using OutputKind = std::variant<PictureFormat, VideoFormat, StandardOutput, Nowhere>;
 
 /// A file name with a place for the frame number, as renderers write it: a run of `#` is the number
 /// padded to that many digits (the last run counts), `%d` and `%04d` are printf's, `%%` is a percent
@@ -22,7 +24,7 @@ using OutputKind = std::variant<PictureFormat, VideoFormat, StandardOutput>;
 class OutputPattern {
   public:
     /// Throws Failure (usage) for an empty text, an ending that is unknown, or a percent sign that is
-    /// followed by something else. "-" is standard output.
+    /// followed by something else. "-" is standard output, "/dev/null" is nowhere.
     explicit OutputPattern(std::string_view text);
 
     /// As it was written.
@@ -34,6 +36,9 @@ class OutputPattern {
     const OutputKind& kind() const { return kind_; }
     bool is_pictures() const { return std::holds_alternative<PictureFormat>(kind_); }
     bool is_standard_output() const { return std::holds_alternative<StandardOutput>(kind_); }
+    bool is_video() const { return std::holds_alternative<VideoFormat>(kind_); }
+    /// One frame behind the other in one place.
+    bool is_stream() const { return is_video() || is_standard_output(); }
 
     std::filesystem::path path_of(int frame) const;
 

@@ -1,4 +1,4 @@
-// Frames into picture files and onto standard output.
+// Frames into picture files, onto standard output, or nowhere.
 #pragma once
 
 #include "cli/frame_sink.h"
@@ -35,6 +35,11 @@ class StreamSink : public FrameSink {
   private:
     RawFormat format_;
     const StdoutGuard& output_;
+};
+
+class NullSink : public FrameSink {
+  public:
+    void write(size_t, const host::World&) override {}
 };
 
 }  // namespace flumo::cli

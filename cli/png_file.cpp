@@ -95,6 +95,14 @@ std::vector<Sample> read_samples(Reader& reader, size_t width, size_t height) {
     return samples;
 }
 
+// Frames of a shot are written while others are drawn, so time counts for more than size. Zlib's lowest level
+// behind one filter instead of a trial of all five takes a quarter of libpng's usual time or less, 60 ms and
+// not 340 for a detailed frame of 1920x1080, and makes files up to half as large again.
+void prefer_speed(png_structp png) {
+    png_set_compression_level(png, 1);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
+}
+
 template <typename Sample>
 void write_rows(const Writer& writer, std::FILE* file, const Picture& picture, const Sample* samples) {
     const auto width = static_cast<png_uint_32>(picture.width);
@@ -104,6 +112,7 @@ void write_rows(const Writer& writer, std::FILE* file, const Picture& picture, c
         png_set_IHDR(writer.png, writer.info, width, height, int{sizeof(Sample)} * 8,
                      PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                      PNG_FILTER_TYPE_DEFAULT);
+        prefer_speed(writer.png);
         png_set_sRGB_gAMA_and_cHRM(writer.png, writer.info, PNG_sRGB_INTENT_PERCEPTUAL);
         png_write_info(writer.png, writer.info);
         if (sizeof(Sample) == 2) png_set_swap(writer.png);

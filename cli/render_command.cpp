@@ -81,6 +81,7 @@ std::unique_ptr<FrameSink> make_sink(const RenderOptions& options, const RenderJ
     if (job.output.is_pictures()) return std::make_unique<PictureSink>(job, scene, existing);
     if (job.output.is_standard_output())
         return std::make_unique<StreamSink>(job, options.raw.value_or(RawFormat::kY4m), output);
+    if (!job.output.is_video()) return std::make_unique<NullSink>();
     const VideoSettings settings{job.size, job.depth, job.rate, existing};
     return std::make_unique<VideoSink>(job.path_of(0), std::get<VideoFormat>(job.output.kind()), settings);
 }
@@ -90,7 +91,7 @@ std::unique_ptr<FrameSink> make_sink(const RenderOptions& options, const RenderJ
 PipelineShape shape_of(const RenderOptions& options, const RenderJob& job) {
     PipelineShape shape;
     shape.render_threads = static_cast<size_t>(options.render_threads);
-    shape.in_order = !job.output.is_pictures();
+    shape.in_order = job.output.is_stream();
     const size_t cores = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, kMostEncoders);
     shape.encoder_threads = shape.in_order ? 1 : cores;
     const size_t frame_bytes = static_cast<size_t>(job.size.width) * static_cast<size_t>(job.size.height) *
@@ -165,10 +166,6 @@ void refuse_existing(const RenderJob& job) {
     }
 }
 
-bool is_video(const RenderJob& job) {
-    return std::holds_alternative<VideoFormat>(job.output.kind());
-}
-
 ExitStatus skip_all(const RenderJob& job, Progress& progress) {
     progress.start(job.frames.size());
     for (const int frame : job.frames)
@@ -181,9 +178,9 @@ ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, P
     Session session(options.module);
     const RenderJob job = make_render_job(options, session.catalog());
     if (job.frames.empty()) return skip_all(job, progress);
-    if (options.no_clobber && !job.output.is_standard_output()) refuse_existing(job);
+    if (options.no_clobber && (job.output.is_pictures() || job.output.is_video())) refuse_existing(job);
     // A video's file appears when it is whole.
-    if (options.skip_existing && is_video(job) && fs::exists(job.path_of(0))) return skip_all(job, progress);
+    if (options.skip_existing && job.output.is_video() && fs::exists(job.path_of(0))) return skip_all(job, progress);
     // A folder that cannot be written is told before the work and not after it.
     if (job.output.is_pictures()) const NewFile probe(job.path_of(0));
     const SceneText scene(job, session);

@@ -51,7 +51,7 @@ Scene scene_of(const RenderOptions& options, ExrType& type, const ControlCatalog
 void refuse_what_does_not_fit(const RenderOptions& options) {
     const OutputPattern& output = *options.output;
     if (options.raw && !output.is_standard_output()) throw usage_failure("--raw is for -o -");
-    if (options.keep_going && !output.is_pictures())
+    if (options.keep_going && output.is_stream())
         throw usage_failure("--keep-going is for pictures: a stream has no place for a missing frame");
     if (options.skip_existing && options.no_clobber)
         throw usage_failure("--skip-existing and --no-clobber contradict each other");

@@ -186,7 +186,7 @@ constexpr OptionRow kRows[] = {
     {"Output", "-o,--output", "PATTERN",
      "File to write. Pictures: .png or .exr, with #### or %04d for\nthe frame number. Video, through ffmpeg: "
      ".mp4 (H.264),\n.mov (ProRes 4444, alpha), .mkv (FFV1, 16 bits, alpha),\n.webm (VP9, alpha), .gif. "
-     "A single - writes to standard\noutput; required",
+     "A single - writes to standard\noutput, /dev/null nowhere; required",
      "", set_output},
     {"Output", "--raw", "FORMAT", "For -o -: rgba, rgba64le or rgbaf32 without a header, or y4m", "y4m",
      set_raw},

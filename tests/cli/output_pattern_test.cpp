@@ -33,6 +33,7 @@ TEST(OutputPattern, KnowsKindAndWhetherFramesDiffer) {
     EXPECT_EQ(std::get<PictureFormat>(OutputPattern("a.exr").kind()), PictureFormat::kExr);
     EXPECT_EQ(std::get<VideoFormat>(OutputPattern("a.Webm").kind()), VideoFormat::kWebm);
     EXPECT_TRUE(OutputPattern("-").is_standard_output());
+    EXPECT_TRUE(std::holds_alternative<Nowhere>(OutputPattern("/dev/null").kind()));
     EXPECT_FALSE(OutputPattern("a.exr").has_frame_number());
     EXPECT_FALSE(OutputPattern("a%%d.exr").has_frame_number());
     EXPECT_TRUE(OutputPattern("a#.exr").has_frame_number());

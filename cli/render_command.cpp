@@ -180,7 +180,8 @@ ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, P
     if (job.frames.empty()) return skip_all(job, progress);
     if (options.no_clobber && (job.output.is_pictures() || job.output.is_video())) refuse_existing(job);
     // A video's file appears when it is whole.
-    if (options.skip_existing && job.output.is_video() && fs::exists(job.path_of(0))) return skip_all(job, progress);
+    if (options.skip_existing && job.output.is_video() && fs::exists(job.path_of(0)))
+        return skip_all(job, progress);
     // A folder that cannot be written is told before the work and not after it.
     if (job.output.is_pictures()) const NewFile probe(job.path_of(0));
     const SceneText scene(job, session);

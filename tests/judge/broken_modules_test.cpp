@@ -64,7 +64,7 @@ constexpr Broken kBroken[] = {
     {"Exits", "frames.sizes", "the process ended with status 0", kWithFrames},
     {"Hangs", "frames.sizes", "no return within the time", ".*"},
     {"WrongStride", "frames.row-padding", "the frame of rows without padding; "},
-    {"ReadsOutsidePart", "frames.partial", "the process ended by signal"},
+    {"CrashesOnParts", "frames.partial", "the process ended by signal"},
     {"RemembersFrames", "frames.repeat", "the frame of the first time; 336 of 336 pixels", kWithFrames},
     {"CrashesOnExtremes", "frames.looks", "the process ended by signal", "events.clicks"},
     {"DropsContext", "frames.callers-context", "another context or interface", "faults.frames.*"},

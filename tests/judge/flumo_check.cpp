@@ -27,9 +27,7 @@ Checked flumo_check(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {FLUMO_PROGRAM, "check", "--json"});
     const auto result = cli::run_child(arguments);
     if (!result) throw std::runtime_error("cannot start " FLUMO_PROGRAM);
-    Checked checked{result->status, {result->output.begin(), result->output.end()}, result->errors, {}};
-    checked.report = nlohmann::json::parse(checked.output, nullptr, false);
-    return checked;
+    return {result->status, result->errors, nlohmann::json::parse(result->output, nullptr, false)};
 }
 
 std::string broken_module(const std::string& fault) {

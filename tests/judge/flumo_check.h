@@ -10,9 +10,8 @@ namespace flumo::host::judge::test {
 
 struct Checked {
     int status = 0;
-    std::string output;
     std::string errors;
-    /// Null unless the output is JSON.
+    /// The output; discarded when it was no JSON.
     nlohmann::json report;
 
     /// Names of the cases that found something.

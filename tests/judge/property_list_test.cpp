@@ -93,18 +93,6 @@ class TinyImage {
     std::vector<std::byte> bytes_;
 };
 
-TEST(PropertyList, SaysWhatTheEffectSays) {
-    const PropertyList list = parse_property_list("list", flumos_list());
-    EXPECT_EQ(list.kind, static_cast<uint32_t>(kEffectPluginKind));
-    EXPECT_EQ(list.name, "Flumo");
-    EXPECT_EQ(list.category, "Velbrand");
-    EXPECT_EQ(list.match_name, "Velbrand Flumo");
-    EXPECT_EQ(list.entry_point, "EffectMain");
-    EXPECT_EQ(list.version, 566784u);
-    EXPECT_EQ(list.flags, 33588336);
-    EXPECT_EQ(list.flags2, 142611456);
-}
-
 TEST(PropertyList, LiesInTheResourcesOfAWindowsModule) {
     const PeFile file("tiny", TinyImage().bytes());
     EXPECT_THAT(file.exports(), ElementsAre("EffectMain", "PluginDataEntryFunction"));

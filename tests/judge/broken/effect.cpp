@@ -40,11 +40,7 @@ PF_Err global_setup(const PF_InData& in, PF_OutData& out) {
     if (is("HidesItsInterface")) out.out_flags &= ~PF_OutFlag_CUSTOM_UI;
     if (is("OtherFlags")) out.out_flags |= PF_OutFlag_NON_PARAM_VARY;
     if (is("ClaimsFloatsAlone")) out.out_flags2 &= ~PF_OutFlag2_SUPPORTS_SMART_RENDER;
-    if (is("TrustsBasicSuite")) {
-        const void* suite = nullptr;
-        in.pica_basicP->AcquireSuite(kPFHandleSuite, kPFHandleSuiteVersion1, &suite);
-        in.pica_basicP->ReleaseSuite(kPFHandleSuite, kPFHandleSuiteVersion1);
-    }
+    if (is("TrustsBasicSuite") && !in.pica_basicP->AcquireSuite) return PF_Err_BAD_CALLBACK_PARAM;
     return new_number(in, 1, &out.global_data);
 }
 

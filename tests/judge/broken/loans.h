@@ -78,27 +78,4 @@ class Param {
     bool is_out_ = false;
 };
 
-/// A drawing object of the supplier's.
-template <class Ref>
-class Drawn {
-  public:
-    template <class Make>
-    Drawn(const Suite<DRAWBOT_SupplierSuite1>& supplier, Make make) : supplier_(supplier) {
-        if (make(&object_) != 0) object_ = nullptr;
-    }
-    ~Drawn() {
-        if (object_) supplier_->ReleaseObject(reinterpret_cast<DRAWBOT_ObjectRef>(object_));
-    }
-    Drawn(const Drawn&) = delete;
-    Drawn& operator=(const Drawn&) = delete;
-
-    /// Null when it could not be made.
-    Ref get() const { return object_; }
-    void keep() { object_ = nullptr; }
-
-  private:
-    const Suite<DRAWBOT_SupplierSuite1>& supplier_;
-    Ref object_ = nullptr;
-};
-
 }  // namespace flumo::broken

@@ -20,13 +20,15 @@ inline PF_Err fill(const PF_InData& in, const DRAWBOT_DrawRef draw, const DRAWBO
     if (drawbot->GetSupplier(draw, &maker) || drawbot->GetSurface(draw, &surface) || !maker || !surface)
         return PF_Err_INTERNAL_STRUCT_DAMAGED;
     const DRAWBOT_ColorRGBA white{1, 1, 1, 1};
-    Drawn<DRAWBOT_BrushRef> brush(supplier,
-                                  [&](auto* out) { return supplier->NewBrush(maker, &white, out); });
-    const Drawn<DRAWBOT_PathRef> path(supplier, [&](auto* out) { return supplier->NewPath(maker, out); });
-    if (!brush.get() || !path.get()) return PF_Err_OUT_OF_MEMORY;
-    PF_Err error = paths->AddRect(path.get(), &bar);
-    if (!error) error = surfaces->FillPath(surface, brush.get(), path.get(), kDRAWBOT_FillType_Winding);
-    if (is("KeepsBrush")) brush.keep();
+    DRAWBOT_BrushRef brush = nullptr;
+    DRAWBOT_PathRef path = nullptr;
+    PF_Err error = supplier->NewBrush(maker, &white, &brush);
+    if (!error) error = supplier->NewPath(maker, &path);
+    if (!error && !(brush && path)) error = PF_Err_OUT_OF_MEMORY;
+    if (!error) error = paths->AddRect(path, &bar);
+    if (!error) error = surfaces->FillPath(surface, brush, path, kDRAWBOT_FillType_Winding);
+    if (brush && !is("KeepsBrush")) supplier->ReleaseObject(reinterpret_cast<DRAWBOT_ObjectRef>(brush));
+    if (path) supplier->ReleaseObject(reinterpret_cast<DRAWBOT_ObjectRef>(path));
     return error;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -48,9 +47,7 @@ inline PF_Err dispose_shade(const PF_InData& in, PF_ArbitraryH handle) {
 }
 
 inline std::string text_of(const Shade& shade) {
-    char text[400];
-    std::snprintf(text, sizeof text, "shade %.6f", shade.level);
-    return text;
+    return "shade " + std::to_string(shade.level);
 }
 
 inline PF_Err unflatten_shade(const PF_InData& in, const void* bytes, A_u_long size, PF_ArbitraryH* place) {

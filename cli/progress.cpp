@@ -148,6 +148,8 @@ void Progress::tell_people(bool last) {
     const bool is_bar = form_ == ProgressForm::kBar;
     if (state_.total < 2 || (!is_bar && form_ != ProgressForm::kLines)) return;
     const auto now = steady_clock::now();
+    // The end tells the last frame.
+    if (!last && state_.done() == state_.total) return;
     if (!last && now - told_ < (is_bar ? steady_clock::duration(kBarPause) : kLinePause)) return;
     told_ = now;
     if (is_bar) {

@@ -6,6 +6,7 @@ packages_build=(
 )
 packages_test=(libgtest-dev libgmock-dev googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix dpkg-dev wine wine64 xvfb xauth icoutils zip)
+packages_slurm=(slurm-wlm munge)
 packages_bench=(libbenchmark-dev python3)
 packages_fuzz=(clang libclang-rt-14-dev)
 packages_lint=(clang-format)

@@ -7,4 +7,9 @@ trap 'rm -f "$output"' EXIT
 wine "$@" > "$output" 2>&1 < /dev/null
 status=$?
 cat "$output"
+# A program that has ended gets a second to leave before Wine kills it, and on a busy machine that is not always enough.
+# What it ended with is lost then, but a test program has said it by that time.
+if [ $status -eq 137 ] && tail -n 2 "$output" | grep -q '^\[  PASSED  \]' && ! grep -q '^\[  FAILED  \]' "$output"; then
+    status=0
+fi
 exit $status

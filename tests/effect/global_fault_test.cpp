@@ -8,7 +8,7 @@
 #include "effect/entry/global.h"
 #include "effect/gpu/fault.h"
 #include "effect/gpu/global_context.h"
-#include "fake_host.h"
+#include "tests/effect/hosted_call.h"
 
 namespace flumo {
 namespace {
@@ -24,57 +24,69 @@ void AESDK_OpenGL_TearDownContexts() {
     gl();
 }
 
+namespace test {
 namespace {
 
-using test::FakeHost;
-
 struct Fault {
-    const char* name;
     std::function<void()> happens;
     PF_Err result;
 };
 
+// A number of the host's, a fault of the GL layer, and anything else.
 const Fault kFaults[] = {
-    {"a number of the host's", [] { throw PF_Err{33}; }, 33},
-    {"a GL fault", [] { throw AESDK_OpenGL_Fault{1}; }, 4},
-    {"anything else", [] { throw std::runtime_error("driver trouble"); }, 4},
+    {[] { throw PF_Err{33}; }, 33},
+    {[] { throw AESDK_OpenGL_Fault{1}; }, 4},
+    {[] { throw std::runtime_error("driver trouble"); }, 4},
 };
 
 TEST(GlobalFaults, FailedGlSetUpEndsTheSetUp) {
     for (const Fault& fault : kFaults) {
-        SCOPED_TRACE(fault.name);
-        FakeHost host;
+        HostedCall within;
         gl = fault.happens;
-        EXPECT_EQ(GlobalSetup(&host.in_data, &host.out_data), fault.result);
-        EXPECT_EQ(host.out_data.my_version, 566784U);
-        EXPECT_EQ(host.out_data.global_data, nullptr);
-        EXPECT_THAT(host.log, testing::IsEmpty()) << "no global data is made";
+        EXPECT_EQ(GlobalSetup(&within.in_data, &within.out_data), fault.result);
+        EXPECT_EQ(within.out_data.my_version, 566784U);
+        EXPECT_EQ(within.out_data.out_flags, 33588336);
+        EXPECT_EQ(within.out_data.out_flags2, 142611456);
+        EXPECT_EQ(within.out_data.global_data, nullptr);
+        EXPECT_EQ(within.host.faults().count(), 0U) << "no global data is made";
     }
 }
 
-TEST(GlobalFaults, FailedTeardownKeepsTheGlobalHandleAndReturnsTheSequenceHandle) {
-    for (const Fault& fault : kFaults) {
-        SCOPED_TRACE(fault.name);
-        FakeHost host;
-        gl = fault.happens;
-        host.in_data.global_data = host.NewHandle(4);
-        host.in_data.sequence_data = host.out_data.sequence_data = host.NewHandle(1);
-        EXPECT_EQ(GlobalSetdown(&host.in_data, &host.out_data), fault.result);
-        EXPECT_TRUE(host.blocks.contains(host.in_data.global_data));
-        EXPECT_THAT(host.log, testing::ElementsAre("util dispose"));
-        EXPECT_EQ(host.out_data.sequence_data, nullptr);
+// Whatever is missing, the sequence handle goes back, and not through the suite.
+TEST(GlobalFaults, SetdownReturnsTheSequenceHandleAndKeepsTheGlobalOneAfterAFailure) {
+    for (std::size_t i = 0; i <= std::size(kFaults); ++i) {
+        HostedCall within({.missing_suites = {{"PF Handle Suite", 2}}});
+        host::HandleTable& handles = within.host.handles();
+        gl = i < std::size(kFaults) ? kFaults[i].happens : [] {};
+        within.in_data.global_data = handles.create(4);
+        within.in_data.sequence_data = within.out_data.sequence_data = handles.create(1);
+        EXPECT_EQ(GlobalSetdown(&within.in_data, &within.out_data),
+                  i < std::size(kFaults) ? kFaults[i].result : 516);
+        EXPECT_TRUE(handles.lives(within.in_data.global_data));
+        EXPECT_FALSE(handles.lives(within.in_data.sequence_data));
+        EXPECT_EQ(within.out_data.sequence_data, nullptr);
     }
 }
 
-TEST(GlobalFaults, SetdownLeavesTheAnswerAloneWithoutASequenceHandle) {
-    FakeHost host;
+TEST(GlobalData, HoldsTheNumberThatTheHostGaveAndNothingUnderPremiere) {
     gl = [] {};
-    const PF_Handle other = host.NewHandle(1);
-    host.out_data.sequence_data = other;
-    EXPECT_EQ(GlobalSetdown(&host.in_data, &host.out_data), 0);
-    EXPECT_EQ(host.out_data.sequence_data, other);
-    EXPECT_THAT(host.log, testing::IsEmpty());
+    for (const A_AppID application : {kAfterEffectsApplId, kPremiereApplId}) {
+        HostedCall within({.appl_id = application});
+        ASSERT_EQ(GlobalSetup(&within.in_data, &within.out_data), 0);
+        const PF_Handle made = within.out_data.global_data;
+        EXPECT_EQ(within.host.handles().size(made), 4U);
+        // The host's number is 1; junk stays under Premiere, which does not know the registration.
+        EXPECT_EQ(*static_cast<A_u_long*>(*made), application == kPremiereApplId ? 0xCDCDCDCD : 1);
+        within.in_data.global_data = made;
+        within.out_data.sequence_data = made;
+        EXPECT_EQ(GlobalSetdown(&within.in_data, &within.out_data), 0);
+        EXPECT_EQ(within.out_data.sequence_data, made)
+            << "the answer of a set-down without a sequence handle";
+        EXPECT_TRUE(within.host.accounting().clean()) << within.host.accounting().describe();
+        EXPECT_TRUE(within.Tidy());
+    }
 }
 
 }  // namespace
+}  // namespace test
 }  // namespace flumo

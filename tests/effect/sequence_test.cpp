@@ -1,131 +1,88 @@
-// The handles that the host keeps for each instance, and the bytes of them that projects store.
+// The handles that the host keeps for each instance, and the bytes of them that projects store. What the
+// handlers make of a host that fails is the fault sweep's to see.
 #include "effect/entry/sequence.h"
 
 #include <gmock/gmock.h>
 
-#include <string>
-#include <vector>
+#include "tests/effect/hosted_call.h"
 
-#include "fake_host.h"
-
-namespace flumo {
+namespace flumo::test {
 namespace {
-
-using test::FakeHost;
-using testing::Each;
 
 using Handler = PF_Err (*)(PF_InData*, PF_OutData*);
 
-std::vector<int> BytesOf(FakeHost& host, PF_Handle handle) {
-    std::vector<int> bytes;
-    for (const std::byte byte : host.At(handle).bytes)
-        bytes.push_back(static_cast<int>(byte));
-    return bytes;
-}
-
 /// A host that holds a live handle of an instance.
-struct InstanceHost : FakeHost {
-    InstanceHost() { in_data.sequence_data = NewHandle(1); }
+struct InstanceHost : HostedCall {
+    InstanceHost() { in_data.sequence_data = host.handles().create(1); }
     PF_Err Run(Handler handler) { return handler(&in_data, &out_data); }
-    PF_Handle Made() const { return out_data.sequence_data; }
+    bool LiveIsKept() { return host.handles().lives(in_data.sequence_data); }
+    std::vector<int> Made() {
+        const auto* bytes = static_cast<const std::uint8_t*>(*out_data.sequence_data);
+        return {bytes, bytes + host.handles().size(out_data.sequence_data)};
+    }
 };
 
-TEST(Sequence, LiveHandleIsOneZeroByte) {
+TEST(Sequence, LiveHandleIsOneZeroByteAndTheOldOneTheHosts) {
     for (const Handler handler : {SequenceSetup, SequenceResetup}) {
         InstanceHost host;
-        const PF_Handle old = host.in_data.sequence_data;
         EXPECT_EQ(host.Run(handler), 0);
-        ASSERT_NE(host.Made(), nullptr);
-        EXPECT_NE(host.Made(), old);
-        EXPECT_EQ(BytesOf(host, host.Made()), std::vector{0});
-        EXPECT_EQ(host.Count("dispose"), 0) << "the old handle is the host's";
-        EXPECT_TRUE(host.AllGivenBack());
+        EXPECT_NE(host.out_data.sequence_data, host.in_data.sequence_data);
+        EXPECT_EQ(host.Made(), std::vector{0});
+        EXPECT_TRUE(host.LiveIsKept() && host.Tidy());
     }
+    InstanceHost host;
+    host.in_data.sequence_data = nullptr;
+    EXPECT_EQ(host.Run(SequenceSetup), 0);
+    EXPECT_EQ(host.Made(), std::vector{0});
 }
 
-TEST(Sequence, FlatRecordIsWhatProjectsStore) {
+TEST(Sequence, FlatRecordReplacesTheLiveHandleAndIsWhatProjectsStore) {
     InstanceHost host;
-    const PF_Handle live = host.in_data.sequence_data;
     EXPECT_EQ(host.Run(SequenceFlatten), 0);
-    ASSERT_NE(host.Made(), nullptr);
-    EXPECT_THAT(BytesOf(host, host.Made()),
+    EXPECT_THAT(host.Made(),
                 testing::ElementsAre(1, 'T', 'E', 'M', 'P', 0, 0, 0, 8, 0, 0, 0, 0x00, 0xA6, 0x08, 0x00));
-    EXPECT_FALSE(host.blocks.contains(live)) << "replaced";
-    EXPECT_TRUE(host.AllGivenBack());
+    EXPECT_TRUE(!host.LiveIsKept() && host.Tidy());
 }
 
 TEST(Sequence, FlattenedCopyLeavesTheLiveHandleAndItsOwnBytesAlone) {
     InstanceHost host;
-    const PF_Handle live = host.in_data.sequence_data;
     EXPECT_EQ(host.Run(GetFlattenedSequenceData), 0);
-    ASSERT_NE(host.Made(), nullptr);
-    EXPECT_EQ(host.At(host.Made()).bytes.size(), 16U);
-    EXPECT_THAT(BytesOf(host, host.Made()), Each(0xA5));
-    EXPECT_TRUE(host.blocks.contains(live));
-    EXPECT_TRUE(host.AllGivenBack());
+    const std::vector<int> junk = host.Made();
+    EXPECT_EQ(junk, std::vector(16, junk[0]));
+    EXPECT_TRUE(host.LiveIsKept() && host.Tidy());
 }
 
 TEST(Sequence, SetdownDisposesAndLeavesTheAnswerAlone) {
     InstanceHost host;
-    const PF_Handle live = host.in_data.sequence_data;
-    host.out_data.sequence_data = live;
+    host.out_data.sequence_data = host.in_data.sequence_data;
     EXPECT_EQ(host.Run(SequenceSetdown), 0);
-    EXPECT_TRUE(host.blocks.empty());
-    EXPECT_EQ(host.Made(), live);
+    EXPECT_FALSE(host.LiveIsKept());
+    EXPECT_EQ(host.out_data.sequence_data, host.in_data.sequence_data);
     host.in_data.sequence_data = nullptr;
     EXPECT_EQ(host.Run(SequenceSetdown), 0);
-    EXPECT_EQ(host.Count("dispose"), 1);
+    EXPECT_TRUE(host.Tidy());
 }
 
-enum class Lack { kNoHandle, kEmptied, kNoMemory, kNoLock };
-
-struct OddResult {
-    const char* name;
-    Handler handler;
-    Lack lack;
-    PF_Err result;
-};
-
 // The handlers answer the same lack with different numbers, and hosts are used to them.
-const OddResult kOddResults[] = {
-    {"setup without memory", SequenceSetup, Lack::kNoMemory, 4},
-    {"setup without a lock", SequenceSetup, Lack::kNoLock, 0},
-    {"resetup without a handle", SequenceResetup, Lack::kNoHandle, 0},
-    {"resetup of an emptied handle", SequenceResetup, Lack::kEmptied, 0},
-    {"resetup without memory", SequenceResetup, Lack::kNoMemory, 0},
-    {"resetup without a lock", SequenceResetup, Lack::kNoLock, 0},
-    {"flatten without a handle", SequenceFlatten, Lack::kNoHandle, 512},
-    {"flatten of an emptied handle", SequenceFlatten, Lack::kEmptied, 0},
-    {"flatten without memory", SequenceFlatten, Lack::kNoMemory, 512},
-    {"flatten without a lock", SequenceFlatten, Lack::kNoLock, 0},
-    {"flattened copy without a handle", GetFlattenedSequenceData, Lack::kNoHandle, 512},
-    {"flattened copy of an emptied handle", GetFlattenedSequenceData, Lack::kEmptied, 0},
-    {"flattened copy without memory", GetFlattenedSequenceData, Lack::kNoMemory, 512},
-    {"flattened copy without a lock", GetFlattenedSequenceData, Lack::kNoLock, 0},
-};
-
-TEST(Sequence, LackEndsInItsOddResultAndChangesNothing) {
-    for (const OddResult& odd : kOddResults) {
-        SCOPED_TRACE(odd.name);
+TEST(Sequence, NothingToWorkOnEndsInAnOddResultAndChangesNothing) {
+    void* nothing = nullptr;
+    struct Case {
+        Handler handler;
+        PF_Handle given;
+        PF_Err result;
+    };
+    for (const Case& c :
+         {Case{SequenceResetup, nullptr, 0}, Case{SequenceResetup, &nothing, 0},
+          Case{SequenceFlatten, nullptr, 512}, Case{SequenceFlatten, &nothing, 0},
+          Case{GetFlattenedSequenceData, nullptr, 512}, Case{GetFlattenedSequenceData, &nothing, 0}}) {
         InstanceHost host;
-        void* nothing = nullptr;
-        if (odd.lack == Lack::kNoHandle) host.in_data.sequence_data = nullptr;
-        if (odd.lack == Lack::kEmptied) host.in_data.sequence_data = &nothing;
-        if (odd.lack == Lack::kNoMemory) host.fail_new = 1;
-        if (odd.lack == Lack::kNoLock) host.fail_lock = 1;
-        EXPECT_EQ(host.Run(odd.handler), odd.result);
-        EXPECT_EQ(host.Made(), nullptr);
-        EXPECT_EQ(host.Count("dispose"), 0);
-        EXPECT_TRUE(host.AllGivenBack());
+        host.in_data.sequence_data = c.given;
+        EXPECT_EQ(host.Run(c.handler), c.result);
+        EXPECT_EQ(host.out_data.sequence_data, nullptr);
+        EXPECT_EQ(host.host.handles().live_count(), 1U);
+        EXPECT_TRUE(host.Tidy());
     }
 }
 
-TEST(Sequence, SetupNeedsNoHandleBefore) {
-    InstanceHost host;
-    host.in_data.sequence_data = nullptr;
-    EXPECT_EQ(host.Run(SequenceSetup), 0);
-    EXPECT_NE(host.Made(), nullptr);
-}
-
 }  // namespace
-}  // namespace flumo
+}  // namespace flumo::test

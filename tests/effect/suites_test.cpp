@@ -2,31 +2,34 @@
 #include <gmock/gmock.h>
 
 #include <functional>
-#include <string>
 
 #include "effect/suites/drawbot_suites.h"
 #include "effect/suites/suite_access.h"
 #include "effect/suites/suite_handler.h"
-#include "fake_host.h"
+#include "host/suite_provider.h"
+#include "tests/effect/hosted_call.h"
 
-namespace flumo {
+namespace flumo::test {
 namespace {
 
-using test::FakeHost;
+using host::Callback;
+using host::FaultMode;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::StrEq;
+using Suites = std::map<std::pair<std::string, int>, int>;
+
+constexpr FaultMode kModes[] = {FaultMode::kError, FaultMode::kNull, FaultMode::kErrorWithResult};
 
 struct Getter {
-    const char* suite;
-    std::function<void(AEGP_SuiteHandler&)> get;
+    const char* name;
+    int version;
+    void (*get)(AEGP_SuiteHandler&);
 };
 
-const Getter kGetters[] = {
-    {"PF Handle Suite 2", [](AEGP_SuiteHandler& suites) { suites.HandleSuite(); }},
-    {"PF ANSI Suite 1", [](AEGP_SuiteHandler& suites) { suites.AnsiSuite(); }},
-    {"AEGP Utility Suite 7", [](AEGP_SuiteHandler& suites) { suites.UtilitySuite(); }},
-    {"PF iterateFloat Suite 1", [](AEGP_SuiteHandler& suites) { suites.IterateFloatSuite(); }},
+constexpr Getter kGetters[] = {
+    {"PF Handle Suite", 2, [](AEGP_SuiteHandler& suites) { suites.HandleSuite(); }},
+    {"PF ANSI Suite", 1, [](AEGP_SuiteHandler& suites) { suites.AnsiSuite(); }},
+    {"AEGP Utility Suite", 7, [](AEGP_SuiteHandler& suites) { suites.UtilitySuite(); }},
+    {"PF iterateFloat Suite", 1, [](AEGP_SuiteHandler& suites) { suites.IterateFloatSuite(); }},
 };
 
 PF_Err Thrown(const std::function<void()>& call) {
@@ -38,145 +41,145 @@ PF_Err Thrown(const std::function<void()>& call) {
     return PF_Err_NONE;
 }
 
-TEST(SuiteHandler, AcquiresOnceAndReleasesOnceHoweverOftenAsked) {
-    for (const Getter& getter : kGetters) {
-        FakeHost host;
-        {
-            AEGP_SuiteHandler suites(&host.basic);
-            EXPECT_THAT(host.log, IsEmpty()) << "nothing before the first use";
-            getter.get(suites);
-            getter.get(suites);
-        }
-        EXPECT_THAT(host.log, ElementsAre(std::string("acquire ") + getter.suite,
-                                          std::string("release ") + getter.suite));
-    }
-}
-
-TEST(SuiteHandler, ReleasesWhatItWasGivenAndNothingElse) {
-    FakeHost host;
-    host.missing_suites = {"PF ANSI Suite 1"};
+TEST(SuiteHandler, HoldsASuiteOnceFromItsFirstUseToTheEnd) {
+    HostedCall within;
     {
-        AEGP_SuiteHandler suites(&host.basic);
-        suites.UtilitySuite();
-        suites.HandleSuite();
-        EXPECT_EQ(Thrown([&] { suites.AnsiSuite(); }), 516);
+        AEGP_SuiteHandler suites(within.in_data.pica_basicP);
+        Suites held;
+        for (const Getter& getter : kGetters) {
+            EXPECT_EQ(within.host.accounting().acquired_suites(), held);
+            getter.get(suites);
+            getter.get(suites);
+            held[{getter.name, getter.version}] = 1;
+        }
+        EXPECT_EQ(within.host.accounting().acquired_suites(), held);
     }
-    EXPECT_EQ(host.Count("release PF ANSI Suite 1"), 0);
-    EXPECT_TRUE(host.AllGivenBack());
+    EXPECT_TRUE(within.Tidy());
 }
 
-TEST(SuiteHandler, LackIsThrownSilently) {
+// An acquire that fails but gives a suite is no success here, though it is one for the direct way.
+TEST(SuiteHandler, ThrowsALackSilentlyAndTakesASuiteThatTurnsUpLater) {
     EXPECT_EQ(Thrown([] { AEGP_SuiteHandler(nullptr); }), 516);
     for (const Getter& getter : kGetters) {
-        FakeHost host;
-        host.missing_suites = {getter.suite};
-        AEGP_SuiteHandler suites(&host.basic);
-        EXPECT_EQ(Thrown([&] { getter.get(suites); }), 516) << getter.suite;
-        EXPECT_EQ(host.out_data.out_flags, 0);
-        EXPECT_STREQ(host.out_data.return_msg, "");
-        // A suite that turns up later is taken.
-        host.missing_suites.clear();
-        EXPECT_EQ(Thrown([&] { getter.get(suites); }), 0) << getter.suite;
+        HostedCall within;
+        {
+            AEGP_SuiteHandler suites(within.in_data.pica_basicP);
+            for (const FaultMode mode : kModes) {
+                within.host.faults().fail_every(Callback::kAcquireSuite, mode);
+                EXPECT_EQ(Thrown([&] { getter.get(suites); }), 516) << getter.name;
+            }
+            within.host.faults().clear();
+            EXPECT_EQ(Thrown([&] { getter.get(suites); }), 0) << getter.name;
+        }
+        EXPECT_EQ(within.out_data.out_flags, 0);
+        EXPECT_TRUE(within.Tidy()) << "released what it was not given";
     }
 }
 
-// One host's answer, read in two ways on purpose.
-TEST(SuiteAccess, SuiteGivenWithAnErrorFailsTheHandlerButNotTheDirectWay) {
-    FakeHost host;
-    host.erring_suites = {"PF Handle Suite 2"};
-    {
-        AEGP_SuiteHandler suites(&host.basic);
-        EXPECT_EQ(Thrown([&] { suites.HandleSuite(); }), 516);
-    }
-    EXPECT_EQ(host.Count("release PF Handle Suite 2"), 0);
+struct Answer {
+    PF_Err result;
+    PF_OutFlags flags;
+    std::string shown;
+    bool operator==(const Answer&) const = default;
+};
 
+void PrintTo(const Answer& answer, std::ostream* out) {
+    *out << answer.result << " with " << answer.flags << " and \"" << answer.shown << '"';
+}
+
+/// What a call answers, the flag of another matter being set before.
+Answer AnswerOf(HostedCall& within, const std::function<PF_Err()>& call) {
+    within.out_data = {};
+    within.out_data.out_flags = 1;
+    const PF_Err result = call();
+    return {result, within.out_data.out_flags, within.out_data.return_msg};
+}
+
+TEST(SuiteAccess, ShowsTheUserALackAndNoOtherError) {
+    HostedCall within;
     const void* suite = nullptr;
-    EXPECT_EQ(AEFX_AcquireSuite(&host.in_data, &host.out_data, "PF Handle Suite", 2, "no", &suite), 0);
-    EXPECT_NE(suite, nullptr);
-    EXPECT_EQ(host.out_data.out_flags, 0);
-}
-
-TEST(SuiteAccess, LackOfASuiteIsShown) {
-    struct Case {
-        bool basic;
-        const char* message;
-        const char* shown;
+    const auto acquire = [&](const char* message) {
+        suite = &within;
+        return AnswerOf(within, [&] {
+            return AEFX_AcquireSuite(&within.in_data, &within.out_data, "PF World Suite", 2, message, &suite);
+        });
     };
-    for (const Case& c : {Case{true, nullptr, "Not able to acquire AEFX Suite."},
-                          Case{false, nullptr, "Not able to acquire AEFX Suite."},
-                          Case{true, "Couldn't load suite.", "Couldn't load suite."}}) {
-        FakeHost host;
-        if (!c.basic) host.in_data.pica_basicP = nullptr;
-        host.out_data.out_flags = 1;
-        const void* suite = &host;
-        EXPECT_EQ(AEFX_AcquireSuite(&host.in_data, &host.out_data, "No Such Suite", 3, c.message, &suite),
-                  516);
-        EXPECT_EQ(suite, nullptr);
-        EXPECT_THAT(host.out_data.return_msg, StrEq(c.shown));
-        EXPECT_EQ(host.out_data.out_flags, 1 | 256) << "other flags stay";
+    for (const FaultMode mode : kModes) {
+        within.host.faults().fail_every(Callback::kAcquireSuite, mode);
+        const bool given = mode == FaultMode::kErrorWithResult;
+        EXPECT_EQ(acquire("No worlds."), (given ? Answer{0, 1, ""} : Answer{516, 257, "No worlds."}));
+        EXPECT_EQ(suite != nullptr, given);
     }
+    within.host.faults().clear();
+    EXPECT_EQ(acquire(nullptr), (Answer{0, 1, ""}));
+    within.in_data.pica_basicP = nullptr;
+    EXPECT_EQ(acquire(nullptr), (Answer{516, 257, "Not able to acquire AEFX Suite."}));
+    EXPECT_EQ(suite, nullptr);
 }
 
 TEST(SuiteAccess, ReleaseAlwaysReachesTheHost) {
-    FakeHost host;
-    EXPECT_EQ(AEFX_ReleaseSuite(&host.in_data, &host.out_data, "Never Acquired", 9, "no"), 0);
-    EXPECT_THAT(host.log, ElementsAre("release Never Acquired 9"));
-    EXPECT_EQ(host.out_data.out_flags, 0);
-
-    host.in_data.pica_basicP = nullptr;
-    EXPECT_EQ(AEFX_ReleaseSuite(&host.in_data, &host.out_data, "Never Acquired", 9, nullptr), 516);
-    EXPECT_THAT(host.out_data.return_msg, StrEq("Not able to release AEFX Suite."));
-    EXPECT_EQ(AEFX_ReleaseSuite(&host.in_data, &host.out_data, "Never Acquired", 9, "Gone."), 516);
-    EXPECT_THAT(host.out_data.return_msg, StrEq("Gone."));
-    EXPECT_EQ(host.out_data.out_flags, 256);
+    HostedCall within;
+    const auto release = [&](const char* message) {
+        return AnswerOf(within, [&] {
+            return AEFX_ReleaseSuite(&within.in_data, &within.out_data, "Never Acquired", 9, message);
+        });
+    };
+    EXPECT_EQ(release("no"), (Answer{0, 1, ""}));
+    EXPECT_THAT(within.host.accounting().misuses(),
+                ElementsAre(testing::HasSubstr("\"Never Acquired\" version 9")));
+    within.in_data.pica_basicP = nullptr;
+    EXPECT_EQ(release(nullptr), (Answer{516, 257, "Not able to release AEFX Suite."}));
+    EXPECT_EQ(release("Gone."), (Answer{516, 257, "Gone."}));
 }
 
-const std::string kDrawing[] = {"DRAWBOT Draw Suite 1", "DRAWBOT Supplier Suite 1", "DRAWBOT Surface Suite 2",
-                                "DRAWBOT Path Suite 1"};
+/// Offers every suite, and nothing in it.
+struct NamesAlone : host::SuiteProvider {
+    const void* find_suite(std::string_view, int) override { return this; }
+    DRAWBOT_DrawRef draw_ref() override { return nullptr; }
+};
 
 TEST(DrawbotSuites, GroupStopsAtTheFirstMissingSuiteAndKeepsThoseBefore) {
-    for (std::size_t missing = 0; missing <= std::size(kDrawing); ++missing) {
-        FakeHost host;
-        const bool complete = missing == std::size(kDrawing);
-        if (!complete) host.missing_suites = {kDrawing[missing]};
+    const std::pair<std::string, int> group[] = {{"DRAWBOT Draw Suite", 1},
+                                                 {"DRAWBOT Supplier Suite", 1},
+                                                 {"DRAWBOT Surface Suite", 2},
+                                                 {"DRAWBOT Path Suite", 1}};
+    for (std::size_t missing = 0; missing <= std::size(group); ++missing) {
+        const bool complete = missing == std::size(group);
+        NamesAlone names;
+        host::HostOptions options;
+        if (!complete) options.missing_suites = {group[missing]};
+        HostedCall asked(options, &names);
         DrawbotSuites suites{};
-        EXPECT_EQ(AEFX_AcquireDrawbotSuites(&host.in_data, &host.out_data, &suites), complete ? 0 : 516);
-
-        std::vector<std::string> asked;
-        for (std::size_t i = 0; i <= missing && i < std::size(kDrawing); ++i) {
-            asked.push_back("acquire " + kDrawing[i]);
-        }
-        EXPECT_EQ(host.log, asked);
-        EXPECT_EQ(host.held_suites.size(), missing);
-        EXPECT_EQ(suites.draw != nullptr, missing > 0);
-        EXPECT_EQ(suites.supplier != nullptr, missing > 1);
-        EXPECT_EQ(suites.surface != nullptr, missing > 2);
-        EXPECT_EQ(suites.path != nullptr, missing > 3);
-        EXPECT_THAT(host.out_data.return_msg, StrEq(complete ? "" : "Not able to acquire AEFX Suite."));
+        const auto acquire = [&] {
+            return AEFX_AcquireDrawbotSuites(&asked.in_data, &asked.out_data, &suites);
+        };
+        EXPECT_EQ(AnswerOf(asked, acquire),
+                  (complete ? Answer{0, 1, ""} : Answer{516, 257, "Not able to acquire AEFX Suite."}));
+        Suites before;
+        for (std::size_t i = 0; i < missing; ++i)
+            before[group[i]] = 1;
+        EXPECT_EQ(asked.host.accounting().acquired_suites(), before);
+        EXPECT_THAT((std::array{suites.draw != nullptr, suites.supplier != nullptr, suites.surface != nullptr,
+                                suites.path != nullptr}),
+                    ElementsAre(missing > 0, missing > 1, missing > 2, missing > 3));
+        const auto release = [&] { return AEFX_ReleaseDrawbotSuites(&asked.in_data, &asked.out_data); };
+        EXPECT_EQ(AnswerOf(asked, release), (Answer{0, 1, ""}));
+        EXPECT_TRUE(asked.host.accounting().idle()) << "the group is given back";
+        EXPECT_EQ(asked.host.accounting().misuses().size(), std::size(group) - missing) << "and as a whole";
+        asked.in_data.pica_basicP = nullptr;
+        EXPECT_EQ(AnswerOf(asked, release), (Answer{0, 257, "Not able to release AEFX Suite."}));
     }
 }
 
-TEST(DrawbotSuites, EndsWithTheGroupGivenBackInOrder) {
-    FakeHost host;
-    EXPECT_EQ(AEFX_ReleaseDrawbotSuites(&host.in_data, &host.out_data), 0);
-    std::vector<std::string> released;
-    for (const std::string& suite : kDrawing)
-        released.push_back("release " + suite);
-    EXPECT_EQ(host.log, released);
-
-    host.in_data.pica_basicP = nullptr;
-    EXPECT_EQ(AEFX_ReleaseDrawbotSuites(&host.in_data, &host.out_data), 0);
-    EXPECT_THAT(host.out_data.return_msg, StrEq("Not able to release AEFX Suite."));
-    EXPECT_EQ(host.out_data.out_flags, 256);
-}
-
 TEST(DrawbotSuites, NullGroupIsRefusedWithItsOwnMessage) {
-    FakeHost host;
-    EXPECT_EQ(AEFX_AcquireDrawbotSuites(&host.in_data, &host.out_data, nullptr), 514);
-    EXPECT_THAT(host.out_data.return_msg, StrEq("NULL suite pointer passed to AEFX_AcquireDrawbotSuites"));
-    EXPECT_EQ(host.out_data.out_flags, 256);
-    EXPECT_THAT(host.log, IsEmpty());
+    HostedCall within;
+    const auto acquire = [&] {
+        return AEFX_AcquireDrawbotSuites(&within.in_data, &within.out_data, nullptr);
+    };
+    EXPECT_EQ(AnswerOf(within, acquire),
+              (Answer{514, 257, "NULL suite pointer passed to AEFX_AcquireDrawbotSuites"}));
+    EXPECT_TRUE(within.Tidy());
 }
 
 }  // namespace
-}  // namespace flumo
+}  // namespace flumo::test

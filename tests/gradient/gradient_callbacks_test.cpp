@@ -51,22 +51,6 @@ TEST_F(GradientCallbacks, AnswerTheirSelectorsAndTheirRefconAlone) {
     EXPECT_EQ(slot, nullptr);
 }
 
-TEST_F(GradientCallbacks, AValueLivesThroughAProject) {
-    const GradientStopMap stops = {{-0.25F, kRed}, {0.5F, {7, 2, 3, 4, 5}}, {1.5F, {}}};
-    const auto fresh = ArbitraryValue::fresh(effect_.host, effect_.Gradient());
-    EXPECT_EQ(StopsOf(fresh->handle()), WhiteGradient());
-    const auto original = effect_.NewValue(stops);
-    const auto copy = original->copy();
-    EXPECT_NE(&StopsOf(copy->handle()), &StopsOf(original->handle()));
-    const auto stored = ArbitraryValue::unflatten(effect_.host, effect_.Gradient(), copy->flatten());
-    EXPECT_EQ(StopsOf(stored->handle()), stops);
-    const auto between = ArbitraryValue::interpolate(*fresh, *stored, 1.0);
-    EXPECT_EQ(StopsOf(between->handle()).rbegin()->first, 1.5F) << "left and right are not swapped";
-    EXPECT_EQ(stored->compare(*original), PF_ArbCompare_EQUAL);
-    EXPECT_EQ(stored->compare(*fresh), PF_ArbCompare_NOT_EQUAL);
-    EXPECT_TRUE(effect_.Tidy());
-}
-
 TEST_F(GradientCallbacks, CopyLeavesAliasesAndNullsAlone) {
     const auto original = effect_.NewValue({{0.5F, kRed}});
     GradientHandle slot = original->handle();

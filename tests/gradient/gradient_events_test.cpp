@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -174,23 +173,6 @@ TEST(GradientEvents, RepaintingLeavesNothingOfWhatStoodThere) {
     editor.Draw();
     plain.Draw();
     EXPECT_EQ(editor.panel.rgba(), plain.panel.rgba());
-}
-
-TEST(GradientEvents, NeedAPixelLayoutThatIsPreferredAndSupported) {
-    Editor neither({{0, kRed}}, {.layout = host::PixelLayout::kNeither});
-    EXPECT_EQ(neither.Draw().error, PF_Err_OUT_OF_MEMORY);
-    Editor editor({{0, kRed}}, {.layout = host::PixelLayout::kArgb});
-    host::Faults& faults = editor.effect.host.faults();
-    faults.start_recording();
-    EXPECT_EQ(editor.Draw().error, 0);
-    const auto calls = faults.stop_recording();
-    const auto prefers = std::ranges::find(calls, host::Callback::kDrawbotPixelLayout);
-    // The question for support comes next; it is answered with no.
-    faults.fail(static_cast<uint64_t>(prefers - calls.begin()) + 1, host::FaultMode::kNull);
-    const EventOutcome outcome = editor.Draw();
-    EXPECT_EQ(outcome.error, PF_Err_OUT_OF_MEMORY);
-    EXPECT_FALSE(outcome.handled());
-    EXPECT_TRUE(editor.effect.Tidy());
 }
 
 TEST(GradientEvents, SmallAndForeignAreas) {

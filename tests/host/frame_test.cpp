@@ -2,9 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <thread>
-
 #include "host/instance.h"
 #include "tests/host/scripted_effect.h"
 
@@ -165,17 +162,6 @@ TEST_F(Frames, AskLayersForTheirFrameAndPassOnTheirErrors) {
     EXPECT_TRUE(host.accounting().idle());
 }
 
-TEST_F(Frames, StopWhenTheHostSaysSo) {
-    effect.on[PF_Cmd_SMART_RENDER] = [](EffectCall& call) { return call.in.inter.abort(call.in.effect_ref); };
-    EXPECT_NO_THROW(instance->render({.width = 4, .height = 4}));
-    try {
-        instance->render({.width = 4, .height = 4, .abort = [] { return PF_Interrupt_CANCEL; }});
-        FAIL();
-    } catch (const HostError& error) {
-        EXPECT_EQ(error.code(), PF_Interrupt_CANCEL);
-    }
-}
-
 TEST_F(Frames, PreRenderDataLivesAsLongAsTheFrame) {
     static int freed = 0;
     static int value = 0;
@@ -250,27 +236,6 @@ TEST(Iterate, CoversEveryPixelOnAnyNumberOfThreads) {
         effect.on[PF_Cmd_SMART_RENDER] = [](EffectCall& call) { return iterate_places(call, write_place); };
         EXPECT_THROW(instance->render({.width = 70, .height = 10, .depth = Depth::k8}), HostError);
     }
-}
-
-TEST_F(Frames, RenderOnManyThreadsAtOnce) {
-    auto other = host.new_instance();
-    std::atomic<int> wrong{0};
-    {
-        std::vector<std::jthread> threads;
-        for (int t = 0; t < 8; ++t) {
-            threads.emplace_back([&, t] {
-                World world;
-                for (int frame = 0; frame < 50; ++frame) {
-                    Instance& one = t % 2 ? *instance : *other;
-                    one.render({.width = 16 + t, .height = 9, .frame = frame}, world);
-                    wrong += world.rgba(15 + t, 8) != Rgba{1, 0, 0, 1};
-                }
-            });
-        }
-    }
-    EXPECT_EQ(wrong, 0);
-    EXPECT_TRUE(host.accounting().idle()) << host.accounting().describe();
-    EXPECT_THAT(host.accounting().misuses(), IsEmpty());
 }
 
 }  // namespace

@@ -118,63 +118,6 @@ TEST_F(Panels, FillStrokeAndScale) {
     EXPECT_THAT(host.accounting().misuses(), IsEmpty());
 }
 
-TEST_F(Panels, CurvesAndClosedPathsWind) {
-    draw({.width = 20, .height = 20}, [](Drawing& d) {
-        DRAWBOT_PathRef path = nullptr;
-        DRAWBOT_BrushRef brush = nullptr;
-        d.make->NewPath(d.supplier, &path);
-        d.make->NewBrush(d.supplier, &kRed, &brush);
-        const DRAWBOT_PointF32 first{2, 0}, second{18, 0}, end{18, 18};
-        d.path->MoveTo(path, 2, 18);
-        d.path->BezierTo(path, &first, &second, &end);
-        d.path->LineTo(path, 10, 18);
-        d.path->Close(path);
-        d.paint->FillPath(d.surface, brush, path, kDRAWBOT_FillType_Winding);
-        d.release(path);
-        d.release(brush);
-    });
-    EXPECT_THAT(pixel(10, 8), ElementsAre(255, 0, 0, 255)) << "under the arch";
-    EXPECT_THAT(pixel(3, 3), ElementsAre(0x23, 0x23, 0x23, 255)) << "above it, inside its hull";
-}
-
-TEST_F(Panels, TakeImagesInBothByteOrders) {
-    // Two rows of two pixels; the first picture has padding.
-    const uint8_t argb[] = {9, 255, 128, 0, 9, 0, 0, 255, 77, 77, 77, 77, 9, 0, 255, 0, 9, 1, 1, 1};
-    const uint8_t bgra[] = {0, 128, 255, 9, 255, 0, 0, 9, 0, 255, 0, 9, 1, 1, 1, 9};
-    const auto show = [&](const void* data, int rowbytes, DRAWBOT_PixelLayout layout) {
-        draw({.width = 8, .height = 4, .scale = 4}, [&](Drawing& d) {
-            DRAWBOT_ImageRef image = nullptr;
-            EXPECT_EQ(d.make->NewImageFromBuffer(d.supplier, 2, 2, rowbytes, layout, data, &image), 0);
-            const DRAWBOT_PointF32 origin{3, 2};
-            d.paint->DrawImage(d.surface, image, &origin, 1);
-            d.release(image);
-        });
-        EXPECT_THAT(pixel(13, 9), ElementsAre(255, 128, 0, 255));
-        EXPECT_THAT(pixel(18, 9), ElementsAre(0, 0, 255, 255));
-        EXPECT_THAT(pixel(13, 14), ElementsAre(0, 255, 0, 255));
-        EXPECT_THAT(pixel(11, 9), ElementsAre(0x23, 0x23, 0x23, 255));
-        EXPECT_THAT(pixel(20, 9), ElementsAre(0x23, 0x23, 0x23, 255));
-    };
-    show(argb, 12, kDRAWBOT_PixelLayout_32RGB);
-    show(bgra, 8, kDRAWBOT_PixelLayout_32BGR);
-}
-
-TEST_F(Panels, SayWhichByteOrderTheyTake) {
-    for (const PixelLayout layout : {PixelLayout::kArgb, PixelLayout::kBgra, PixelLayout::kNeither}) {
-        draw({.layout = layout}, [&](Drawing& d) {
-            DRAWBOT_Boolean prefers_argb = 9, prefers_bgra = 9, supports_argb = 9, supports_bgra = 9;
-            d.make->PrefersPixelLayoutARGB(d.supplier, &prefers_argb);
-            d.make->PrefersPixelLayoutBGRA(d.supplier, &prefers_bgra);
-            d.make->SupportsPixelLayoutARGB(d.supplier, &supports_argb);
-            d.make->SupportsPixelLayoutBGRA(d.supplier, &supports_bgra);
-            EXPECT_EQ(prefers_argb, layout == PixelLayout::kArgb);
-            EXPECT_EQ(supports_argb, prefers_argb);
-            EXPECT_EQ(prefers_bgra, layout == PixelLayout::kBgra);
-            EXPECT_EQ(supports_bgra, prefers_bgra);
-        });
-    }
-}
-
 TEST_F(Panels, CountObjectsAndRefuseStrangers) {
     draw({}, [](Drawing& d) {
         DRAWBOT_BrushRef brush = nullptr;
@@ -191,40 +134,6 @@ TEST_F(Panels, CountObjectsAndRefuseStrangers) {
     EXPECT_EQ(host.accounting().lent(Lent::kDrawbotObject), 1) << "retained once more than released";
     EXPECT_THAT(host.accounting().misuses(),
                 ElementsAre(HasSubstr("does not live"), HasSubstr("not this panel")));
-}
-
-TEST_F(Panels, OfferColoursAndAPicker) {
-    PickedColor answer;
-    PF_PixelFloat opened_with{}, result{};
-    PF_App_Color background{}, text{};
-    PF_Err status = 0;
-    effect.on[PF_Cmd_EVENT] = [&](EffectCall& call) -> PF_Err {
-        const auto* app = call.acquire<PFAppSuite4>(kPFAppSuite, kPFAppSuiteVersion4);
-        app->PF_AppGetBgColor(&background);
-        app->PF_AppGetColor(PF_App_Color_TEXT, &text);
-        const PF_PixelFloat sample{1, 0.25f, 0.5f, 0.75f};
-        status = app->PF_AppColorPickerDialog("Colour", &sample, false, &result);
-        call.release(kPFAppSuite, kPFAppSuiteVersion4);
-        return PF_Err_NONE;
-    };
-    Panel with_colours({.background = {1, 2, 3}, .text = {4, 5, 6}});
-    ControlEvents events(*instance, {.index = kNumber}, &with_colours);
-    events.draw();
-    EXPECT_EQ(status, PF_Interrupt_CANCEL) << "nobody answers";
-    EXPECT_EQ(background.blue, 3);
-    EXPECT_EQ(text.red, 4);
-    with_colours.color_picker = [&](const PF_PixelFloat& sample) {
-        opened_with = sample;
-        return answer;
-    };
-    for (const PF_Err given : {PF_Err_NONE, PF_Interrupt_CANCEL, PF_Err_OUT_OF_MEMORY}) {
-        answer = {given, {1, 0, 1, 0}};
-        result = {};
-        events.draw();
-        EXPECT_EQ(status, given);
-        EXPECT_EQ(result.green, given == PF_Err_NONE ? 1 : 0);
-    }
-    EXPECT_EQ(opened_with.red, 0.25f);
 }
 
 TEST_F(Panels, ClicksBecomeDragsWithTheSameWords) {

@@ -97,42 +97,6 @@ TEST_F(Sequences, ErrorsComeOutAndLeaveNothing) {
     EXPECT_THAT(log, ElementsAre("setdown"));
 }
 
-TEST(Globals, AreHandedBackUntilSetDown) {
-    ScriptedEffect effect;
-    std::vector<PF_Handle> found;
-    const Handler look = [&](EffectCall& call) -> PF_Err {
-        found.push_back(call.in.global_data);
-        return PF_Err_NONE;
-    };
-    effect.on[PF_Cmd_GLOBAL_SETUP] = [](EffectCall& call) -> PF_Err {
-        call.out.global_data = handle_with(call, "global");
-        call.out.out_flags2 = PF_OutFlag2_SUPPORTS_SMART_RENDER;
-        return PF_Err_NONE;
-    };
-    effect.on[PF_Cmd_SEQUENCE_SETUP] = look;
-    effect.on[PF_Cmd_GLOBAL_SETDOWN] = [&](EffectCall& call) -> PF_Err {
-        look(call);
-        call.in.utils->host_dispose_handle(call.in.global_data);
-        return PF_Err_NONE;
-    };
-    effect.on[PF_Cmd_ABOUT] = [](EffectCall& call) -> PF_Err {
-        call.in.utils->ansi.strcpy(call.out.return_msg, "Scripted 1.0");
-        return PF_Err_NONE;
-    };
-    Host host(effect.module);
-    for (int round = 0; round < 2; ++round) {
-        host.start();
-        host.new_instance();
-        host.global_setdown();
-        EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
-    }
-    ASSERT_EQ(found.size(), 4u);
-    EXPECT_NE(found[0], nullptr);
-    EXPECT_EQ(found[0], found[1]);
-    EXPECT_EQ(host.identity().flags2, PF_OutFlag2_SUPPORTS_SMART_RENDER);
-    EXPECT_EQ(host.about(), "Scripted 1.0");
-}
-
 TEST(Globals, ACountThatDoesNotMatchIsNoted) {
     ScriptedEffect effect;
     effect.on[PF_Cmd_PARAMS_SETUP] = [](EffectCall& call) -> PF_Err {

@@ -73,31 +73,30 @@ TEST_F(Contexts, LifeOfRootAndThreadContextKeepsItsOrder) {
 
 TEST_F(Contexts, HiddenWindowIsAsTheHostKnowsIt) {
     host_.start();
+    const auto [record, window, format] = spy::last_requests();
 
-    const WNDCLASSEXA record = spy::last_class();
-    EXPECT_EQ(record.cbSize, 80U);
-    EXPECT_EQ(record.style, 3U);
-    EXPECT_EQ(record.hInstance, GetModuleHandleA(nullptr)) << "the program, not the module";
-    EXPECT_EQ(record.hCursor, LoadCursorA(nullptr, MAKEINTRESOURCEA(32512)));
-    EXPECT_EQ(record.hbrBackground, static_cast<HBRUSH>(GetStockObject(4)));
-    EXPECT_TRUE(record.cbClsExtra == 0 && record.cbWndExtra == 0 && record.hIcon == nullptr &&
-                record.hIconSm == nullptr && record.lpszMenuName == nullptr);
+    WNDCLASSEXA wanted_class = {};
+    wanted_class.cbSize = 80;
+    wanted_class.style = 3;
+    wanted_class.lpfnWndProc = DefWindowProcA;
+    wanted_class.hInstance = GetModuleHandleA(nullptr);  // the program, not the module
+    wanted_class.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+    wanted_class.hbrBackground = static_cast<HBRUSH>(GetStockObject(4));
+    wanted_class.lpszClassName = record.lpszClassName;
+    EXPECT_EQ(std::memcmp(&record, &wanted_class, sizeof(record)), 0);
+    EXPECT_THAT(window, ElementsAre(0x40100, 0, 0, 0, 8, 8, 0, 0, 0, 0));
 
-    const PIXELFORMATDESCRIPTOR format = spy::last_format();
-    PIXELFORMATDESCRIPTOR wanted = {};
-    wanted.nSize = 40;
-    wanted.nVersion = 1;
-    wanted.dwFlags = 36;
-    wanted.cColorBits = 32;
-    wanted.cDepthBits = 8;
-    EXPECT_EQ(std::memcmp(&format, &wanted, sizeof(format)), 0);
+    PIXELFORMATDESCRIPTOR wanted_format = {};
+    wanted_format.nSize = 40;
+    wanted_format.nVersion = 1;
+    wanted_format.dwFlags = 36;
+    wanted_format.cColorBits = 32;
+    wanted_format.cDepthBits = 8;
+    EXPECT_EQ(std::memcmp(&format, &wanted_format, sizeof(format)), 0);
 
-    const spy::WindowRequest wanted_window = {
-        .ex_style = 0x40100, .width = 8, .height = 8, .title = "OpenGL-using FBOs in AE"};
-    EXPECT_TRUE(spy::last_window() == wanted_window);
-    const HWND window = FindWindowA("AESDK_OpenGL_Flumo_Win_Class0", nullptr);
-    ASSERT_NE(window, nullptr);
-    EXPECT_FALSE(IsWindowVisible(window));
+    const HWND made = FindWindowA("AESDK_OpenGL_Flumo_Win_Class0", "OpenGL-using FBOs in AE");
+    ASSERT_NE(made, nullptr);
+    EXPECT_FALSE(IsWindowVisible(made));
 }
 
 // A context of the host's own, on a window of its own, current on the calling thread while this lives.

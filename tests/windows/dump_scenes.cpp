@@ -1,4 +1,4 @@
-// Renders the scenes through the module of this platform and writes their pixels, for the other platform's
+// Renders the scenes through the module of this platform and writes their channels, for the other platform's
 // test to compare with. usage: dump_scenes MODULE FOLDER
 #include <cstdio>
 #include <exception>
@@ -9,18 +9,16 @@
 
 namespace {
 
-void write(const std::filesystem::path& path, const std::vector<std::byte>& bytes) {
-    std::ofstream file(path, std::ios::binary);
-    file.exceptions(std::ios::failbit | std::ios::badbit);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-}
-
 void dump(const char* module_path, const std::filesystem::path& folder) {
     const flumo::host::Module module(module_path);
     flumo::host::Host host(module);
     host.start();
     for (const auto& scene : flumo::tests::scenes()) {
-        write(folder / (scene.name + ".raw"), flumo::tests::picture_bytes(render_scene(host, scene)));
+        std::ofstream file(folder / (scene.name + ".raw"), std::ios::binary);
+        file.exceptions(std::ios::failbit | std::ios::badbit);
+        const auto frame = render_scene(host, scene);
+        file.write(reinterpret_cast<const char*>(frame.data()),
+                   static_cast<std::streamsize>(frame.size() * sizeof(float)));
     }
 }
 

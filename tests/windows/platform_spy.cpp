@@ -26,9 +26,7 @@ struct State {
     HGLRC root = nullptr;
     CreateAttribs create_attribs = nullptr;
     ExtensionsString extensions_string = nullptr;
-    WNDCLASSEXA last_class{};
-    PIXELFORMATDESCRIPTOR last_format{};
-    WindowRequest last_window{};
+    Requests last{};
     int live_contexts = 0;
     int wrong_shares = 0;
 };
@@ -72,7 +70,7 @@ bool must_fail(std::string_view call) {
 ATOM WINAPI register_class(const WNDCLASSEXA* record) {
     const Lock lock(state().mutex);
     note(std::string("RegisterClassExA ") + record->lpszClassName);
-    state().last_class = *record;
+    state().last.window_class = *record;
     return must_fail("RegisterClassExA") ? ATOM{0} : RegisterClassExA(record);
 }
 
@@ -86,7 +84,17 @@ HWND WINAPI create_window(DWORD ex_style, LPCSTR class_name, LPCSTR title, DWORD
                                  instance, parameter);
     }
     note("CreateWindowExA " + name_of_new('w', window));
-    state().last_window = {ex_style, style, x, y, width, height, parent, menu, instance, parameter, title};
+    const auto number = [](const void* handle) { return reinterpret_cast<std::intptr_t>(handle); };
+    state().last.window = {static_cast<std::intptr_t>(ex_style),
+                           static_cast<std::intptr_t>(style),
+                           x,
+                           y,
+                           width,
+                           height,
+                           number(parent),
+                           number(menu),
+                           number(instance),
+                           number(parameter)};
     return window;
 }
 
@@ -112,7 +120,7 @@ int WINAPI release_dc(HWND window, HDC dc) {
 int WINAPI choose_format(HDC dc, const PIXELFORMATDESCRIPTOR* format) {
     const Lock lock(state().mutex);
     note("ChoosePixelFormat " + name_of('d', dc));
-    state().last_format = *format;
+    state().last.format = *format;
     return must_fail("ChoosePixelFormat") ? 0 : ChoosePixelFormat(dc, format);
 }
 
@@ -122,15 +130,11 @@ BOOL WINAPI set_format(HDC dc, int chosen, const PIXELFORMATDESCRIPTOR* format) 
     return must_fail("SetPixelFormat") ? FALSE : SetPixelFormat(dc, chosen, format);
 }
 
-void count_context(HGLRC context) {
-    if (context != nullptr) ++state().live_contexts;
-}
-
 HGLRC WINAPI create_context(HDC dc) {
     const Lock lock(state().mutex);
     const HGLRC context = must_fail("wglCreateContext") ? nullptr : wglCreateContext(dc);
     state().root = context;
-    count_context(context);
+    state().live_contexts += context != nullptr;
     note("wglCreateContext " + name_of('d', dc) + " " + name_of_new('c', context));
     return context;
 }
@@ -147,7 +151,7 @@ HGLRC WINAPI create_attribs(HDC dc, HGLRC share, const int* attributes) {
     const HGLRC partner = share != nullptr ? share : state().root;
     const HGLRC context =
         must_fail("wglCreateContextAttribsARB") ? nullptr : state().create_attribs(dc, partner, attributes);
-    count_context(context);
+    state().live_contexts += context != nullptr;
     if (context != nullptr) state().partner[context] = partner;
     note("wglCreateContextAttribsARB " + name_of('d', dc) + " " + name_of('c', share) + text_of(attributes) +
          " " + name_of_new('c', context));
@@ -215,8 +219,8 @@ PROC WINAPI get_proc(LPCSTR name) {
 }
 
 template <typename Function>
-void redirect(HMODULE module, const char* library, const char* name, Function replacement) {
-    ULONGLONG& slot = import_slot(module, library, name);
+void redirect(HMODULE module, const char* name, Function replacement) {
+    ULONGLONG& slot = import_slot(module, name);
     DWORD before = 0;
     VirtualProtect(&slot, sizeof(slot), PAGE_READWRITE, &before);
     slot = reinterpret_cast<ULONGLONG>(replacement);
@@ -226,18 +230,18 @@ void redirect(HMODULE module, const char* library, const char* name, Function re
 }  // namespace
 
 void install(HMODULE module) {
-    redirect(module, "user32.dll", "RegisterClassExA", register_class);
-    redirect(module, "user32.dll", "CreateWindowExA", create_window);
-    redirect(module, "user32.dll", "UnregisterClassA", unregister_class);
-    redirect(module, "user32.dll", "GetDC", get_dc);
-    redirect(module, "user32.dll", "ReleaseDC", release_dc);
-    redirect(module, "gdi32.dll", "ChoosePixelFormat", choose_format);
-    redirect(module, "gdi32.dll", "SetPixelFormat", set_format);
-    redirect(module, "opengl32.dll", "wglCreateContext", create_context);
-    redirect(module, "opengl32.dll", "wglMakeCurrent", make_current);
-    redirect(module, "opengl32.dll", "wglDeleteContext", delete_context);
-    redirect(module, "opengl32.dll", "wglShareLists", share_lists);
-    redirect(module, "opengl32.dll", "wglGetProcAddress", get_proc);
+    redirect(module, "RegisterClassExA", register_class);
+    redirect(module, "CreateWindowExA", create_window);
+    redirect(module, "UnregisterClassA", unregister_class);
+    redirect(module, "GetDC", get_dc);
+    redirect(module, "ReleaseDC", release_dc);
+    redirect(module, "ChoosePixelFormat", choose_format);
+    redirect(module, "SetPixelFormat", set_format);
+    redirect(module, "wglCreateContext", create_context);
+    redirect(module, "wglMakeCurrent", make_current);
+    redirect(module, "wglDeleteContext", delete_context);
+    redirect(module, "wglShareLists", share_lists);
+    redirect(module, "wglGetProcAddress", get_proc);
 }
 
 std::vector<std::string> calls() {
@@ -260,19 +264,9 @@ void hide_extension(std::string_view name) {
     state().hidden.emplace_back(name);
 }
 
-WNDCLASSEXA last_class() {
+Requests last_requests() {
     const Lock lock(state().mutex);
-    return state().last_class;
-}
-
-WindowRequest last_window() {
-    const Lock lock(state().mutex);
-    return state().last_window;
-}
-
-PIXELFORMATDESCRIPTOR last_format() {
-    const Lock lock(state().mutex);
-    return state().last_format;
+    return state().last;
 }
 
 int live_contexts() {

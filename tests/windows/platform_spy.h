@@ -10,6 +10,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,28 +31,14 @@ void fail_next(std::string_view call);
 /// Hides an extension from the list of the device context, for the rest of the process.
 void hide_extension(std::string_view name);
 
-/// The record of the class that was registered last; its texts are not kept.
-WNDCLASSEXA last_class();
-/// What a window was asked for with, beside its class.
-struct WindowRequest {
-    DWORD ex_style = 0;
-    DWORD style = 0;
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    HWND parent = nullptr;
-    HMENU menu = nullptr;
-    HINSTANCE instance = nullptr;
-    void* parameter = nullptr;
-    std::string title = {};
-    bool operator==(const WindowRequest&) const = default;
+/// What was asked for last. Texts in the class are the module's.
+struct Requests {
+    WNDCLASSEXA window_class;
+    /// Of the window, all but class and title, in the order of CreateWindowExA's arguments.
+    std::vector<std::intptr_t> window;
+    PIXELFORMATDESCRIPTOR format;
 };
-/// The window that was asked for last.
-WindowRequest last_window();
-
-/// Format that was asked for last.
-PIXELFORMATDESCRIPTOR last_format();
+Requests last_requests();
 
 /// Contexts that were made and not deleted.
 int live_contexts();

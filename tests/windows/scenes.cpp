@@ -1,8 +1,9 @@
 #include "tests/windows/scenes.h"
 
+#include <bit>
 #include <cstdint>
-#include <cstring>
 #include <memory>
+#include <span>
 
 namespace flumo::tests {
 
@@ -13,8 +14,6 @@ using enum Section;
 int index_of(Section section) {
     return static_cast<int>(section) + 1;
 }
-
-constexpr double kFluid = 1, kVoronoi = 2, kSmoke = 3, kWorley = 4;
 
 // Ramps and a checkerboard, different for each `seed`, opaque at the left and thinner to the right.
 host::Layer test_picture(int width, int height, host::Depth depth, int seed) {
@@ -31,29 +30,19 @@ host::Layer test_picture(int width, int height, host::Depth depth, int seed) {
     return world;
 }
 
-struct StoredStop {
-    float position;
-    std::int32_t kind;
-    float r, g, b, a;
-};
-
-std::vector<std::byte> stored_gradient() {
-    constexpr StoredStop kStops[] = {{0, 1, 0, 0.125F, 0.5F, 1},
-                                     {0.25F, 0, 0.75F, 0.25F, 0, 1},
-                                     {0.5F, 2, 1, 0.875F, 0.25F, 0.5F},
-                                     {0.75F, 1, 0.25F, 1, 0.5F, 1},
-                                     {1, 1, 1, 1, 1, 0.75F}};
-    constexpr std::int32_t kCount = std::size(kStops);
-    std::vector<std::byte> bytes(sizeof(kCount) + sizeof(kStops));
-    std::memcpy(bytes.data(), &kCount, sizeof(kCount));
-    std::memcpy(bytes.data() + sizeof(kCount), kStops, sizeof(kStops));
-    return bytes;
-}
-
 void set_gradients(host::Host& host, host::Instance& instance) {
+    constexpr auto kWhole = [](std::int32_t number) { return std::bit_cast<float>(number); };
+    // A count, then position, kind, red, green, blue and alpha of each stop.
+    constexpr float kStored[] = {kWhole(5),                                         //
+                                 0,         kWhole(1), 0,     0.125F, 0.5F,  1,     //
+                                 0.25F,     kWhole(0), 0.75F, 0.25F,  0,     1,     //
+                                 0.5F,      kWhole(2), 1,     0.875F, 0.25F, 0.5F,  //
+                                 0.75F,     kWhole(1), 0.25F, 1,      0.5F,  1,     //
+                                 1,         kWhole(1), 1,     1,      1,     0.75F};
     for (const Section section : {Gradient, LinesGradient}) {
         const int index = index_of(section);
-        instance.set(index, host::ArbitraryValue::unflatten(host, host.control(index), stored_gradient()));
+        instance.set(index, host::ArbitraryValue::unflatten(host, host.control(index),
+                                                            std::as_bytes(std::span(kStored))));
     }
 }
 
@@ -70,33 +59,31 @@ void set_layers(host::Instance& instance, const Scene& scene, host::FrameRequest
 const std::vector<Scene>& scenes() {
     using enum host::Depth;
     static const std::vector<Scene> all = {
-        {.name = "default", .depth = k8},
-        {.name = "fluid", .depth = k32, .settings = {{NoiseType, kFluid}, {Evolution, 37}, {Scale, 60}}},
-        {.name = "voronoi", .depth = k16, .settings = {{NoiseType, kVoronoi}, {Evolution, 12}, {Speed, 80}}},
-        {.name = "smoke", .depth = k32, .settings = {{NoiseType, kSmoke}, {Complexity, 6}, {Scale, 40}}},
-        {.name = "worley", .depth = k16, .settings = {{NoiseType, kWorley}, {Complexity, 3}, {Evolution, 5}}},
-        {.name = "cropped",
-         .depth = k8,
-         .settings = {{NoiseBottomCroppingEnabled, 1},
-                      {NoiseBottomCroppingThreshold, 40},
-                      {NoiseBottomCroppingFeather, 10}}},
-        {.name = "gradient", .depth = k32, .settings = {{NoiseGradientScale, 150}}, .gradient = true},
-        {.name = "lines",
-         .depth = k32,
-         .settings = {{LinesVisible, 1}, {LinesCount, 7}, {LinesRandomize, 1}, {LinesAlphaThreshold, 20}},
-         .gradient = true},
-        {.name = "odd-size", .depth = k16, .width = 61, .height = 33, .settings = {{LinesVisible, 1}}},
-        {.name = "layer-gradient", .depth = k8, .settings = {{ColorizeMode, 2}}, .layers = true},
-        {.name = "reflection",
-         .depth = k32,
-         .settings = {{ColorizeMode, 3}, {ReflectionScale, 1.5}},
-         .layers = true},
-        {.name = "refraction", .depth = k16, .settings = {{ColorizeMode, 4}}, .layers = true},
+        {"default", k8},
+        {"fluid", k32, {{NoiseType, 1}, {Evolution, 37}, {Scale, 60}}},
+        {"voronoi", k16, {{NoiseType, 2}, {Evolution, 12}, {Speed, 80}}},
+        {"smoke", k32, {{NoiseType, 3}, {Complexity, 6}, {Scale, 40}}},
+        {"worley", k16, {{NoiseType, 4}, {Complexity, 3}, {Evolution, 5}}},
+        {"cropped",
+         k8,
+         {{NoiseBottomCroppingEnabled, 1},
+          {NoiseBottomCroppingThreshold, 40},
+          {NoiseBottomCroppingFeather, 10}}},
+        {"gradient", k32, {{NoiseGradientScale, 150}}, false, true},
+        {"lines",
+         k32,
+         {{LinesVisible, 1}, {LinesCount, 7}, {LinesRandomize, 1}, {LinesAlphaThreshold, 20}},
+         false,
+         true},
+        {"odd-size", k16, {{LinesVisible, 1}}, false, false, 61, 33},
+        {"layer-gradient", k8, {{ColorizeMode, 2}}, true},
+        {"reflection", k32, {{ColorizeMode, 3}, {ReflectionScale, 1.5}}, true},
+        {"refraction", k16, {{ColorizeMode, 4}}, true},
     };
     return all;
 }
 
-host::World render_scene(host::Host& host, const Scene& scene) {
+std::vector<float> render_scene(host::Host& host, const Scene& scene) {
     const auto instance = host.new_instance();
     host::FrameRequest request;
     request.width = scene.width;
@@ -107,16 +94,15 @@ host::World render_scene(host::Host& host, const Scene& scene) {
         instance->set(index_of(section), value);
     if (scene.gradient) set_gradients(host, *instance);
     if (scene.layers) set_layers(*instance, scene, request);
-    return instance->render(request);
+    return channels(instance->render(request));
 }
 
-std::vector<std::byte> picture_bytes(const host::World& world) {
-    std::vector<std::byte> bytes;
-    for (int y = 0; y < world.height(); ++y) {
-        const auto row = world.row(y);
-        bytes.insert(bytes.end(), row.begin(), row.end());
-    }
-    return bytes;
+std::vector<float> channels(const host::World& world) {
+    const auto row_length = static_cast<std::size_t>(4 * world.width());
+    std::vector<float> all(row_length * static_cast<std::size_t>(world.height()));
+    for (int y = 0; y < world.height(); ++y)
+        world.read_row(y, std::span(all).subspan(static_cast<std::size_t>(y) * row_length, row_length));
+    return all;
 }
 
 }  // namespace flumo::tests

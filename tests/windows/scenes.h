@@ -2,7 +2,6 @@
 // so that both sides give the effect the same bits.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,21 +14,22 @@ namespace flumo::tests {
 struct Scene {
     std::string name;
     host::Depth depth = host::Depth::k8;
-    int width = 96;
-    int height = 54;
     std::vector<std::pair<Section, double>> settings = {};
     /// Test pictures in the input and the three layers.
     bool layers = false;
     /// A gradient with stops of every kind instead of the default one.
     bool gradient = false;
+    int width = 96;
+    int height = 54;
 };
 
 const std::vector<Scene>& scenes();
 
-/// Sets the scene's controls on a fresh instance of the host and renders its one frame. Throws HostError.
-host::World render_scene(host::Host& host, const Scene& scene);
+/// Sets the scene's controls on a fresh instance of the host and renders its one frame: its channels, row by
+/// row, 1 at full scale. Throws HostError.
+std::vector<float> render_scene(host::Host& host, const Scene& scene);
 
-/// The frame's rows without their padding, in the host's channel order.
-std::vector<std::byte> picture_bytes(const host::World& world);
+/// The channels of a frame. Every depth's numbers have a float of their own.
+std::vector<float> channels(const host::World& world);
 
 }  // namespace flumo::tests

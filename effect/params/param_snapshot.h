@@ -85,7 +85,7 @@ struct ParamSnapshot {
     /// Not owned; set before the snapshot is taken.
     PF_InData* in_data = nullptr;
     /// One slot for each control that was read, in reading order.
-    std::vector<PF_ParamDef> checkedOut;
+    std::vector<PF_ParamDef> checkedOut{};
     /// Places of the layers in checkedOut, which may move its slots while it grows; -1 for a layer that
     /// could not be checked out.
     A_long layer1Slot = 0;

@@ -1,0 +1,196 @@
+// What the host is asked for a frame, and where and when it arrives.
+#include <EGL/egl.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+
+#include "effect/render/smart_pre_render.h"
+#include "effect/render/smart_render.h"
+#include "tests/image/looks.h"
+
+namespace flumo::test {
+namespace {
+
+using host::Callback;
+using host::Depth;
+using host::FrameRequest;
+using host::World;
+using Rect = std::array<A_long, 4>;
+
+constexpr Depth kDepths[] = {Depth::k8, Depth::k16, Depth::k32};
+constexpr std::byte kUntouched{0xA5};
+
+/// What a frame makes of a world of this size that the host hands out in place of the announced one.
+World delivered_into(const FrameRequest& request, int width, int height) {
+    World world(
+        {.width = width, .height = height, .depth = request.depth, .row_padding = request.row_padding});
+    world.fill_bytes(kUntouched);
+    FrameRequest other = request;
+    other.output_rect = PF_LRect{0, 0, width, height};
+    instance_of(fluid())->render(other, world);
+    EXPECT_TRUE(world.guards_intact());
+    return world;
+}
+
+// The rest of a larger world stays as it is, and so does what lies behind the rows.
+TEST(Delivery, OtherWorldsGetTheTopLeftPart) {
+    for (const Depth depth : kDepths) {
+        const FrameRequest request{.width = 12, .height = 8, .depth = depth};
+        const World full = shoot({fluid(), request});
+        for (const auto& [width, height] : {std::pair(12, 8), {7, 3}, {20, 13}}) {
+            const World part = delivered_into(request, width, height);
+            const size_t bytes = static_cast<size_t>(std::min(width, 12)) * host::pixel_size(depth);
+            for (int y = 0; y < height; ++y) {
+                const auto row = part.row(y);
+                const bool drawn = y < 8;
+                EXPECT_TRUE(!drawn || std::equal(row.begin(), row.begin() + static_cast<ptrdiff_t>(bytes),
+                                                 full.row(y).begin()))
+                    << width << " x " << height << ", row " << y;
+                EXPECT_TRUE(std::all_of(row.begin() + static_cast<ptrdiff_t>(drawn ? bytes : 0), row.end(),
+                                        [](std::byte byte) { return byte == kUntouched; }))
+                    << width << " x " << height << ", row " << y;
+            }
+        }
+    }
+}
+
+// Sizes are cut to 16 bits: of 65537 columns one is drawn, of 65536 none can be.
+TEST(Delivery, SizesAreCutToSixteenBits) {
+    for (const Depth depth : kDepths) {
+        const World world = delivered_into({.width = 65537, .height = 1, .depth = depth}, 65537, 1);
+        const auto row = world.row(0);
+        EXPECT_EQ(static_cast<size_t>(std::ranges::count(row, kUntouched)),
+                  row.size() - host::pixel_size(depth));
+    }
+    try {
+        instance_of({})->render({.width = 65536, .height = 1});
+        FAIL() << "a frame of no width";
+    } catch (const host::HostError& error) {
+        EXPECT_EQ(error.code(), PF_Err_OUT_OF_MEMORY);
+    }
+    shoot({{}, {.width = 3, .height = 2}});
+}
+
+// The user's wish to stop is asked for once, with the caller's context back, and not after a failure. It is
+// the answer, whatever fails behind it.
+TEST(Delivery, FirstErrorWins) {
+    const auto instance = instance_of({});
+    host::Faults& faults = studio_host().faults();
+    int asked = 0;
+    const auto result = [&](PF_Err answer) {
+        asked = 0;
+        FrameRequest request{.width = 3, .height = 2};
+        request.abort = [&asked, answer] {
+            ++asked;
+            EXPECT_EQ(eglGetCurrentContext(), EGL_NO_CONTEXT);
+            return answer;
+        };
+        try {
+            instance->render(request);
+            return PF_Err_NONE;
+        } catch (const host::HostError& error) {
+            return error.code();
+        }
+    };
+    EXPECT_EQ(result(PF_Err_NONE), PF_Err_NONE);
+    EXPECT_EQ(asked, 1);
+    faults.fail_every(Callback::kCheckinLayerPixels, host::FaultMode::kErrorWithResult, 45);
+    EXPECT_EQ(result(PF_Err_NONE), 45);
+    EXPECT_EQ(result(PF_Interrupt_CANCEL), PF_Interrupt_CANCEL);
+    faults.fail_every(Callback::kGetPixelFormat, host::FaultMode::kError, 46);
+    EXPECT_EQ(result(PF_Interrupt_CANCEL), 46);
+    EXPECT_EQ(asked, 0);
+    faults.clear();
+    EXPECT_TRUE(studio_host().accounting().idle()) << studio_host().accounting().describe();
+}
+
+TEST(Delivery, HostWithoutABasicSuiteIsToldSo) {
+    PF_UtilCallbacks utils{};
+    utils.ansi.sprintf = std::sprintf;
+    PF_InData in{};
+    in.utils = &utils;
+    in.inter.checkout_param = [](auto...) -> PF_Err { return PF_Err_NONE; };
+    in.inter.checkin_param = [](auto...) -> PF_Err { return PF_Err_NONE; };
+    PF_SmartRenderCallbacks callbacks{};
+    callbacks.checkin_layer_pixels = [](auto...) -> PF_Err { return PF_Err_NONE; };
+    PF_SmartRenderExtra extra{nullptr, &callbacks};
+    PF_OutData out{};
+    EXPECT_EQ(SmartRender(&in, &out, &extra), 516);
+    EXPECT_STREQ(out.return_msg, "Couldn't release suite.");
+}
+
+Rect edges(const PF_LRect& rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+TEST(PreRender, UnitesRectangles) {
+    struct Row {
+        PF_LRect source, destination;
+        Rect wanted;
+    };
+    const Row rows[] = {
+        {{0, 0, 10, 10}, {5, -5, 20, 8}, {0, -5, 20, 10}},
+        {{100, 200, 110, 210}, {-10, -20, 0, 0}, {-10, -20, 110, 210}},
+        {{2, 2, 3, 3}, {0, 0, 9, 9}, {0, 0, 9, 9}},
+        // Nothing on one side leaves the other, whatever the empty one's edges are.
+        {{2, 3, 4, 5}, {7, 7, 7, 9}, {2, 3, 4, 5}},
+        {{2, 3, 4, 5}, {0, 9, 9, 0}, {2, 3, 4, 5}},
+        {{5, 5, 5, 50}, {0, 0, 9, 9}, {0, 0, 9, 9}},
+        {{-5, 5, 50, 5}, {0, 0, 9, 9}, {0, 0, 9, 9}},
+        {{8, 1, 2, 3}, {0, 0, 0, 0}, {8, 1, 2, 3}},
+    };
+    for (const Row& row : rows) {
+        PF_LRect destination = row.destination;
+        UnionLRect(row.source, destination);
+        EXPECT_EQ(edges(destination), row.wanted);
+    }
+}
+
+// One question, about the effect's own layer at this time, under the request as it came; both rectangles of
+// the answer go into the result, each on its own.
+TEST(PreRender, AsksForItsOwnLayerNow) {
+    struct Asked {
+        PF_ParamIndex index = -1;
+        A_long id = -1, time = 0, step = 0;
+        A_u_long scale = 0;
+        PF_RenderRequest request{};
+        PF_Err answer = PF_Err_NONE;
+    } asked;
+    PF_InData in{};
+    in.effect_ref = reinterpret_cast<PF_ProgPtr>(&asked);
+    in.current_time = 100;
+    in.time_step = -25;
+    in.time_scale = 3'000'000'000;
+    PF_PreRenderCallbacks callbacks{};
+    callbacks.checkout_layer = [](PF_ProgPtr ref, PF_ParamIndex index, A_long id,
+                                  const PF_RenderRequest* request, A_long time, A_long step, A_u_long scale,
+                                  PF_CheckoutResult* result) -> PF_Err {
+        auto& it = *reinterpret_cast<Asked*>(ref);
+        it = {index, id, time, step, scale, *request, it.answer};
+        result->result_rect = {5, 5, 5, 5};
+        result->max_result_rect = {0, 0, 50, 60};
+        return it.answer;
+    };
+    PF_PreRenderInput input{};
+    std::memset(&input.output_request, 0x5A, sizeof input.output_request);
+    PF_PreRenderOutput output{};
+    output.result_rect = {2, 2, 9, 9};
+    PF_PreRenderExtra extra{&input, &output, &callbacks};
+    asked.answer = 513;
+    EXPECT_EQ(SmartPreRender(&in, &extra), 513);
+    EXPECT_EQ(edges(output.max_result_rect), (Rect{0, 0, 0, 0})) << "a failure touches nothing";
+    asked.answer = PF_Err_NONE;
+    EXPECT_EQ(SmartPreRender(&in, &extra), PF_Err_NONE);
+    EXPECT_THAT((std::array{asked.index, asked.id, asked.time, asked.step}),
+                testing::ElementsAre(0, 0, 100, -25));
+    EXPECT_EQ(asked.scale, 3'000'000'000);
+    EXPECT_EQ(std::memcmp(&asked.request, &input.output_request, sizeof asked.request), 0);
+    EXPECT_EQ(edges(output.result_rect), (Rect{2, 2, 9, 9}));
+    EXPECT_EQ(edges(output.max_result_rect), (Rect{0, 0, 50, 60}));
+}
+
+}  // namespace
+}  // namespace flumo::test

@@ -3,6 +3,7 @@
 #include <OpenEXR/ImfChannelList.h>
 #include <OpenEXR/ImfFrameBuffer.h>
 #include <OpenEXR/ImfHeader.h>
+#include <OpenEXR/ImfIO.h>
 #include <OpenEXR/ImfInputFile.h>
 #include <OpenEXR/ImfOutputFile.h>
 #include <OpenEXR/ImfRational.h>
@@ -12,13 +13,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
 
 namespace flumo::cli {
 namespace {
 
-constexpr int64_t kMostPixels = int64_t{1} << 28;
 constexpr const char* kSceneAttribute = "flumoScene";
 
 using ChannelNames = std::array<const char*, 4>;
@@ -48,9 +52,10 @@ int64_t pixel_count(const Imath::Box2i& window) {
     return (int64_t{window.max.x} - window.min.x + 1) * (int64_t{window.max.y} - window.min.y + 1);
 }
 
-void require_reasonable(const Imath::Box2i& window) {
+void require_reasonable(const Imath::Box2i& window, size_t file_bytes) {
     if (window.isEmpty()) throw std::runtime_error("the picture is empty");
-    if (pixel_count(window) > kMostPixels) throw std::runtime_error("the picture is too large");
+    require_plausible_size(static_cast<size_t>(int64_t{window.max.x} - window.min.x + 1),
+                           static_cast<size_t>(int64_t{window.max.y} - window.min.y + 1), file_bytes);
 }
 
 // A file of luminance alone names one channel for all three colours.
@@ -103,10 +108,43 @@ Imf::Header header_of(const Picture& picture, const ExrNotes& notes) {
     return header;
 }
 
+// The library's own stream tells nothing of what fails when its file closes: the table of lines, which is
+// written then, and what the buffer still holds.
+class CheckedStream : public Imf::OStream {
+  public:
+    explicit CheckedStream(const std::filesystem::path& path)
+        : OStream(path.c_str()), file_(std::fopen(path.c_str(), "wb"), std::fclose) {
+        if (!file_) fail();
+    }
+
+    void write(const char* bytes, int count) override {
+        const auto size = static_cast<size_t>(count);
+        if (std::fwrite(bytes, 1, size, file_.get()) != size) fail();
+    }
+    uint64_t tellp() override { return static_cast<uint64_t>(std::ftell(file_.get())); }
+    void seekp(uint64_t position) override {
+        if (std::fseek(file_.get(), static_cast<long>(position), SEEK_SET) != 0) fail();
+    }
+
+    /// Once the library is done. Throws what it kept to itself.
+    void close() {
+        if (std::fclose(file_.release()) != 0 && error_ == 0) error_ = errno;
+        if (error_ != 0) throw std::runtime_error(std::strerror(error_));
+    }
+
+  private:
+    [[noreturn]] void fail() {
+        error_ = errno;
+        throw std::runtime_error(std::strerror(error_));
+    }
+
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    int error_ = 0;
+};
+
 template <typename Sample>
-void write_samples(const std::filesystem::path& path, const Imf::Header& header,
-                   const std::vector<Sample>& samples) {
-    Imf::OutputFile file(path.c_str(), header);
+void write_samples(Imf::OStream& stream, const Imf::Header& header, const std::vector<Sample>& samples) {
+    Imf::OutputFile file(stream, header);
     const Imath::Box2i& window = header.dataWindow();
     // The library's slices are mutable for the sake of reading; writing leaves them alone.
     file.setFrameBuffer(frame_buffer(const_cast<Sample*>(samples.data()), window, kColourNames));
@@ -123,8 +161,10 @@ Picture read_exr(const std::filesystem::path& path) {
     Imf::InputFile file(path.c_str());
     const Imath::Box2i data = file.header().dataWindow();
     const Imath::Box2i display = file.header().displayWindow();
-    require_reasonable(data);
-    require_reasonable(display);
+    const auto bytes = static_cast<size_t>(std::filesystem::file_size(path));
+    require_reasonable(data, bytes);
+    require_reasonable(display, bytes);
+    if (!file.isComplete()) throw std::runtime_error("the file ends too early");
     return {static_cast<size_t>(display.size().x + 1), static_cast<size_t>(display.size().y + 1),
             reframe(read_window(file, data), data, display)};
 }
@@ -132,11 +172,13 @@ Picture read_exr(const std::filesystem::path& path) {
 void write_exr(const std::filesystem::path& path, const Picture& picture, const ExrNotes& notes) {
     const auto& samples = std::get<std::vector<float>>(picture.samples);
     const Imf::Header header = header_of(picture, notes);
+    CheckedStream stream(path);
     if (notes.type == ExrType::kFloat) {
-        write_samples(path, header, samples);
+        write_samples(stream, header, samples);
     } else {
-        write_samples(path, header, std::vector<half>(samples.begin(), samples.end()));
+        write_samples(stream, header, std::vector<half>(samples.begin(), samples.end()));
     }
+    stream.close();
 }
 
 ExrNotes read_exr_notes(const std::filesystem::path& path) {

@@ -10,6 +10,10 @@
 namespace flumo::cli {
 namespace {
 
+// A device or a pipe may never end.
+constexpr size_t kMostPictureBytes = size_t{4} << 30;
+constexpr size_t kMostTextBytes = size_t{64} << 20;
+
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 Failure cannot_read(const std::filesystem::path& path) {
@@ -33,11 +37,14 @@ size_t append(std::FILE* file, Container& contents, size_t count) {
 }
 
 template <typename Container>
-Container read_all(const std::filesystem::path& path) {
+Container read_all(const std::filesystem::path& path, size_t most) {
     constexpr size_t kChunk = size_t{1} << 20;
     const File file = open_file(path);
     Container contents;
     while (append(file.get(), contents, kChunk) == kChunk) {
+        if (contents.size() > most)
+            throw input_failure("cannot read \"" + path.string() + "\": it is too large; expected at most " +
+                                std::to_string(most / kChunk) + " MiB");
     }
     if (std::ferror(file.get()) != 0) throw cannot_read(path);
     return contents;
@@ -46,7 +53,7 @@ Container read_all(const std::filesystem::path& path) {
 }  // namespace
 
 std::vector<uint8_t> read_file(const std::filesystem::path& path) {
-    return read_all<std::vector<uint8_t>>(path);
+    return read_all<std::vector<uint8_t>>(path, kMostPictureBytes);
 }
 
 std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t count) {
@@ -58,7 +65,7 @@ std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t c
 }
 
 std::string read_text_file(const std::filesystem::path& path) {
-    return read_all<std::string>(path);
+    return read_all<std::string>(path, kMostTextBytes);
 }
 
 }  // namespace flumo::cli

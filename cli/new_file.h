@@ -9,7 +9,8 @@ namespace flumo::cli {
 enum class Existing { kReplace, kKeep };
 
 /// A file in the making: written under a temporary name in the folder of its target, and given the
-/// target's name by commit(). A file that is not committed leaves no trace.
+/// target's name by commit(). A file that is not committed leaves no trace; what a killed process left behind
+/// is taken up by the next one that writes the same target.
 class NewFile {
   public:
     /// Creates the empty temporary file. Throws Failure (unwritable output), naming the target.
@@ -28,6 +29,7 @@ class NewFile {
     std::filesystem::path target_;
     std::filesystem::path temporary_;
     Existing existing_;
+    int file_ = -1;  ///< the temporary one, locked as long as it is written
     bool committed_ = false;
 };
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
+#include <string>
 #include <type_traits>
 
 namespace flumo::cli {
@@ -47,6 +49,17 @@ void change_colours(Picture& picture, Change change) {
 }
 
 }  // namespace
+
+void require_plausible_size(size_t width, size_t height, size_t file_bytes) {
+    constexpr size_t kMostPixels = size_t{1} << 28;
+    constexpr size_t kMostPixelsInAByte = size_t{1} << 16;
+    if (width > kMostPixels || height > kMostPixels || width * height > kMostPixels)
+        throw std::runtime_error("the picture is too large");
+    if (width * height / kMostPixelsInAByte > file_bytes)
+        throw std::runtime_error("its header promises " + std::to_string(width) + "x" +
+                                 std::to_string(height) + " pixels, which " + std::to_string(file_bytes) +
+                                 " bytes cannot hold");
+}
 
 Picture to_8_bit(const Picture& picture) {
     return convert<uint8_t>(picture);

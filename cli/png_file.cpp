@@ -2,6 +2,7 @@
 
 #include <png.h>
 
+#include <cerrno>
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
@@ -12,7 +13,6 @@
 namespace flumo::cli {
 namespace {
 
-constexpr size_t kMostPixels = size_t{1} << 28;
 constexpr int kSignatureSize = 8;
 
 struct PngError {
@@ -103,12 +103,19 @@ void prefer_speed(png_structp png) {
     png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
 }
 
+void put_bytes(png_structp png, png_bytep bytes, size_t count) {
+    auto* const file = static_cast<std::FILE*>(png_get_io_ptr(png));
+    if (std::fwrite(bytes, 1, count, file) != count) png_error(png, std::strerror(errno));
+}
+
+void leave_in_buffer(png_structp) {}
+
 template <typename Sample>
 void write_rows(const Writer& writer, std::FILE* file, const Picture& picture, const Sample* samples) {
     const auto width = static_cast<png_uint_32>(picture.width);
     const auto height = static_cast<png_uint_32>(picture.height);
     guarded(writer.png, writer.error, [&] {
-        png_init_io(writer.png, file);
+        png_set_write_fn(writer.png, file, put_bytes, leave_in_buffer);
         png_set_IHDR(writer.png, writer.info, width, height, int{sizeof(Sample)} * 8,
                      PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                      PNG_FILTER_TYPE_DEFAULT);
@@ -145,7 +152,7 @@ Picture decode_png(std::span<const uint8_t> bytes) {
     read_header(reader, rest);
     const size_t width = png_get_image_width(reader.png, reader.info);
     const size_t height = png_get_image_height(reader.png, reader.info);
-    if (width * height > kMostPixels) throw std::runtime_error("the picture is too large");
+    require_plausible_size(width, height, bytes.size());
     Picture picture{width, height, {}};
     if (png_get_bit_depth(reader.png, reader.info) == 16) {
         picture.samples = read_samples<uint16_t>(reader, width, height);
@@ -156,10 +163,11 @@ Picture decode_png(std::span<const uint8_t> bytes) {
 }
 
 void write_png(const std::filesystem::path& path, const Picture& picture) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> closer(std::fopen(path.c_str(), "wb"), std::fclose);
-    if (!closer) throw std::runtime_error(std::strerror(errno));
-    std::visit([&](const auto& samples) { write_samples(closer.get(), picture, samples); }, picture.samples);
-    if (std::fflush(closer.get()) != 0) throw std::runtime_error(std::strerror(errno));
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), std::fclose);
+    if (!file) throw std::runtime_error(std::strerror(errno));
+    std::visit([&](const auto& samples) { write_samples(file.get(), picture, samples); }, picture.samples);
+    // A network folder may tell only at the end that it is full.
+    if (std::fclose(file.release()) != 0) throw std::runtime_error(std::strerror(errno));
 }
 
 }  // namespace flumo::cli

@@ -24,6 +24,8 @@ void watch_stop_signals() {
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
+    // A file beyond the limit of its size is an error like a full disk.
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::optional<ExitStatus> stop_requested() {

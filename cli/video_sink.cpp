@@ -81,21 +81,16 @@ Words encoder_of(VideoFormat format) {
 }
 
 Words ffmpeg_command(const std::filesystem::path& file, VideoFormat format, const VideoSettings& settings) {
-    Words words = {"ffmpeg",
-                   "-nostdin",
-                   "-v",
-                   "error",
-                   "-y",
-                   "-f",
-                   "rawvideo",
-                   "-pix_fmt",
-                   settings.depth == host::Depth::k8 ? "rgba" : "rgba64le",
-                   "-s",
-                   std::to_string(settings.size.width) + "x" + std::to_string(settings.size.height),
-                   "-r",
-                   frame_rate_text(settings.rate),
-                   "-i",
-                   "-"};
+    // A disk that is full when the file closes is an error of its own only with -xerror.
+    Words words = {
+        "ffmpeg",   "-nostdin",
+        "-xerror",  "-v",
+        "error",    "-y",
+        "-f",       "rawvideo",
+        "-pix_fmt", settings.depth == host::Depth::k8 ? "rgba" : "rgba64le",
+        "-s",       std::to_string(settings.size.width) + "x" + std::to_string(settings.size.height),
+        "-r",       frame_rate_text(settings.rate),
+        "-i",       "-"};
     const Words encoder = encoder_of(format);
     words.insert(words.end(), encoder.begin(), encoder.end());
     words.push_back("file:" + file.string());
@@ -103,9 +98,8 @@ Words ffmpeg_command(const std::filesystem::path& file, VideoFormat format, cons
 }
 
 Failure refusal(const std::filesystem::path& path, const ChildResult& result) {
-    std::string words = result.errors;
-    while (words.ends_with('\n'))
-        words.pop_back();
+    // What follows the first line is its consequence.
+    std::string words = result.errors.substr(0, result.errors.find('\n'));
     if (words.empty()) words = "it said nothing";
     return output_failure("cannot write \"" + path.string() + "\": ffmpeg ended with status " +
                           std::to_string(result.status) + ": " + words);

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Whole runs of the command line: time from process start to the end of a first frame, frames per second
-against the sum of the parts, and the most memory that a frame size takes. Writes JSON.
+"""Whole runs of the command line: time from process start to the end of a first frame, frames of a sequence
+against frames that a render thread draws by itself, and the most memory that a frame size takes. Writes JSON.
 
-usage: processes.py FLUMO OUT.json [--quick]
+usage: processes.py BUILD OUT.json [--quick]
 """
 import json
 import os
@@ -14,6 +14,8 @@ import time
 
 TINY = "64x36"
 REPEATS = 9
+TURNS = 3
+OUTPUTS = {"nowhere": "/dev/null", "PNG": "frame.####.png", "EXR": "frame.####.exr"}
 
 
 def run(arguments, environment=None):
@@ -28,8 +30,8 @@ def run(arguments, environment=None):
     return {"wall": wall, "cpu": usage.ru_utime + usage.ru_stime, "mib": usage.ru_maxrss / 1024}
 
 
-def render(flumo, folder, size, frames="0", depth=8, suffix="exr"):
-    name = os.path.join(folder, "frame.####." + suffix)
+def render(flumo, folder, size, frames="0", depth=8, output="frame.####.exr"):
+    name = os.path.join(folder, output)  # which leaves a path from the root alone
     return [flumo, "render", "--size", size, "--depth", str(depth), "--frames", frames, "-o", name]
 
 
@@ -42,7 +44,7 @@ def start_times(flumo, folder):
     cache = os.path.join(folder, "cache")
     warm_environment = dict(os.environ, MESA_SHADER_CACHE_DIR=cache)
     cold_environment = dict(os.environ, MESA_SHADER_CACHE_DISABLE="true")
-    command = render(flumo, folder, TINY, suffix="png")
+    command = render(flumo, folder, TINY, output="frame.png")
     run(command, warm_environment)
     warm, cold, idle = [], [], []
     for _ in range(REPEATS):
@@ -56,25 +58,33 @@ def start_times(flumo, folder):
     }
 
 
-def throughput(flumo, folder, size, count):
-    """Frames of one process against its parts: a start, and each frame by itself."""
-    result = {}
-    for suffix in ("exr", "png"):
-        one, many = [], []
-        for _ in range(3):
-            one.append(run(render(flumo, folder, size, "0", suffix=suffix)))
-            many.append(run(render(flumo, folder, size, f"0-{count - 1}", suffix=suffix)))
-        start = run(render(flumo, folder, TINY, suffix=suffix))
-        each = min(r["cpu"] for r in one) - start["cpu"]
-        result[suffix] = {
-            "size": size, "frames": count,
-            "frames_per_second": count / min(r["wall"] for r in many),
-            "cpu_s": min(r["cpu"] for r in many),
-            "parts_cpu_s": start["cpu"] + count * each,
-            "wall_s": min(r["wall"] for r in many),
-            "parts_wall_s": start["wall"] + count * (min(r["wall"] for r in one) - start["wall"]),
-        }
-    return result
+def alone(bench, folder, size):
+    """Seconds of a frame on a render thread that hands its frames to nobody."""
+    out = os.path.join(folder, "alone.json")
+    if run([bench, f"--benchmark_filter=^alone/{size}/", f"--benchmark_out={out}", "--benchmark_out_format=json"]) is None:
+        raise SystemExit(f"processes.py: {bench} failed")
+    with open(out, encoding="utf-8") as file:
+        case = json.load(file)["benchmarks"][0]
+    return {"wall": 1 / case["frames_per_second"], "cpu": case["frame_cpu"] / 1e3}
+
+
+def sequence(flumo, folder, size, count, output):
+    """Seconds of a frame within a sequence: a long one less one of a single frame, so that the start falls out."""
+    one = run(render(flumo, folder, size, "0", output=output))
+    many = run(render(flumo, folder, size, f"0-{count}", output=output))
+    return {key: (many[key] - one[key]) / count for key in ("wall", "cpu")}
+
+
+def throughput(flumo, bench, folder, size, count):
+    """All kinds take turns, so that what else the machine does meets each; the least of the turns counts."""
+    times = {"alone": [], **{name: [] for name in OUTPUTS}}
+    for _ in range(TURNS):
+        times["alone"].append(alone(bench, folder, size))
+        for name, output in OUTPUTS.items():
+            times[name].append(sequence(flumo, folder, size, count, output))
+    return {"size": size, "frames": count,
+            "seconds": {name: {key: min(t[key] for t in turns) for key in ("wall", "cpu")}
+                        for name, turns in times.items()}}
 
 
 def memory(flumo, folder, quick):
@@ -90,12 +100,14 @@ def memory(flumo, folder, quick):
 
 
 def main():
-    flumo, out = sys.argv[1:3]
+    build, out = sys.argv[1:3]
+    flumo, bench = os.path.join(build, "flumo"), os.path.join(build, "flumo_bench")
     quick = "--quick" in sys.argv
+    shots = [("640x360", 12)] if quick else [("640x360", 12), ("1920x1080", 6)]
     with tempfile.TemporaryDirectory() as folder:
         result = {
             "start": start_times(flumo, folder),
-            "throughput": throughput(flumo, folder, "640x360", 6 if quick else 12),
+            "throughput": [throughput(flumo, bench, folder, *shot) for shot in shots],
             "memory": memory(flumo, folder, quick),
             "load": os.getloadavg()[0],
         }

@@ -129,11 +129,14 @@ def processes(result):
              "no_frame": "`flumo --version`"}
     rows = [[words[key], f"{v['wall_ms']:.0f}", f"{v['least_ms']:.0f}", f"{v['cpu_ms']:.0f}"] for key, v in start.items()]
     first = table(["Whole process", "Median ms", "Least ms", "CPU ms"], rows)
-    rows = [[suffix, v["size"], str(v["frames"]), f"{v['frames_per_second']:.2f}", f"{v['wall_s']:.2f}",
-             f"{v['parts_wall_s']:.2f}", f"{v['cpu_s']:.2f}", f"{v['parts_cpu_s']:.2f}"]
-            for suffix, v in result["throughput"].items()]
-    second = table(["Files", "Size", "Frames", "Frames per second", "Wall s", "Sum of parts, wall s", "CPU s",
-                    "Sum of parts, CPU s"], rows)
+    rows = []
+    for shot in result["throughput"]:
+        alone = shot["seconds"]["alone"]
+        for name, seconds in shot["seconds"].items():
+            rows.append([name, shot["size"], f"{1 / seconds['wall']:.2f}", f"{1e3 * seconds['cpu']:.0f}",
+                         f"{alone['wall'] / seconds['wall']:.3f}", f"{alone['cpu'] / seconds['cpu']:.3f}"])
+    second = table(["Frames go to", "Size", "Frames per second", "CPU ms a frame", "Throughput over alone",
+                    "The same by CPU time"], rows)
     rows = [[r["size"], str(r["depth"]), f"{r['mib']:.0f}" if r["mib"] else "failed"] for r in result["memory"]]
     return "\n\n".join([first, second, table(["Frame", "Bits", "Most memory, MiB"], rows)])
 
@@ -154,7 +157,7 @@ def plots(runs):
             scene, depth = name.rsplit("/", 1)
             ratios.setdefault(scene, {})[depth + " bits"] = bench["whole_cpu"] / bench["bare_cpu"]
         if ratios:
-            yield f"ratios-{size}.svg", svg.dots(f"Render command over its bare GL work, {size}", "CPU time, ratio",
+            yield f"ratios-{size}.svg", svg.dots(f"Render command over its bare GL work, {size}", "CPU time, ratio; the dashed line is the limit",
                                                  ratios, LIMIT)
     points = [(b["megapixels"], b["cpu"] / 1e3) for b in all_of(runs, "size").values()]
     if len(points) > 1:

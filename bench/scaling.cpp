@@ -37,8 +37,8 @@ void frame_of(benchmark::State& state, Stage& stage, const Scene& scene, const F
     state.SkipWithError(error.what());
 }
 
-/// Wall time from the moment when all threads have their contexts and programs to the last frame's end.
-double frames_on_threads(Stage& stage, int count) {
+/// From the moment when all threads have their contexts and programs to the last frame's end.
+Cost frames_on_threads(Stage& stage, const FrameSize& size, int count) {
     const auto instance = stage.host().new_instance();
     Cost start;
     std::barrier ready(count, [&start]() noexcept { start = clock_now(); });
@@ -47,23 +47,25 @@ double frames_on_threads(Stage& stage, int count) {
         for (int i = 0; i < count; ++i) {
             threads.emplace_back([&] {
                 host::World output;
-                instance->render(request_for(kSmall, host::Depth::k8), output);
+                instance->render(request_for(size, host::Depth::k8), output);
                 ready.arrive_and_wait();
                 for (int frame = 0; frame < kFramesPerThread; ++frame)
-                    instance->render(request_for(kSmall, host::Depth::k8), output);
+                    instance->render(request_for(size, host::Depth::k8), output);
             });
         }
     }
-    return (clock_now() - start).wall * kMillisecond;
+    return clock_now() - start;
 }
 
-void on_threads(benchmark::State& state, Stage& stage, int count) {
-    double seconds = 0;
+void on_threads(benchmark::State& state, Stage& stage, const FrameSize& size, int count) {
+    Cost cost;
     for ([[maybe_unused]] auto turn : state) {
-        seconds = frames_on_threads(stage, count);
-        state.SetIterationTime(seconds);
+        cost = frames_on_threads(stage, size, count);
+        state.SetIterationTime(cost.wall * kMillisecond);
     }
-    state.counters["frames_per_second"] = count * kFramesPerThread / seconds;
+    const int frames = count * kFramesPerThread;
+    state.counters["frames_per_second"] = frames / (cost.wall * kMillisecond);
+    state.counters["frame_cpu"] = cost.cpu / frames;
 }
 
 benchmark::internal::Benchmark* once(const std::string& name, auto work) {
@@ -83,8 +85,14 @@ void register_scaling(Theatre& theatre) {
     Stage& stage = theatre.stage();
     for (const int count : {1, 2, 4, 8}) {
         once("threads/" + std::to_string(count), [&stage, count](benchmark::State& state) {
-            on_threads(state, stage, count);
+            on_threads(state, stage, kSmall, count);
         })->Repetitions(3);
+    }
+    // What the command line's render thread could reach; bench/processes.py asks for it.
+    for (const FrameSize& size : {kSmall, FrameSize{1920, 1080}}) {
+        if (size.width > theatre.options().size.width) continue;
+        once("alone/" + text_of(size),
+             [&stage, size](benchmark::State& state) { on_threads(state, stage, size, 1); });
     }
     for (const int count : {1, 2, 4, 8, 16, 32, 64}) {
         once("lines/" + std::to_string(count), [&stage, count](benchmark::State& state) {

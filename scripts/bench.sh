@@ -35,6 +35,6 @@ done
 export PYTHONDONTWRITEBYTECODE=1
 "$build/flumo_bench" "${options[@]}" --benchmark_display_aggregates_only=true \
     --benchmark_out="$out/$name" --benchmark_out_format=json
-[ -z "$processes" ] || python3 "$root/bench/processes.py" "$build/flumo" "$out/processes.json" $quick
+[ -z "$processes" ] || python3 "$root/bench/processes.py" "$build" "$out/processes.json" $quick
 [ -z "$peers" ] || python3 "$root/bench/peers.py" "$build/flumo" "$out/peers.json"
 [ -z "$document" ] || python3 "$root/bench/report.py" "$out" "$root/docs/performance.md"

@@ -207,6 +207,33 @@ TEST_F(Sequence, ToolsHearHowFarItCameAndFramesComeAlone) {
     EXPECT_EQ(render("a.#.png", {"--quiet"}).errors, "");
 }
 
+TEST_F(Sequence, ATerminalShowsABarAndItsColoursMayBeRefused) {
+    // What a terminal of its own shows; the program `script` makes one.
+    const auto shown = [](const std::string& variable, const std::string& arguments) {
+        const auto result = run_child(
+            {"env", "TERM=xterm", variable, "script", "-qec", FLUMO_PROGRAM " " + arguments, "/dev/null"});
+        return std::pair(result->status, std::string(result->output.begin(), result->output.end()));
+    };
+    const struct {
+        const char* variable;
+        const char* expected;
+    } cases[] = {
+        {"NO_COLOR=", "\r[\x1b[32m########################\x1b[0m] 7 of 7 frames (100 %)"},
+        {"NO_COLOR=1", "\r[########################] 7 of 7 frames (100 %)"},
+        {"TERM=dumb", "flumo: 7 of 7 frames (100 %)"},
+    };
+    const std::string shot = "render --scene " + in("shot.json") + " -o " + in("a.#.png");
+    for (const auto& row : cases) {
+        const auto [status, text] = shown(row.variable, shot);
+        EXPECT_EQ(status, 0) << text;
+        EXPECT_THAT(text, HasSubstr(row.expected)) << row.variable;
+    }
+    EXPECT_THAT(render("a.#.png").errors, StartsWith("flumo: 7 of 7 frames (100 %)"));
+    const auto [status, text] = shown("NO_COLOR=1", "render");
+    EXPECT_EQ(status, 2);
+    EXPECT_THAT(text, HasSubstr("\n  flumo render -o look.png "));
+}
+
 TEST_F(Sequence, ShellsAndPeopleAreHelped) {
     const std::string ask = "source <(" FLUMO_PROGRAM
                             " completion bash); COMP_WORDS=(flumo render --set Lines); COMP_CWORD=3; "

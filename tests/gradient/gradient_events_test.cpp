@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -173,6 +174,17 @@ TEST(GradientEvents, RepaintingLeavesNothingOfWhatStoodThere) {
     editor.Draw();
     plain.Draw();
     EXPECT_EQ(editor.panel.rgba(), plain.panel.rgba());
+}
+
+TEST(GradientEvents, NeedAPreferredLayoutThatIsSupported) {
+    Editor editor({{0, kRed}}, {.layout = host::PixelLayout::kArgb});
+    host::Faults& faults = editor.effect.host.faults();
+    faults.start_recording();
+    editor.Draw();
+    const auto calls = faults.stop_recording();
+    const auto prefers = std::ranges::find(calls, host::Callback::kDrawbotPixelLayout) - calls.begin();
+    faults.fail(static_cast<uint64_t>(prefers) + 1, host::FaultMode::kNull);
+    EXPECT_EQ(editor.Draw().error, PF_Err_OUT_OF_MEMORY);
 }
 
 TEST(GradientEvents, SmallAndForeignAreas) {

@@ -118,6 +118,47 @@ TEST_F(Panels, FillStrokeAndScale) {
     EXPECT_THAT(host.accounting().misuses(), IsEmpty());
 }
 
+TEST_F(Panels, CurvesAndClosedPathsWind) {
+    draw({.width = 20, .height = 20}, [](Drawing& d) {
+        DRAWBOT_PathRef path = nullptr;
+        DRAWBOT_BrushRef brush = nullptr;
+        d.make->NewPath(d.supplier, &path);
+        d.make->NewBrush(d.supplier, &kRed, &brush);
+        const DRAWBOT_PointF32 first{2, -10}, second{18, 18}, end{18, 18};
+        d.path->MoveTo(path, 2, 18);
+        d.path->BezierTo(path, &first, &second, &end);
+        d.path->LineTo(path, 10, 18);
+        d.path->Close(path);
+        d.paint->FillPath(d.surface, brush, path, kDRAWBOT_FillType_Winding);
+        d.release(path);
+        d.release(brush);
+    });
+    EXPECT_THAT(pixel(6, 8), ElementsAre(255, 0, 0, 255)) << "under the arch, which leans to the left";
+    EXPECT_THAT(pixel(14, 6), ElementsAre(0x23, 0x23, 0x23, 255)) << "above it, inside its hull";
+}
+
+TEST_F(Panels, TakeImagesInBothByteOrders) {
+    // Two rows of two pixels; the first picture has padding.
+    const uint8_t argb[] = {9, 255, 128, 0, 9, 0, 0, 255, 77, 77, 77, 77, 9, 0, 255, 0, 9, 1, 1, 1};
+    const uint8_t bgra[] = {0, 128, 255, 9, 255, 0, 0, 9, 0, 255, 0, 9, 1, 1, 1, 9};
+    const auto show = [&](const void* data, int rowbytes, DRAWBOT_PixelLayout layout) {
+        draw({.width = 8, .height = 4, .scale = 4}, [&](Drawing& d) {
+            DRAWBOT_ImageRef image = nullptr;
+            EXPECT_EQ(d.make->NewImageFromBuffer(d.supplier, 2, 2, rowbytes, layout, data, &image), 0);
+            const DRAWBOT_PointF32 origin{3, 2};
+            d.paint->DrawImage(d.surface, image, &origin, 1);
+            d.release(image);
+        });
+        EXPECT_THAT(pixel(13, 9), ElementsAre(255, 128, 0, 255));
+        EXPECT_THAT(pixel(18, 9), ElementsAre(0, 0, 255, 255));
+        EXPECT_THAT(pixel(13, 14), ElementsAre(0, 255, 0, 255));
+        EXPECT_THAT(pixel(11, 9), ElementsAre(0x23, 0x23, 0x23, 255));
+        EXPECT_THAT(pixel(20, 9), ElementsAre(0x23, 0x23, 0x23, 255));
+    };
+    show(argb, 12, kDRAWBOT_PixelLayout_32RGB);
+    show(bgra, 8, kDRAWBOT_PixelLayout_32BGR);
+}
+
 TEST_F(Panels, CountObjectsAndRefuseStrangers) {
     draw({}, [](Drawing& d) {
         DRAWBOT_BrushRef brush = nullptr;

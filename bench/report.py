@@ -150,15 +150,15 @@ def peers(rows):
 
 def plots(runs):
     """File name and text of each plot that the results allow."""
+    ratios = {}
     for run in runs:
-        size = run["context"]["size"]
-        ratios = {}
         for name, (bench, *_) in cases(run, "frame").items():
             scene, depth = name.rsplit("/", 1)
-            ratios.setdefault(scene, {})[depth + " bits"] = bench["whole_cpu"] / bench["bare_cpu"]
-        if ratios:
-            yield f"ratios-{size}.svg", svg.dots(f"Render command over its bare GL work, {size}", "CPU time, ratio; the dashed line is the limit",
-                                                 ratios, LIMIT)
+            rows = ratios.setdefault(run["context"]["size"], {}).setdefault(scene, {})
+            rows[depth + " bits"] = bench["whole_cpu"] / bench["bare_cpu"]
+    for size, rows in ratios.items():
+        yield f"ratios-{size}.svg", svg.dots(f"Render command over its bare GL work, {size}",
+                                             "CPU time, ratio; the dashed line is the limit", rows, LIMIT)
     points = [(b["megapixels"], b["cpu"] / 1e3) for b in all_of(runs, "size").values()]
     if len(points) > 1:
         yield "sizes.svg", svg.chart("Cost of a frame, default look", "megapixels", "CPU seconds",

@@ -25,18 +25,20 @@ std::string on_one_line(std::string text) {
     return text;
 }
 
-}  // namespace
-
+/// What --reproduce takes.
 std::string place_of(const Finding& finding) {
     return finding.test + ":" + finding.step;
 }
 
+/// The command line that plays the finding's step alone.
 std::string how_to_reproduce(const Finding& finding, const Subject& subject) {
     std::string command = "flumo check " + quoted(subject.module.string());
     if (!subject.expectation.empty()) command += " --expect " + quoted(subject.expectation.string());
     if (!subject.resource.empty()) command += " --resource " + quoted(subject.resource.string());
     return command + " --seed " + std::to_string(finding.seed) + " --reproduce " + quoted(place_of(finding));
 }
+
+}  // namespace
 
 std::string line_of(const Finding& finding, const Subject& subject) {
     return std::string(finding.is_note ? "note" : "finding") + ": level " + std::to_string(finding.level) +

@@ -21,10 +21,6 @@ struct Finding {
     bool is_note = false;
 };
 
-/// "CASE:STEP": what --reproduce takes.
-std::string place_of(const Finding& finding);
-/// The command line that plays the finding's step alone.
-std::string how_to_reproduce(const Finding& finding, const Subject& subject);
 /// One line, ended.
 std::string line_of(const Finding& finding, const Subject& subject);
 nlohmann::ordered_json json_of(const Finding& finding, const Subject& subject);

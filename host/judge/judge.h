@@ -45,7 +45,6 @@ class Judge {
   public:
     Judge(Subject subject, Launch launch) : subject_(std::move(subject)), launch_(std::move(launch)) {}
 
-    const Subject& subject() const { return subject_; }
     /// A Windows module is read and not played here: one case.
     std::vector<const Case*> cases_up_to(int level) const;
     /// Goes on behind a step that ended the process, a few times.

@@ -19,7 +19,6 @@ class Stage {
     explicit Stage(Trial& trial, HostOptions options = {});
 
     Trial& trial() { return trial_; }
-    const Module& module() const { return module_; }
     Host& host() { return host_; }
 
     /// Sets the module up. Throws HostError.

@@ -16,9 +16,11 @@ namespace {
 
 using nlohmann::json;
 using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 class CheckCommand : public testing::Test {
@@ -66,7 +68,7 @@ TEST_F(CheckCommand, ExpectsOfFlumoWhatFlumoTells) {
     info["version"] = info["version"].get<int>() + 1;
     const Checked checked =
         flumo_check({FLUMO_MODULE, "--level", "2", "--expect", write("other.json", info.dump())});
-    EXPECT_THAT(checked.finding_cases(), ElementsAre("entry.expected", "params.expected"));
+    EXPECT_THAT(checked.each("case"), ElementsAre("entry.expected", "params.expected"));
 }
 
 TEST_F(CheckCommand, ComparesTheEffectWithThePropertyList) {
@@ -85,7 +87,7 @@ TEST_F(CheckCommand, ComparesTheEffectWithThePropertyList) {
                       HasSubstr("33588336; 33588337")));
     const Checked cut =
         flumo_check({FLUMO_MODULE, "--level", "1", "--resource", write("cut.pipl", list.substr(0, 100))});
-    EXPECT_THAT(cut.finding_cases(), ElementsAre("entry.resource"));
+    EXPECT_THAT(cut.each("case"), AllOf(Not(IsEmpty()), Each("entry.resource")));
 }
 
 TEST_F(CheckCommand, TellsFilesThatAreNoModules) {
@@ -133,7 +135,7 @@ TEST_F(CheckCommand, EndsWithTheSignalThatStopsIt) {
 TEST_F(CheckCommand, RepeatsItselfBySeed) {
     const std::string module = broken_module("CrashesOnExtremes");
     const auto looks = [&](const char* seed) {
-        return flumo_check({module, "--seed", seed, "--reproduce", "frames.looks"}).report["findings"];
+        return flumo_check({module, "--seed", seed, "--reproduce", "frames.looks"}).each("step");
     };
     EXPECT_EQ(looks("11"), looks("11"));
     EXPECT_NE(looks("11"), looks("12"));

@@ -7,11 +7,11 @@
 
 namespace flumo::host::judge::test {
 
-std::set<std::string> Checked::finding_cases() const {
-    std::set<std::string> cases;
+std::vector<std::string> Checked::each(const char* key) const {
+    std::vector<std::string> values;
     for (const auto& finding : report["findings"])
-        cases.insert(finding["case"].get<std::string>());
-    return cases;
+        values.push_back(finding[key]);
+    return values;
 }
 
 std::string Checked::findings() const {

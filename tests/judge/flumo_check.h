@@ -2,7 +2,6 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -14,8 +13,8 @@ struct Checked {
     /// The output; discarded when it was no JSON.
     nlohmann::json report;
 
-    /// Names of the cases that found something.
-    std::set<std::string> finding_cases() const;
+    /// What the findings have under that key.
+    std::vector<std::string> each(const char* key) const;
     /// "CASE: EXPECTED; SEEN", a line each.
     std::string findings() const;
 };

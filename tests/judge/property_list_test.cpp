@@ -5,11 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
 #include <random>
 
 #include "effect/entry/pipl.h"
 #include "host/judge/pe_file.h"
 #include "host/module.h"
+#include "tests/cli/scratch_folder.h"
+#include "tests/judge/flumo_check.h"
 
 namespace flumo::host::judge {
 namespace {
@@ -40,6 +43,8 @@ class TinyImage {
         resource(flumos_list());
     }
 
+    static constexpr std::size_t kFirstExport = 0x480;
+
     const std::vector<std::byte>& bytes() const { return bytes_; }
     void put(std::size_t at, uint32_t value, std::size_t width) {
         for (std::size_t i = 0; i < width; ++i)
@@ -61,7 +66,7 @@ class TinyImage {
         put(table + 24, static_cast<uint32_t>(names.size()), 4);
         put(table + 32, address(table + 40), 4);
         for (std::size_t i = 0; i < names.size(); ++i) {
-            const std::size_t text = table + 0x80 + i * 0x40;
+            const std::size_t text = kFirstExport + i * 0x40;
             put(table + 40 + i * 4, address(text), 4);
             std::memcpy(&bytes_[text], names[i].c_str(), names[i].size() + 1);
         }
@@ -99,6 +104,22 @@ TEST(PropertyList, LiesInTheResourcesOfAWindowsModule) {
     EXPECT_EQ(file.resource("PIPL", 16000), flumos_list());
     EXPECT_TRUE(file.resource("PIPL", 16001).empty());
     EXPECT_TRUE(file.resource("PIPX", 16000).empty());
+}
+
+TEST(PropertyList, OfAWindowsModuleIsJudgedWithItsExports) {
+    const cli::ScratchFolder folder;
+    const std::string path = folder / "tiny.aex";
+    TinyImage image;
+    const auto check = [&](std::vector<std::string> words) {
+        const std::vector<std::byte>& bytes = image.bytes();
+        std::ofstream(path).write(reinterpret_cast<const char*>(bytes.data()), std::ssize(bytes));
+        words.push_back(path);
+        return test::flumo_check(words).findings();
+    };
+    EXPECT_EQ(check({FLUMO_MODULE, "--level", "1", "--resource"}), "");
+    EXPECT_EQ(check({}), "");
+    image.put(TinyImage::kFirstExport, 'X', 1);
+    EXPECT_EQ(check({}), "entry.resource: an export EffectMain; none\n");
 }
 
 // Whatever a damaged file holds, it is refused in words or read without a foot outside of it.

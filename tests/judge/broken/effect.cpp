@@ -19,18 +19,8 @@ constexpr PF_OutFlags2 kFlags2 = PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2
                                  PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA |
                                  PF_OutFlag2_SUPPORTS_THREADED_RENDERING;
 
-/// A handle with one number in it.
 PF_Err new_number(const PF_InData& in, int number, PF_Handle* place) {
-    const PF_Handle handle = in.utils->host_new_handle(sizeof number);
-    const Lock lock(in, handle);
-    if (is("TrustsHandles")) **reinterpret_cast<int**>(handle) = number;
-    if (!lock.as<int>() && !is("KeepsHalfASequence")) {
-        if (handle) in.utils->host_dispose_handle(handle);
-        return PF_Err_OUT_OF_MEMORY;
-    }
-    if (lock.as<int>()) *lock.as<int>() = number;
-    *place = handle;
-    return PF_Err_NONE;
+    return new_handle(in, number, place, "KeepsHalfASequence");
 }
 
 PF_Err global_setup(const PF_InData& in, PF_OutData& out) {

@@ -63,7 +63,7 @@ inline void paint(PF_EffectWorld& input, PF_EffectWorld& output, Recipe recipe) 
     static unsigned char frames = 0;
     misbehave(input, recipe);
     if (is("UntouchedWorld")) return;
-    if (is("RemembersFrames")) recipe.tint = static_cast<unsigned char>(recipe.tint + frames++ / 4);
+    if (is("RemembersFrames")) recipe.tint = static_cast<unsigned char>(recipe.tint + frames++);
     for (A_long y = 0; y < output.height - is("SkipsLastRow"); ++y) {
         const A_long width = std::min(input.width, output.width) + is("WritesPastRow");
         mix_row(recipe, y, width, row_of(output, y));
@@ -71,11 +71,10 @@ inline void paint(PF_EffectWorld& input, PF_EffectWorld& output, Recipe recipe) 
 }
 
 inline PF_Err read_recipe(const PF_InData& in, const PF_EffectWorld& input, Recipe& recipe) {
-    Suite<PF_WorldSuite2> worlds(in, kPFWorldSuite, kPFWorldSuiteVersion2);
+    const Suite<PF_WorldSuite2> worlds(in, kPFWorldSuite, kPFWorldSuiteVersion2);
     if (!worlds) return PF_Err_BAD_CALLBACK_PARAM;
     PF_PixelFormat format = PF_PixelFormat_INVALID;
     const PF_Err error = worlds->PF_GetPixelFormat(&input, &format);
-    if (is("KeepsSuite")) worlds.keep();
     if (error) return error;
     if (format == PF_PixelFormat_INVALID) return PF_Err_INTERNAL_STRUCT_DAMAGED;
     recipe.input = &input;
@@ -83,34 +82,41 @@ inline PF_Err read_recipe(const PF_InData& in, const PF_EffectWorld& input, Reci
     return PF_Err_NONE;
 }
 
-/// The controls stay out until the picture is painted.
+/// Calls `use` with the values of the controls, which stay out as long as it lasts.
+template <class Use>
+PF_Err with_controls(const PF_InData& in, Use use) {
+    PF_ParamDef values[kShade + 1]{};
+    PF_Err error = PF_Err_NONE;
+    PF_ParamIndex end = kAmount;
+    for (; !error && end <= kShade; ++end)
+        error = in.inter.checkout_param(in.effect_ref, end, in.current_time, in.time_step, in.time_scale,
+                                        &values[end]);
+    if (error) --end;
+    if (!error) error = use(values);
+    const bool keeps = is("KeepsParam") || (error && is("KeepsParamOnError"));
+    for (PF_ParamIndex i = keeps ? kPicture : kAmount; i < end; ++i)
+        in.inter.checkin_param(in.effect_ref, &values[i]);
+    return error;
+}
+
 inline PF_Err paint_with_controls(const PF_InData& in, PF_EffectWorld& input, PF_EffectWorld& output) {
     Recipe recipe;
-    PF_Err error = read_recipe(in, input, recipe);
+    const PF_Err error = read_recipe(in, input, recipe);
     if (error) return is("SwallowsErrors") ? PF_Err_NONE : error;
-    Param amount(in, kAmount);
-    if (is("KeepsParam")) amount.keep();
-    Param picture(in, kPicture);
-    if (picture.error() && is("KeepsParamOnError")) amount.keep();
-    const Param shade(in, kShade);
-    for (const PF_Err each : {amount.error(), picture.error(), shade.error()})
-        if (each) return each;
-    recipe.picture = picture.value().ld;
-    recipe.tint = static_cast<unsigned char>(amount.value().fs_d.value + in.current_time);
-    error = with_shade(in, shade.value().arb_d.value, [&](Shade& value) {
-        recipe.tint = static_cast<unsigned char>(recipe.tint + static_cast<int>(value.level * 100) % 100);
+    return with_controls(in, [&](const PF_ParamDef* values) {
+        recipe.picture = values[kPicture].u.ld;
+        double tint = values[kAmount].u.fs_d.value + in.current_time;
+        const PF_Err unlocked = with_shade(in, values[kShade].u.arb_d.value,
+                                           [&](const Shade& shade) { tint += shade.level * 100; });
+        recipe.tint = static_cast<unsigned char>(static_cast<int>(tint) % 256);
+        if (!unlocked) paint(input, output, recipe);
+        return unlocked;
     });
-    if (!error) paint(input, output, recipe);
-    return error;
 }
 
 inline void mistreat_handles(const PF_InData& in) {
     if (is("LeaksHandle")) in.utils->host_new_handle(16);
     if (is("KeepsLock")) in.utils->host_lock_handle(in.global_data);
-    if (!is("DisposesTwice")) return;
-    const PF_Handle handle = in.utils->host_new_handle(16);
-    for (int i = 0; i < 2; ++i)
-        in.utils->host_dispose_handle(handle);
 }
 
 inline PF_Err render(const PF_InData& in, PF_SmartRenderExtra& extra) {

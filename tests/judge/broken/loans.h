@@ -1,31 +1,35 @@
-// What the small effect borrows from its host, given back at scope end.
+// What the small effect borrows from its host, and gives back.
 #pragma once
 
 #include "effect_api/effect_api.h"
+#include "tests/judge/broken/fault.h"
 
 namespace flumo::broken {
 
-class Lock {
-  public:
-    Lock(const PF_InData& in, PF_Handle handle)
-        : in_(in), handle_(handle), memory_(handle ? in.utils->host_lock_handle(handle) : nullptr) {}
-    ~Lock() {
-        if (memory_) in_.utils->host_unlock_handle(handle_);
-    }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
+/// Calls `use` with what a handle holds.
+template <class Content, class Use>
+PF_Err with_locked(const PF_InData& in, PF_Handle handle, Use use) {
+    void* memory = handle ? in.utils->host_lock_handle(handle) : nullptr;
+    if (!memory) return PF_Err_OUT_OF_MEMORY;
+    use(*static_cast<Content*>(memory));
+    in.utils->host_unlock_handle(handle);
+    return PF_Err_NONE;
+}
 
-    /// Null when the host could not lock.
-    template <class Content>
-    Content* as() const {
-        return static_cast<Content*>(memory_);
+/// Leaves `place` alone when there is no memory, unless it has that fault.
+template <class Content>
+PF_Err new_handle(const PF_InData& in, Content content, PF_Handle* place, const char* half_made) {
+    const PF_Handle handle = in.utils->host_new_handle(sizeof content);
+    if (is("TrustsHandles")) *static_cast<Content*>(*handle) = content;
+    const PF_Err error = with_locked<Content>(in, handle, [&](Content& held) { held = content; });
+    if (error && !is(half_made)) {
+        if (handle) in.utils->host_dispose_handle(handle);
+        if (handle && is("DisposesTwice")) in.utils->host_dispose_handle(handle);
+        return error;
     }
-
-  private:
-    const PF_InData& in_;
-    PF_Handle handle_;
-    void* memory_;
-};
+    *place = handle;
+    return PF_Err_NONE;
+}
 
 template <class Table>
 class Suite {
@@ -33,49 +37,22 @@ class Suite {
     Suite(const PF_InData& in, const char* name, int version)
         : basic_(in.pica_basicP), name_(name), version_(version) {
         const void* table = nullptr;
-        if (!basic_) return;
         if (basic_->AcquireSuite(name, version, &table) == 0) table_ = static_cast<const Table*>(table);
     }
     ~Suite() {
-        if (table_) basic_->ReleaseSuite(name_, version_);
+        if (table_ && !is("KeepsSuite")) basic_->ReleaseSuite(name_, version_);
     }
     Suite(const Suite&) = delete;
     Suite& operator=(const Suite&) = delete;
 
     const Table* operator->() const { return table_; }
     explicit operator bool() const { return table_ != nullptr; }
-    /// Never gives it back.
-    void keep() { table_ = nullptr; }
 
   private:
     SPBasicSuite* basic_;
     const char* name_;
     int version_;
     const Table* table_ = nullptr;
-};
-
-class Param {
-  public:
-    Param(const PF_InData& in, PF_ParamIndex index) : in_(in) {
-        error_ = in.inter.checkout_param(in.effect_ref, index, in.current_time, in.time_step, in.time_scale,
-                                         &record_);
-        is_out_ = error_ == PF_Err_NONE;
-    }
-    ~Param() {
-        if (is_out_) in_.inter.checkin_param(in_.effect_ref, &record_);
-    }
-    Param(const Param&) = delete;
-    Param& operator=(const Param&) = delete;
-
-    PF_Err error() const { return error_; }
-    const PF_ParamDefUnion& value() const { return record_.u; }
-    void keep() { is_out_ = false; }
-
-  private:
-    const PF_InData& in_;
-    PF_ParamDef record_{};
-    PF_Err error_;
-    bool is_out_ = false;
 };
 
 }  // namespace flumo::broken

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <string>
 
-#include "tests/judge/broken/fault.h"
 #include "tests/judge/broken/loans.h"
 
 namespace flumo::broken {
@@ -18,30 +17,22 @@ struct Shade {
 inline void* const kRefcon = reinterpret_cast<void*>(0x5348414445);
 
 inline PF_Err new_shade(const PF_InData& in, PF_ArbitraryH* place, Shade* content) {
-    const PF_Handle handle = in.utils->host_new_handle(sizeof(Shade*));
-    const Lock lock(in, handle);
-    if (!lock.as<Shade*>() && !is("KeepsHalfAValue")) {
-        if (handle) in.utils->host_dispose_handle(handle);
-        if (!is("ShallowCopy")) delete content;
-        return PF_Err_OUT_OF_MEMORY;
-    }
-    if (lock.as<Shade*>()) *lock.as<Shade*>() = content;
-    *place = handle;
-    return PF_Err_NONE;
+    const PF_Err error = new_handle(in, content, place, "KeepsHalfAValue");
+    if (error && !is("ShallowCopy")) delete content;
+    return error;
 }
 
 /// Calls `use` with the number that a handle leads to.
 template <class Use>
 PF_Err with_shade(const PF_InData& in, PF_ArbitraryH handle, Use use) {
-    const Lock lock(in, handle);
-    auto* const* content = lock.as<Shade*>();
-    if (!content) return PF_Err_OUT_OF_MEMORY;
-    use(**content);
-    return PF_Err_NONE;
+    return with_locked<Shade*>(in, handle, [&](Shade* shade) { use(*shade); });
 }
 
 inline PF_Err dispose_shade(const PF_InData& in, PF_ArbitraryH handle) {
-    const PF_Err error = with_shade(in, handle, [](Shade& shade) { delete &shade; });
+    const PF_Err error = with_shade(in, handle, [](Shade& shade) {
+        if (is("ShallowCopy")) shade.level = 9;
+        if (!is("ShallowCopy")) delete &shade;
+    });
     if (!error) in.utils->host_dispose_handle(handle);
     return error;
 }

@@ -86,11 +86,21 @@ std::unique_ptr<FrameSink> make_sink(const RenderOptions& options, const RenderJ
     return std::make_unique<VideoSink>(job.path_of(0), std::get<VideoFormat>(job.output.kind()), settings);
 }
 
+// llvmpipe, the software driver of Mesa, looks into the unfinished work of other threads' contexts without a
+// lock and now and then crashes over it, as of 22.3. It draws for one context at a time, so nothing is lost.
+int render_threads(const RenderOptions& options, const StdoutGuard& output) {
+    if (options.render_threads == 1) return 1;
+    if (output.captured().find("OpenGL Renderer: llvmpipe") == std::string::npos)
+        return options.render_threads;
+    std::fputs("flumo: one thread renders, since llvmpipe gains nothing from more and may crash\n", stderr);
+    return 1;
+}
+
 // As many encoders as cores, since they idle while the driver draws; a stream has one. The worlds bound
 // the memory: one for each thread and one that waits, fewer for very large frames.
-PipelineShape shape_of(const RenderOptions& options, const RenderJob& job) {
+PipelineShape shape_of(const RenderJob& job, int render_threads) {
     PipelineShape shape;
-    shape.render_threads = static_cast<size_t>(options.render_threads);
+    shape.render_threads = static_cast<size_t>(render_threads);
     shape.in_order = job.output.is_stream();
     const size_t cores = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, kMostEncoders);
     shape.encoder_threads = shape.in_order ? 1 : cores;
@@ -108,12 +118,11 @@ class Rendering {
               Progress& progress)
         : options_(options), job_(job), instance_(instance), sink_(sink), progress_(progress) {}
 
-    ExitStatus run() {
+    ExitStatus run(const PipelineShape& shape) {
         progress_.start(job_.frames.size());
-        run_pipeline(shape_of(options_, job_),
-                     {job_.frames.size(), [] { return stop_requested().has_value(); },
-                      [this](size_t position, host::World& world) { return render(position, world); },
-                      [this](size_t position, const host::World& world) { encode(position, world); }});
+        run_pipeline(shape, {job_.frames.size(), [] { return stop_requested().has_value(); },
+                             [this](size_t position, host::World& world) { return render(position, world); },
+                             [this](size_t position, const host::World& world) { encode(position, world); }});
         return finish();
     }
 
@@ -188,7 +197,8 @@ ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, P
     const auto instance = session.host().new_instance();
     apply_tracks(*instance, job.tracks, job.depth);
     const auto sink = make_sink(options, job, scene, output);
-    return Rendering(options, job, *instance, *sink, progress).run();
+    return Rendering(options, job, *instance, *sink, progress)
+        .run(shape_of(job, render_threads(options, output)));
 }
 
 }  // namespace

@@ -183,9 +183,11 @@ TEST(Faults, TellTheirKind) {
     const char* const unlinkable =
         "#version 330\nin vec3 out_uvs;\nout vec4 colourOut;\nvoid main() { colourOut = out_uvs.xyzz; }\n";
     const std::array<int, 4> list = {kAttributePosition, kAttributeUVs, 7, -1};
-    for (const auto& [vertex, fragment] :
+    for (const auto& texts :
          {std::pair(broken, kCopyFragmentText), {kUvVertexText, broken}, {kUvVertexText, unlinkable}}) {
-        EXPECT_EQ(code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BuildProgram(vertex, fragment, list); }), 6);
+        EXPECT_EQ(
+            code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BuildProgram(texts.first, texts.second, list); }),
+            6);
     }
     EXPECT_EQ(code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BindTarget(*gl, 0); }), 3);
     // The user is told of an incomplete target that is found behind the binding.

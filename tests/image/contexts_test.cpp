@@ -78,18 +78,6 @@ TEST(Contexts, CallerFindsItsOwnAgain) {
     });
 }
 
-TEST(Contexts, ThreadThatCannotHaveOneTriesAgain) {
-    const auto instance = instance_of({});
-    on_other_thread([&] {
-        void* const root = std::exchange(CommonData->renderContext, &*instance);
-        EXPECT_THROW(small_frame(*instance), host::HostError);
-        EXPECT_FALSE(AESDK_OpenGL_RenderDataForThread()->contextStarted);
-        CommonData->renderContext = root;
-        small_frame(*instance);
-        EXPECT_TRUE(AESDK_OpenGL_RenderDataForThread()->contextStarted);
-    });
-}
-
 TEST(Contexts, ThreadsDrawAtOnce) {
     const auto instance = instance_of(with(lined_plane(9, 5), {{Section::NoiseContrast, 50}}));
     const host::World expected = small_frame(*instance);

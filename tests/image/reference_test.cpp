@@ -1,5 +1,5 @@
-// Stored pictures, which hold what no second arithmetic here repeats: lines and bumps of curved fields, and the
-// look as a whole. With FLUMO_UPDATE_REFERENCES set the pictures are rendered anew instead of compared.
+// Stored pictures, which hold what no second arithmetic here repeats: lines and bumps of curved fields, and
+// the look as a whole. With FLUMO_UPDATE_REFERENCES set the pictures are rendered anew instead of compared.
 #include <gtest/gtest.h>
 
 #include <algorithm>

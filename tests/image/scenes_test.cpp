@@ -130,6 +130,7 @@ TEST(Scenes, InvertFlags) {
                      noise({{Layer1, colourful_layer(24, 24, Depth::k8)},
                             {Layer2, colourful_layer(16, 16, Depth::k32)},
                             {AlphaTreshold, 45},
+                            {NoiseBrightness, 10},
                             {Layer1LightnessInvert, flag(0)},
                             {Layer1AlphaInvert, flag(1)},
                             {Layer2LightnessInvert, flag(2)},

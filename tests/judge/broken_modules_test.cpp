@@ -16,6 +16,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 struct Broken {
     const char* fault;
@@ -48,7 +49,7 @@ constexpr Broken kBroken[] = {
     {"FreesLiveSequence", "sequence.life", "the live data left alone; it is gone"},
     {"KeepsSequence", "sequence.life", "; 2 handle(s) not given back", "faults.sequence"},
     {"ShallowCopy", "values.copies", "outlives its original unchanged; other contents", ".*"},
-    {"FlattensTooMuch", "values.stored", "no more bytes than announced, 8; writing behind them"},
+    {"FlattensTooMuch", "values.stored", "than announced, 8; writing behind them", ".*"},
     {"InterpolatesWrongly", "values.interpolation", "the left value at 0; another"},
     {"ComparesOneWay", "values.comparison", "both orders of two values; two answers"},
     {"PrintSizeWrong", "values.text", "the announced 23 bytes; an end after 14 characters"},
@@ -113,6 +114,7 @@ TEST_P(BrokenModule, IsFoundOut) {
     ASSERT_TRUE(found != findings.end()) << checked.findings();
     for (const std::string& name : checked.each("case"))
         EXPECT_TRUE(name == broken.found_by || std::regex_match(name, std::regex(broken.also))) << name;
+    EXPECT_THAT(checked.findings(), Not(HasSubstr("too many given back")));
 
     // The finding's place alone finds it again.
     const std::string place = (*found)["case"].get<std::string>() + ":" + (*found)["step"].get<std::string>();

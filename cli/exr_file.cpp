@@ -15,10 +15,10 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 namespace flumo::cli {
 namespace {
@@ -64,6 +64,8 @@ ChannelNames channel_names(const Imf::Header& header) {
     if (channels.findChannel("R") || channels.findChannel("G") || channels.findChannel("B")) {
         return kColourNames;
     }
+    if (channels.findChannel("RY") || channels.findChannel("BY"))
+        throw std::runtime_error("it stores luminance and chroma (Y, RY, BY)");
     if (channels.findChannel("Y")) return {"Y", "Y", "Y", "A"};
     throw std::runtime_error("it has none of the channels R, G, B and Y");
 }
@@ -129,13 +131,13 @@ class CheckedStream : public Imf::OStream {
     /// Once the library is done. Throws what it kept to itself.
     void close() {
         if (std::fclose(file_.release()) != 0 && error_ == 0) error_ = errno;
-        if (error_ != 0) throw std::runtime_error(std::strerror(error_));
+        if (error_ != 0) throw std::runtime_error(std::generic_category().message(error_));
     }
 
   private:
     [[noreturn]] void fail() {
         error_ = errno;
-        throw std::runtime_error(std::strerror(error_));
+        throw std::runtime_error(std::generic_category().message(error_));
     }
 
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;

@@ -12,7 +12,14 @@ namespace {
 
 template <typename Sample>
 constexpr double full_scale() {
-    return std::is_floating_point_v<Sample> ? 1.0 : double(std::numeric_limits<Sample>::max());
+    if constexpr (std::is_floating_point_v<Sample>) return 1.0;
+    return double(std::numeric_limits<Sample>::max());
+}
+
+template <typename Sample>
+Sample nearest(double value) {
+    if constexpr (std::is_integral_v<Sample>) return static_cast<Sample>(std::lround(value));
+    return static_cast<Sample>(value);
 }
 
 template <typename To, typename From>
@@ -82,9 +89,7 @@ void put_over_black(Picture& picture) {
             constexpr double kFull = full_scale<Sample>();
             for (size_t i = 0; i + 3 < samples.size(); i += 4) {
                 for (size_t channel = i; channel < i + 3; ++channel) {
-                    const double product = samples[channel] * (samples[i + 3] / kFull);
-                    samples[channel] = std::is_integral_v<Sample> ? static_cast<Sample>(std::lround(product))
-                                                                  : static_cast<Sample>(product);
+                    samples[channel] = nearest<Sample>(samples[channel] * (samples[i + 3] / kFull));
                 }
                 samples[i + 3] = static_cast<Sample>(kFull);
             }

@@ -9,6 +9,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace flumo::cli {
 namespace {
@@ -105,7 +106,9 @@ void prefer_speed(png_structp png) {
 
 void put_bytes(png_structp png, png_bytep bytes, size_t count) {
     auto* const file = static_cast<std::FILE*>(png_get_io_ptr(png));
-    if (std::fwrite(bytes, 1, count, file) != count) png_error(png, std::strerror(errno));
+    char message[128];
+    if (std::fwrite(bytes, 1, count, file) != count)
+        png_error(png, strerror_r(errno, message, sizeof message));
 }
 
 void leave_in_buffer(png_structp) {}
@@ -164,10 +167,10 @@ Picture decode_png(std::span<const uint8_t> bytes) {
 
 void write_png(const std::filesystem::path& path, const Picture& picture) {
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), std::fclose);
-    if (!file) throw std::runtime_error(std::strerror(errno));
+    if (!file) throw std::runtime_error(std::generic_category().message(errno));
     std::visit([&](const auto& samples) { write_samples(file.get(), picture, samples); }, picture.samples);
     // A network folder may tell only at the end that it is full.
-    if (std::fclose(file.release()) != 0) throw std::runtime_error(std::strerror(errno));
+    if (std::fclose(file.release()) != 0) throw std::runtime_error(std::generic_category().message(errno));
 }
 
 }  // namespace flumo::cli

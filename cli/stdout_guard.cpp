@@ -6,8 +6,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <iostream>
+#include <system_error>
 
 #include "cli/exit_status.h"
 
@@ -20,7 +20,7 @@ void flush_streams() {
 }
 
 Failure stdout_failure() {
-    return output_failure(std::string("standard output: ") + std::strerror(errno));
+    return output_failure("standard output: " + std::generic_category().message(errno));
 }
 
 }  // namespace

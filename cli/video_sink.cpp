@@ -107,6 +107,7 @@ Failure refusal(const std::filesystem::path& path, const ChildResult& result) {
 
 }  // namespace
 
+// cppcheck-suppress uninitMemberVar ; it does not read the list behind a try
 VideoSink::VideoSink(const std::filesystem::path& path, VideoFormat format, const VideoSettings& settings) try
     : path_(path),
       has_alpha_(format != VideoFormat::kMp4),

@@ -10,6 +10,7 @@
 #include <bit>
 #include <fstream>
 #include <limits>
+#include <numeric>
 #include <random>
 
 #include "cli/child_process.h"
@@ -62,23 +63,53 @@ TEST(PictureFile, ExrComesBackExactly) {
     EXPECT_TRUE(read_exr(folder / "a.exr").samples == picture.samples);
 }
 
+// Every channel has the values 1, 2, 3 ... in its rows.
+void write_channels(const std::string& path, Imf::Header header, const std::vector<const char*>& names) {
+    std::vector<float> values(64);
+    std::iota(values.begin(), values.end(), 1.0F);
+    const auto columns = static_cast<size_t>(header.dataWindow().size().x + 1);
+    Imf::FrameBuffer buffer;
+    for (const char* name : names) {
+        header.channels().insert(name, Imf::Channel(Imf::FLOAT));
+        buffer.insert(name, Imf::Slice::Make(Imf::FLOAT, values.data(), header.dataWindow(), sizeof(float),
+                                             columns * sizeof(float)));
+    }
+    Imf::OutputFile file(path.c_str(), header);
+    file.setFrameBuffer(buffer);
+    file.writePixels(header.dataWindow().size().y + 1);
+}
+
 // A display window of 3 x 2 at (10, 20); data from (11, 19) to (14, 20): what sticks out is cut, what is
 // missing is transparent.
 TEST(PictureFile, ExrFillsTheDisplayWindow) {
     const ScratchFolder folder;
-    Imf::Header header({{10, 20}, {12, 21}}, {{11, 19}, {14, 20}});
-    header.channels().insert("Y", Imf::Channel(Imf::FLOAT));
-    const float values[] = {1, 2, 3, 4, 5, 6, 7, 8};
-    {
-        Imf::FrameBuffer buffer;
-        buffer.insert(
-            "Y", Imf::Slice::Make(Imf::FLOAT, values, header.dataWindow(), sizeof(float), 4 * sizeof(float)));
-        Imf::OutputFile file((folder / "a.exr").c_str(), header);
-        file.setFrameBuffer(buffer);
-        file.writePixels(2);
-    }
+    write_channels(folder / "a.exr", Imf::Header({{10, 20}, {12, 21}}, {{11, 19}, {14, 20}}), {"Y"});
     EXPECT_THAT(std::get<std::vector<float>>(read_exr(folder / "a.exr").samples),
                 ElementsAre(0, 0, 0, 0, 5, 5, 5, 1, 6, 6, 6, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+}
+
+TEST(PictureFile, ExrOfOddChannels) {
+    const ScratchFolder folder;
+    const struct {
+        std::vector<const char*> names;
+        std::vector<float> pixels;
+        const char* failure;
+    } cases[] = {
+        {{"R", "G", "B"}, {1, 1, 1, 1, 2, 2, 2, 1}, nullptr},
+        {{"G"}, {0, 1, 0, 1, 0, 2, 0, 1}, nullptr},
+        {{"A", "Y", "Z"}, {1, 1, 1, 1, 2, 2, 2, 2}, nullptr},
+        {{"A", "R"}, {1, 0, 0, 1, 2, 0, 0, 2}, nullptr},
+        {{"BY", "RY", "Y"}, {}, "luminance and chroma"},
+        {{"A", "Z", "left.R"}, {}, "none of the channels R, G, B and Y"},
+    };
+    for (const auto& row : cases) {
+        write_channels(folder / "a.exr", Imf::Header(2, 1), row.names);
+        if (row.failure) {
+            EXPECT_FAILURE(read_picture(folder / "a.exr"), ExitStatus::kUnreadableInput, row.failure);
+        } else {
+            EXPECT_EQ(std::get<std::vector<float>>(read_exr(folder / "a.exr").samples), row.pixels);
+        }
+    }
 }
 
 TEST(PictureFile, ExrHoldsPremultipliedColour) {
@@ -154,7 +185,7 @@ void convert_with_ffmpeg(const std::vector<std::string>& arguments) {
 
 TEST(PictureFile, ReadsPngsOfAllChannels) {
     const ScratchFolder folder;
-    for (const char* format : {"gray", "gray16be", "ya8", "rgb24", "rgb48be", "rgba64be"}) {
+    for (const char* format : {"gray", "gray16be", "ya8", "ya16be", "rgb24", "rgb48be", "rgba64be"}) {
         convert_with_ffmpeg({"-f", "lavfi", "-i", "color=white:s=6x4", "-frames:v", "1", "-pix_fmt", format,
                              folder / "kind.png"});
         const Picture picture = to_8_bit(read_picture(folder / "kind.png"));
@@ -186,6 +217,12 @@ TEST(PictureFile, ReadsOtherFormatsThroughFfmpeg) {
     EXPECT_TRUE(read_picture(path).samples == opaque.samples);
 }
 
+// The header of 16384 x 16384 pixels of four bytes, and one byte of them.
+constexpr char kHugePng[] =
+    "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x40\0\0\0\x40\0\b\x06\0\0\0"
+    "\xa9\xc8\x10\x84"
+    "\0\0\0\x01IDAT\0";
+
 TEST(PictureFile, NamesTheFileThatCannotBeRead) {
     const ScratchFolder folder;
     write_png(folder / "whole.png", noise_picture<uint8_t>(40, 40));
@@ -199,6 +236,11 @@ TEST(PictureFile, NamesTheFileThatCannotBeRead) {
     for (const char* name : {"cut.png", "cut.exr", "text.txt", "empty.png", "missing.png"}) {
         EXPECT_FAILURE(read_picture(folder / name), ExitStatus::kUnreadableInput, name);
     }
+    // Little files that promise much: nothing is taken for pixels that cannot be there.
+    std::ofstream(folder / "huge.png").write(kHugePng, sizeof kHugePng - 1);
+    write_channels(folder / "huge.exr", Imf::Header({{0, 0}, {16383, 16383}}, {{0, 0}, {0, 0}}), {"R"});
+    for (const char* name : {"huge.png", "huge.exr"})
+        EXPECT_FAILURE(read_picture(folder / name), ExitStatus::kUnreadableInput, "bytes cannot hold");
     EXPECT_FAILURE(read_picture(folder.path()), ExitStatus::kUnreadableInput, "cannot read");
 }
 
@@ -213,6 +255,27 @@ TEST(PictureFile, AppearsWholeOrNotAtAll) {
     const Picture too_large = {0, 4, std::vector<uint8_t>()};
     EXPECT_FAILURE(write_picture(folder / "zero.png", PictureFormat::kPng, too_large),
                    ExitStatus::kUnwritableOutput, "zero.png");
+    EXPECT_EQ(folder.file_count(), 1u);
+}
+
+TEST(PictureFile, TakesUpWhatAKilledProcessLeft) {
+    const ScratchFolder folder;
+    std::ofstream(folder / ".a.png.part") << std::string(10000, 'x');
+    const Picture picture = noise_picture<uint8_t>(4, 4);
+    write_picture(folder / "a.png", PictureFormat::kPng, picture);
+    EXPECT_LT(std::filesystem::file_size(folder / "a.png"), 1000u);
+    EXPECT_EQ(folder.file_count(), 1u);
+    // Two at once write into different files, and the last one stays.
+    {
+        NewFile first(folder / "a.png");
+        NewFile second(folder / "a.png");
+        EXPECT_NE(first.temporary(), second.temporary());
+        std::ofstream(first.temporary()) << "first";
+        std::ofstream(second.temporary()) << "second";
+        second.commit();
+        first.commit();
+    }
+    EXPECT_EQ(read_text_file(folder / "a.png"), "first");
     EXPECT_EQ(folder.file_count(), 1u);
 }
 

@@ -60,23 +60,6 @@ std::vector<json> json_lines(const std::vector<uint8_t>& output) {
     return lines;
 }
 
-TEST_F(Sequence, KilledAndResumedEqualsUninterrupted) {
-    std::filesystem::create_directory(in("whole"));
-    std::filesystem::create_directory(in("again"));
-    ASSERT_EQ(render("whole/####.png", {"--frames", "1-200"}).status, 0);
-    const std::string script = FLUMO_PROGRAM " render --scene " + in("shot.json") + " --frames 1-200 -o " +
-                               in("again/####.png") + " & pid=$!; while [ ! -e " + in(name_of("again", 20)) +
-                               " ]; do sleep 0.01; done; kill -9 $pid; wait $pid; true";
-    ASSERT_EQ(run_child({"bash", "-c", script})->status, 0);
-    ASSERT_FALSE(std::filesystem::exists(in(name_of("again", 200)))) << "killed too late to show anything";
-    const ChildResult resumed =
-        render("again/####.png", {"--frames", "1-200", "--skip-existing", "--progress", "json"});
-    ASSERT_EQ(resumed.status, 0) << resumed.errors;
-    EXPECT_GE(json_lines(resumed.output).back()["skipped"], 20);
-    for (int frame = 1; frame <= 200; ++frame)
-        expect_same(name_of("whole", frame), name_of("again", frame));
-}
-
 TEST_F(Sequence, ShardsMakeTheWholeAndKeepWhatIsThere) {
     std::filesystem::create_directory(in("whole"));
     std::filesystem::create_directory(in("parts"));

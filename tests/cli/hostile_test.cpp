@@ -1,0 +1,119 @@
+// What happens around the program while it writes: signals, full disks, folders that go away.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "cli/child_process.h"
+#include "cli/file_contents.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace flumo::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Said {
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+Said bash(const std::string& script) {
+    const auto result = run_child({"bash", "-c", script});
+    if (!result) throw std::runtime_error("cannot start bash");
+    return {result->status, {result->output.begin(), result->output.end()}, result->errors};
+}
+
+// Job control gives the program its own group, so that SIGINT is not ignored as in background jobs.
+constexpr const char* kJobControl = "set -m; ";
+
+// The shell's line for 200 small frames into folder/0001.png ...
+std::string render_into(const fs::path& folder) {
+    return "cd " + folder.string() +
+           "; " FLUMO_PROGRAM
+           " render --size 64x36 --frames 1-200 --set NoiseVisible=off --set LinesVisible=on "
+           "--skip-existing -o '####.png' --quiet & pid=$!; ";
+}
+
+std::string wait_for(const std::string& file) {
+    return "while [ ! -e " + file + " ] && kill -0 $pid; do sleep 0.01; done; ";
+}
+
+bool is_one_line(const std::string& text) {
+    return std::ranges::count(text, '\n') == 1 && text.ends_with('\n') && text.starts_with("flumo: ");
+}
+
+TEST(Hostile, StoppedAndResumedEqualsUninterrupted) {
+    const ScratchFolder folder;
+    for (const char* name : {"whole", "INT", "TERM", "KILL"})
+        fs::create_directory(folder / name);
+    ASSERT_EQ(bash(render_into(folder / "whole") + "wait $pid").status, 0);
+    for (const auto& [signal, status] :
+         {std::pair("INT", 130), std::pair("TERM", 143), std::pair("KILL", 137)}) {
+        const fs::path out = folder / signal;
+        const Said stopped = bash(kJobControl + render_into(out) + wait_for("0020.png") + "kill -" + signal +
+                                  " $pid; wait $pid");
+        ASSERT_EQ(stopped.status, status) << stopped.errors;
+        ASSERT_FALSE(fs::exists(out / "0200.png")) << "stopped too late to show anything";
+        for (const auto& entry : fs::directory_iterator(out)) {
+            const std::string name = entry.path().filename();
+            if (name.starts_with('.') && status == 137) continue;
+            EXPECT_EQ(read_file(entry.path()), read_file(folder / "whole" / name)) << signal << name;
+        }
+        EXPECT_THAT(stopped.errors, HasSubstr(status == 137 ? "" : "of 200 frames"));
+        ASSERT_EQ(bash(render_into(out) + "wait $pid").status, 0);
+        EXPECT_EQ(bash("diff -r " + (folder / "whole").string() + " " + out.string()).output, "");
+    }
+}
+
+// Where nothing fits: a line that names the file, status 5, and not even a hidden file left.
+TEST(Hostile, AFullDiskLeavesNothingHalfWritten) {
+    const char* const places[] = {
+        "ulimit -f 4", "mount -t tmpfs -o size=64k none . && cd . && head -c 60k /dev/zero > full"};
+    const bool may_mount = bash("unshare -rm mount -t tmpfs none /mnt").status == 0;
+    for (const char* place : places) {
+        const bool is_mount = std::string_view(place).starts_with("mount");
+        if (is_mount && !may_mount) GTEST_SKIP() << "no right to mount a small file system";
+        for (const char* output : {"a.png", "a.exr", "a.mov", "a.mkv", "a.gif"}) {
+            const ScratchFolder folder;
+            const std::string script = "cd " + folder.path().string() + " && " + place +
+                                       " && cd $PWD && { " FLUMO_PROGRAM
+                                       " render --size 320x180 --depth 16 -q -o " +
+                                       output + "; echo $?; ls -A; }";
+            std::ofstream(folder / "script") << script;
+            const Said said =
+                bash(std::string(is_mount ? "unshare -rm " : "") + "bash " + (folder / "script").string());
+            EXPECT_EQ(said.output, is_mount ? "5\nfull\n" : "5\nscript\n") << place << output;
+            EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+            EXPECT_THAT(said.errors, StartsWith(std::string("flumo: cannot write \"") + output + "\": "));
+        }
+    }
+}
+
+TEST(Hostile, StandardOutputThatIsFullIsAnError) {
+    const ScratchFolder folder;
+    const std::string render = "render --size 64x36 --frames 1-3 ";
+    for (const std::string& command : {std::string("controls"), render + "-o -",
+                                       render + "--progress json -o '" + (folder / "#.png").string() + "'"}) {
+        const Said said = bash(FLUMO_PROGRAM " " + command + " > /dev/full");
+        EXPECT_EQ(said.status, 5) << command;
+        EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+    }
+}
+
+TEST(Hostile, AFolderThatGoesAwayEndsTheRun) {
+    const ScratchFolder folder;
+    fs::create_directory(folder / "out");
+    const Said said = bash(render_into(folder / "out") + wait_for("0005.png") + "until rm -r " +
+                           (folder / "out").string() + " 2>/dev/null; do :; done; wait $pid");
+    EXPECT_EQ(said.status, 5) << said.errors;
+    EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+    EXPECT_EQ(folder.file_count(), 0u);
+}
+
+}  // namespace
+}  // namespace flumo::cli

@@ -8,7 +8,7 @@
 
 namespace flumo::host {
 
-ControlEvents::ControlEvents(Instance& instance, ControlPlace place, SuiteProvider* suites)
+ControlEvents::ControlEvents(Instance& instance, const ControlPlace& place, SuiteProvider* suites)
     : instance_(instance), place_(place), suites_(suites) {}
 
 PF_EventExtra ControlEvents::click_event(PF_Point point, int clicks, PF_Modifiers modifiers) const {

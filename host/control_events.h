@@ -41,7 +41,7 @@ struct EventOutcome {
 /// is borrowed; without one the drawing and application suites are missing.
 class ControlEvents {
   public:
-    ControlEvents(Instance& instance, ControlPlace place, SuiteProvider* suites = nullptr);
+    ControlEvents(Instance& instance, const ControlPlace& place, SuiteProvider* suites = nullptr);
 
     EventOutcome click(PF_Point point, int clicks = 1, PF_Modifiers modifiers = PF_Mod_NONE);
     /// Repeats the click at another point. Throws std::logic_error unless a click asked for drags.

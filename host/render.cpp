@@ -45,7 +45,7 @@ void throw_on_error(PF_Cmd command, const Outcome& outcome, const Call& call) {
 /// The road of one frame, from its request to the world.
 class FrameRun {
   public:
-    FrameRun(Instance& instance, const FrameRequest& request, PF_InData in_data)
+    FrameRun(Instance& instance, const FrameRequest& request, const PF_InData& in_data)
         : instance_(instance),
           state_(begin_frame(request, instance.host().input_layers())),
           in_data_(in_data) {

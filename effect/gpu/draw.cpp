@@ -42,6 +42,7 @@ void DrawQuad(GLuint vertexBuffer) {
     glBindBuffer(GL_ARRAY_BUFFER, vertexBuffer);
     glVertexAttribPointer(kPositionAttribute, 3, GL_FLOAT, GL_FALSE, kStride, nullptr);
     glVertexAttribPointer(kCoordinateAttribute, 2, GL_FLOAT, GL_FALSE, kStride,
+                          // NOLINTNEXTLINE(performance-no-int-to-ptr): GL takes an offset as a pointer
                           reinterpret_cast<const void*>(kCoordinateOffset));
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
     glDisableVertexAttribArray(kPositionAttribute);

@@ -11,6 +11,7 @@ namespace {
 const std::vector<std::string>& IndexList() {
     static const std::vector<std::string> list = [] {
         std::vector<std::string> ids;
+        ids.reserve(std::size(kControls));
         for (const Control& control : kControls)
             ids.emplace_back(control.id);
         return ids;

@@ -14,7 +14,7 @@ namespace flumo {
 namespace {
 
 using RampTexels = std::array<GradientSample, kRampWidth>;
-static_assert(sizeof(RampTexels) == kRampWidth * 4 * sizeof(GLfloat));
+static_assert(sizeof(RampTexels) == sizeof(GLfloat) * 4 * kRampWidth);
 
 RampTexels SampleRamp(const GradientRecord& gradient) {
     RampTexels texels;

@@ -90,17 +90,5 @@ TEST(World, CopiesShareNothingAndMovesKeepThePixels) {
     EXPECT_FALSE(moved.same_picture(world));
 }
 
-TEST(World, ReshapeKeepsMemoryForTheSameShape) {
-    World world(8, 8, Depth::k32);
-    world.set_rgba(3, 3, {1, 1, 1, 1});
-    const void* pixels = world.record().data;
-    world.reshape({.width = 8, .height = 8, .depth = Depth::k32, .origin_x = 5});
-    EXPECT_EQ(world.record().data, pixels);
-    EXPECT_EQ(world.record().origin_x, 5);
-    EXPECT_EQ(world.rgba(3, 3), (Rgba{1, 1, 1, 1}));
-    world.reshape({.width = 8, .height = 7, .depth = Depth::k32});
-    EXPECT_EQ(world.rgba(3, 3), (Rgba{0, 0, 0, 0}));
-}
-
 }  // namespace
 }  // namespace flumo::host

@@ -9,28 +9,25 @@ namespace flumo::tests {
 inline constexpr PF_Err kOutOfMemory = 4;
 
 inline host::FrameRequest tiny_frame() {
-    host::FrameRequest request;
-    request.width = 16;
-    request.height = 8;
-    return request;
+    return {.width = 16, .height = 8};
+}
+
+template <typename Command>
+PF_Err answer_to(const Command& command) {
+    try {
+        command();
+        return PF_Err_NONE;
+    } catch (const host::HostError& error) {
+        return error.code();
+    }
 }
 
 inline PF_Err render_tiny(host::Instance& instance) {
-    try {
-        instance.render(tiny_frame());
-        return PF_Err_NONE;
-    } catch (const host::HostError& error) {
-        return error.code();
-    }
+    return answer_to([&] { instance.render(tiny_frame()); });
 }
 
 inline PF_Err set_up(host::Host& host) {
-    try {
-        host.global_setup();
-        return PF_Err_NONE;
-    } catch (const host::HostError& error) {
-        return error.code();
-    }
+    return answer_to([&] { host.global_setup(); });
 }
 
 /// Whether version and flags stand in the out data, whatever came of the rest of global set-up.

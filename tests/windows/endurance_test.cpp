@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <set>
 #include <string>
 #include <thread>
@@ -39,21 +40,22 @@ std::ptrdiff_t count_calls(const std::string& name) {
                          [&](const std::string& call) { return call.starts_with(name); });
 }
 
-void expect_paired_calls(std::ptrdiff_t contexts) {
-    EXPECT_EQ(count_calls("GetDC"), contexts);
-    EXPECT_EQ(count_calls("ReleaseDC"), contexts);
-    EXPECT_EQ(count_calls("wglDeleteContext"), contexts);
-    EXPECT_EQ(count_calls("UnregisterClassA"), contexts);
-    EXPECT_EQ(spy::live_contexts(), 0);
-    EXPECT_EQ(spy::wrong_shares(), 0);
-}
-
-void expect_different_classes(std::size_t contexts) {
-    std::set<std::string> classes;
-    for (const std::string& call : spy::calls()) {
-        if (call.starts_with("RegisterClassExA")) classes.insert(call);
+/// Plays rounds of `contexts` each within one load; from round `settled` on nothing may grow.
+void expect_no_growth(int rounds, int settled, int contexts, const std::function<void(host::Host&)>& play) {
+    const WindowsModule windows;
+    host::Host host(windows.module());
+    std::intptr_t mark = 0;
+    for (int round = 0; round < rounds; ++round) {
+        SCOPED_TRACE(round);
+        play(host);
+        ASSERT_EQ(spy::live_contexts(), 0);
+        if (round == settled) mark = handle_mark();
     }
-    EXPECT_EQ(classes.size(), contexts);
+    EXPECT_LE(handle_mark(), mark + kLateHandles);
+    for (const char* call : {"GetDC", "ReleaseDC", "wglDeleteContext", "UnregisterClassA"})
+        EXPECT_EQ(count_calls(call), rounds * contexts) << call;
+    EXPECT_EQ(spy::wrong_shares(), 0);
+    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
 }
 
 TEST(HandleMark, RisesWhenAHandleIsLost) {
@@ -66,29 +68,20 @@ TEST(HandleMark, RisesWhenAHandleIsLost) {
 
 TEST(Endurance, HundredRoundsOfSetUpAndSetDown) {
     constexpr int kRounds = 100;
-    constexpr int kSettled = 10;
-    const WindowsModule windows;
-    host::Host host(windows.module());
-    std::intptr_t settled = 0;
-    for (int round = 0; round < kRounds; ++round) {
-        ASSERT_EQ(set_up(host), PF_Err_NONE) << "round " << round;
+    expect_no_growth(kRounds, 10, 1, [](host::Host& host) {
+        ASSERT_EQ(set_up(host), PF_Err_NONE);
         host.global_setdown();
-        if (round == kSettled) settled = handle_mark();
+    });
+    std::set<std::string> classes;
+    for (const std::string& call : spy::calls()) {
+        if (call.starts_with("RegisterClassExA")) classes.insert(call);
     }
-    EXPECT_LE(handle_mark(), settled + kLateHandles);
-    expect_paired_calls(kRounds);
-    expect_different_classes(kRounds);
-    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
+    EXPECT_EQ(classes.size(), std::size_t{kRounds});
 }
 
 TEST(Endurance, EightThreadsThatComeAndGo) {
     constexpr int kThreads = 8;
-    constexpr int kRounds = 10;
-    constexpr int kSettled = 2;
-    const WindowsModule windows;
-    host::Host host(windows.module());
-    std::intptr_t settled = 0;
-    for (int round = 0; round < kRounds; ++round) {
+    expect_no_growth(10, 2, kThreads + 1, [](host::Host& host) {
         host.start();
         auto instance = host.new_instance();
         std::array<PF_Err, kThreads> answers = {};
@@ -102,15 +95,10 @@ TEST(Endurance, EightThreadsThatComeAndGo) {
                 });
             }
         }
-        EXPECT_THAT(answers, testing::Each(PF_Err_NONE)) << "round " << round;
+        EXPECT_THAT(answers, testing::Each(PF_Err_NONE));
         instance.reset();
         host.global_setdown();
-        EXPECT_EQ(spy::live_contexts(), 0) << "round " << round;
-        if (round == kSettled) settled = handle_mark();
-    }
-    EXPECT_LE(handle_mark(), settled + kLateHandles);
-    expect_paired_calls(kRounds * (kThreads + 1));
-    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
+    });
 }
 
 }  // namespace

@@ -19,6 +19,8 @@ struct Finding {
     std::string seen;
     /// Worth knowing, but against no rule.
     bool is_note = false;
+
+    bool operator==(const Finding&) const = default;
 };
 
 /// One line, ended.

@@ -68,14 +68,16 @@ class Listener {
         }
         if (line.contains("skipped")) result_.skipped = line["skipped"];
         if (line.contains("done")) done_ = true;
-        if (line.contains("finding")) result_.findings.push_back(read(line["finding"]));
-        if (line.contains("note")) {
-            result_.notes.push_back(read(line["note"]));
-            result_.notes.back().is_note = true;
-        }
+        if (line.contains("finding")) add(line["finding"], false, result_.findings);
+        if (line.contains("note")) add(line["note"], true, result_.notes);
     }
 
-    Finding read(const json& told) const { return finding(told["expected"], told["seen"]); }
+    /// Once for a step, however often it was seen there.
+    void add(const json& told, bool is_note, std::vector<Finding>& known) const {
+        Finding found = finding(told["expected"], told["seen"]);
+        found.is_note = is_note;
+        if (std::ranges::find(known, found) == known.end()) known.push_back(std::move(found));
+    }
 
     Finding finding(const std::string& expected, const std::string& seen) const {
         return {.level = result_.played->level,

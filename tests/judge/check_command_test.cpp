@@ -122,6 +122,10 @@ TEST_F(CheckCommand, TellsPeopleOneLineForEachFinding) {
                            broken_module("SaysNothingAbout") + " --seed 5 --reproduce entry.about:text]\n"));
     EXPECT_THAT(text, HasSubstr("8 cases, 2 skipped"));
     EXPECT_TRUE(text.ends_with(": 1 finding, 0 notes\n1\n")) << text;
+    // Both frames of this step are written past their rows.
+    const Checked twice =
+        flumo_check({broken_module("WritesPastRow"), "--reproduce", "frames.sizes:1x1@8+0"});
+    EXPECT_THAT(twice.each("step"), ElementsAre("1x1@8+0"));
 }
 
 // A signal that ends the process with the module in it is no finding.

@@ -32,7 +32,9 @@ std::string end_text(const ChildEnd& end) {
     const std::string said = tail.empty() ? "" : ", after \"" + tail + "\"";
     if (end.status > kFirstSignal) {
         const int signal = end.status - kFirstSignal;
-        return "the process ended by signal " + std::to_string(signal) + ", " + strsignal(signal) + said;
+        const char* const name = sigdescr_np(signal);
+        return "the process ended by signal " + std::to_string(signal) + ", " + (name ? name : "unknown") +
+               said;
     }
     return "the process ended with status " + std::to_string(end.status) + said;
 }

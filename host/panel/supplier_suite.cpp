@@ -44,8 +44,8 @@ CairoSurface image_from(const uint8_t* data, int width, int height, int rowbytes
     for (int y = 0; y < height; ++y) {
         const uint8_t* in = data + std::ptrdiff_t{y} * rowbytes;
         auto* out = reinterpret_cast<uint32_t*>(target + std::ptrdiff_t{y} * stride);
-        for (int x = 0; x < width; ++x)
-            out[x] = cairo_pixel(in + std::ptrdiff_t{4} * x, row);
+        for (std::ptrdiff_t x = 0; x < width; ++x)
+            out[x] = cairo_pixel(in + 4 * x, row);
     }
     cairo_surface_mark_dirty(surface.get());
     return surface;

@@ -32,6 +32,10 @@ void write_time_and_place(const FrameState& state, PF_InData& in_data) {
 struct PreRenderData {
     void* data = nullptr;
     PF_DeletePreRenderDataFunc free_data = nullptr;
+
+    PreRenderData() = default;
+    PreRenderData(const PreRenderData&) = delete;
+    PreRenderData& operator=(const PreRenderData&) = delete;
     ~PreRenderData() {
         if (free_data) free_data(data);
     }
@@ -60,7 +64,8 @@ class FrameRun {
         PF_PreRenderCallbacks callbacks = pre_render_callbacks();
         PF_PreRenderExtra extra{&input, &output, &callbacks};
         send(PF_Cmd_SMART_PRE_RENDER, &extra);
-        data_ = {output.pre_render_data, output.delete_pre_render_data_func};
+        data_.data = output.pre_render_data;
+        data_.free_data = output.delete_pre_render_data_func;
         return output;
     }
 

@@ -28,6 +28,7 @@ struct Call {
     explicit Call(Host& host, Instance* instance = nullptr, SuiteProvider* suites = nullptr);
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
+    ~Call() = default;
 
     PF_ProgPtr ref() { return reinterpret_cast<PF_ProgPtr>(this); }
 

@@ -38,6 +38,8 @@ class Module {
     /// An effect that is linked into this program; nothing is loaded.
     Module(EffectMainFunction effect_main, PluginDataEntry plugin_data_entry);
     ~Module();
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
     Module(Module&&) noexcept;
     Module& operator=(Module&&) noexcept;
 

@@ -42,6 +42,9 @@ struct OverlayBuffers {
 
 /// One thread's GL objects. A name of 0 is not made yet; any other is alive in this record's context.
 struct AESDK_OpenGL_EffectRenderData : AESDK_OpenGL_EffectCommonData {
+    AESDK_OpenGL_EffectRenderData() = default;
+    AESDK_OpenGL_EffectRenderData(const AESDK_OpenGL_EffectRenderData&) = delete;
+    AESDK_OpenGL_EffectRenderData& operator=(const AESDK_OpenGL_EffectRenderData&) = delete;
     /// Makes the record's context current on the calling thread and deletes what it holds.
     ~AESDK_OpenGL_EffectRenderData() override;
 

@@ -46,6 +46,8 @@ class Panel : public SuiteProvider {
     /// Painted with the background colour. Throws std::invalid_argument for a size or scale that is not
     /// above 0 or that Cairo cannot hold.
     explicit Panel(const PanelOptions& options);
+    Panel(const Panel&) = delete;
+    Panel& operator=(const Panel&) = delete;
     ~Panel() override;
 
     const PanelOptions& options() const { return options_; }

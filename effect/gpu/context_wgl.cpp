@@ -16,6 +16,10 @@ namespace {
 using GetExtensionsString = const char*(WINAPI*)(HDC);
 using CreateContextAttribs = HGLRC(WINAPI*)(HDC, HGLRC, const int*);
 
+// The system's header for these brings its own GL names, which glbinding refuses beside it.
+constexpr int WGL_CONTEXT_MAJOR_VERSION_ARB = 8337;
+constexpr int WGL_CONTEXT_MINOR_VERSION_ARB = 8338;
+
 // Looked up on the root context, where they first exist, and good for every context after it.
 GetExtensionsString wglGetExtensionsString = nullptr;
 CreateContextAttribs wglCreateContextAttribs = nullptr;
@@ -100,7 +104,8 @@ void MakeRoot(HDC deviceContext, void*& made) {
 
 /// A context of version 3.3, joined to the root after it has been current and not as it is created.
 void MakeShared(HDC deviceContext, HGLRC root, void*& made) {
-    constexpr std::array<int, 5> kVersion33 = {0x2091 /* major */, 3, 0x2092 /* minor */, 3, 0};
+    constexpr std::array<int, 5> kVersion33 = {WGL_CONTEXT_MAJOR_VERSION_ARB, 3,
+                                               WGL_CONTEXT_MINOR_VERSION_ARB, 3, 0};
     if (wglCreateContextAttribs == nullptr) Fail();
     const HGLRC context = wglCreateContextAttribs(deviceContext, nullptr, kVersion33.data());
     if (context == nullptr) Fail();

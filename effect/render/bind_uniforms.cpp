@@ -73,8 +73,10 @@ void DeleteTextures(const FrameTextures& textures) {
 
 QuadVertices PlacedQuad(const PF_InData& in_data, A_long width, A_long height, A_long originX,
                         A_long originY) {
-    const float fullW = static_cast<float>(in_data.width) * Ratio(in_data.downsample_x);
-    const float fullH = static_cast<float>(in_data.height) * Ratio(in_data.downsample_y);
+    const float downsampleX = Ratio(in_data.downsample_x);
+    const float downsampleY = Ratio(in_data.downsample_y);
+    const float fullW = static_cast<float>(in_data.width) * downsampleX;
+    const float fullH = static_cast<float>(in_data.height) * downsampleY;
     return FrameQuad(static_cast<float>(width), static_cast<float>(height),
                      static_cast<float>(originX) / fullW, static_cast<float>(originY) / fullH,
                      static_cast<float>(width + originX) / fullW,

@@ -10,6 +10,7 @@
 
 #include "cli/child_process.h"
 #include "cli/exr_file.h"
+#include "cli/file_contents.h"
 #include "cli/picture_file.h"
 #include "cli/png_file.h"
 #include "tests/cli/scratch_folder.h"
@@ -191,6 +192,14 @@ TEST_F(FlumoProcess, ListsTheControls) {
     EXPECT_THAT(text.output, StartsWith("Index"));
     EXPECT_EQ(std::ranges::count(text.output, '\n'), 87);
     EXPECT_THAT(text.output, Not(HasSubstr("OpenGL")));
+
+    const std::string guide = read_text_file(FLUMO_GUIDE);
+    for (const json& control : expected) {
+        const std::string row =
+            "\n| " + control["name"].get<std::string>() + " | `" + control["id"].get<std::string>() + "` | ";
+        const bool is_mark = control["kind"].get<std::string>().starts_with("group");
+        EXPECT_EQ(guide.find(row) == std::string::npos, is_mark) << row;
+    }
 }
 
 TEST_F(FlumoProcess, ShowsIdentityFlagsAndDriver) {

@@ -127,7 +127,7 @@ TEST_F(PoorMachine, WithoutADisplay) {
 }
 
 TEST_F(PoorMachine, WithAnOldDriver) {
-    setenv("MESA_GL_VERSION_OVERRIDE", "3.1", 1);
+    setenv("MESA_GL_VERSION_OVERRIDE", "3.2", 1);
     expect_no_set_up();
 }
 

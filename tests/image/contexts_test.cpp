@@ -99,7 +99,12 @@ TEST(Records, EndOnAnotherThreadWithAllThatTheyMade) {
     const GlScope gl;
     auto record = std::make_unique<RenderData>();
     AESDK_OpenGL_StartContext(*record, CommonData);
-    AESDK_OpenGL_PrepareResources(*record, 8, 4, 1);
+    {
+        const CallCounter counter;
+        AESDK_OpenGL_PrepareResources(*record, 8, 4, 1);
+        for (const char* call : {"glCreateShader", "glDetachShader", "glDeleteShader"})
+            EXPECT_EQ(counter.calls(call), 2 * 5) << call;
+    }
     const GLuint program = record->mainProgram;
     const GLuint texture = record->largeTexture;
     AESDK_OpenGL_MakeCurrent(*gl);
@@ -178,6 +183,9 @@ TEST(Faults, TellTheirKind) {
             6);
     }
     EXPECT_EQ(code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BindTarget(*gl, 0); }), 3);
+    RenderData nowhere, unmade;
+    nowhere.renderContext = &nowhere;
+    EXPECT_EQ(code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_StartContext(unmade, &nowhere); }), 1);
     // The user is told of an incomplete target that is found behind the binding.
     PF_UtilCallbacks utils{};
     utils.ansi.sprintf = std::sprintf;

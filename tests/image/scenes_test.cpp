@@ -84,11 +84,13 @@ TEST(Scenes, PartialRequests) {
 
 TEST(Scenes, LowerResolutions) {
     for (const auto& [x, y] : {std::pair(2u, 2u), {3u, 3u}, {2u, 1u}}) {
-        FrameRequest request = sized(96, 60);
+        FrameRequest request = sized(97, 61);  // neither is a whole number of pixels then
         request.downsample_x = {1, x};
         request.downsample_y = {1, y};
         const std::string name = "1/" + std::to_string(x) + " by 1/" + std::to_string(y);
         expect_frame("noise at " + name, fluid(), request);
+        request.width = 96;
+        request.height = 60;
         expect_frame("lines at " + name, lined_plane(96 / static_cast<int>(x), 60 / static_cast<int>(y)),
                      request);
     }
@@ -289,6 +291,16 @@ TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
             EXPECT_EQ(shoot({look, sized(8, 8)}).width(), 8) << "no more is known of an infinite scale";
         }
     }
+}
+
+// No alpha is below a threshold of 0, and of a noise that is one half everywhere none is below 50 percent.
+TEST(Scenes, WhatIsAtAThresholdIsNotBelowIt) {
+    const Look grey = {{NoiseContrast, 0}, {NoiseBrightness, 50}};
+    const Look cleared = {{Layer1, flat_layer({1, 1, 1, 0})}, {AlphaTreshold, 0}, {NoiseBrightness, 50}};
+    EXPECT_TRUE(shoot({cleared, sized(9, 5)}).same_picture(shoot({grey, sized(9, 5)})));
+    const Look half = lines({{LinesAlphaNoiseComplexity, 1}, {LinesAlphaNoiseScale, 0}});
+    const host::World masked = shoot({with(half, {{LinesAlphaThreshold, 50}}), sized(kWidth, kHeight)});
+    EXPECT_TRUE(masked.same_picture(shoot({half, sized(kWidth, kHeight)})));
 }
 
 // A flat field has no line, not even at a line's own height, and nothing over nothing is transparent black.

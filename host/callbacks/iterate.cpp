@@ -80,9 +80,12 @@ bool is_float_world(const PF_EffectWorld* world) {
     }
 }
 
-PF_Err iterate(PF_InData*, A_long, A_long, PF_EffectWorld* source, const PF_Rect* asked, void* refcon,
+PF_Err iterate(PF_InData* in_data, A_long, A_long, PF_EffectWorld* source, const PF_Rect* asked, void* refcon,
                PF_IteratePixelFloatFunc function, PF_EffectWorld* target) {
     return answer(Callback::kIterateFloat, [&](Call& call) -> PF_Err {
+        if (!in_data || in_data->effect_ref != call.ref()) {
+            return misused(call, "iterated for a call that is not running");
+        }
         if (!is_float_world(source) || !is_float_world(target)) {
             return misused(call, "iterated over a world that does not hold floats");
         }

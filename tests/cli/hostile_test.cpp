@@ -2,11 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <fstream>
 
-#include "cli/child_process.h"
 #include "cli/file_contents.h"
+#include "tests/cli/program.h"
 #include "tests/cli/scratch_folder.h"
 
 namespace flumo::cli {
@@ -16,16 +15,8 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-struct Said {
-    int status;
-    std::string output;
-    std::string errors;
-};
-
 Said bash(const std::string& script) {
-    const auto result = run_child({"bash", "-c", script});
-    if (!result) throw std::runtime_error("cannot start bash");
-    return {result->status, {result->output.begin(), result->output.end()}, result->errors};
+    return run_program({"bash", "-c", script});
 }
 
 // Job control gives the program its own group, so that SIGINT is not ignored as in background jobs.
@@ -41,10 +32,6 @@ std::string render_into(const fs::path& folder) {
 
 std::string wait_for(const std::string& file) {
     return "while [ ! -e " + file + " ] && kill -0 $pid; do sleep 0.01; done; ";
-}
-
-bool is_one_line(const std::string& text) {
-    return std::ranges::count(text, '\n') == 1 && text.ends_with('\n') && text.starts_with("flumo: ");
 }
 
 TEST(Hostile, StoppedAndResumedEqualsUninterrupted) {

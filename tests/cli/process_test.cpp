@@ -8,11 +8,11 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "cli/child_process.h"
 #include "cli/exr_file.h"
 #include "cli/file_contents.h"
 #include "cli/picture_file.h"
 #include "cli/png_file.h"
+#include "tests/cli/program.h"
 #include "tests/cli/scratch_folder.h"
 
 namespace flumo::cli {
@@ -27,17 +27,9 @@ using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
-struct Said {
-    int status;
-    std::string output;
-    std::string errors;
-};
-
 Said run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), FLUMO_PROGRAM);
-    const auto result = run_child(arguments);
-    if (!result) throw std::runtime_error("cannot start " FLUMO_PROGRAM);
-    return {result->status, {result->output.begin(), result->output.end()}, result->errors};
+    return run_program(arguments);
 }
 
 // A small frame into a scratch folder, and more arguments.
@@ -60,10 +52,6 @@ class FlumoProcess : public testing::Test {
 
     ScratchFolder folder_;
 };
-
-bool is_one_line(const std::string& text) {
-    return std::ranges::count(text, '\n') == 1 && text.ends_with('\n') && text.starts_with("flumo: ");
-}
 
 TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
     write("text.txt", "not a picture, not a module, not a scene\n");

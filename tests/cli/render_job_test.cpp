@@ -33,24 +33,17 @@ class RenderJobTest : public testing::Test {
     RenderOptions options_;
 };
 
-TEST_F(RenderJobTest, DefaultsWhereNothingIsSaid) {
-    EXPECT_EQ(job().size.width, 1920);
+TEST_F(RenderJobTest, OptionsGoOverTheSceneAndBothOverDefaults) {
     EXPECT_EQ(job().size.height, 1080);
-    EXPECT_EQ(job().depth, host::Depth::k8);
     EXPECT_THAT(job().frames, ElementsAre(0));
     EXPECT_THAT(job().tracks, SizeIs(0));
-}
 
-TEST_F(RenderJobTest, SceneOverDefaults) {
     options_.scene = folder_ / "look.json";
     EXPECT_EQ(job().size.width, 320);
     EXPECT_EQ(job().depth, host::Depth::k16);
     EXPECT_THAT(job().frames, ElementsAre(1, 2, 3));
     EXPECT_THAT(keyframes("Evolution"), SizeIs(2));
-}
 
-TEST_F(RenderJobTest, OptionsOverScene) {
-    options_.scene = folder_ / "look.json";
     options_.size = FrameSize{64, 36};
     options_.depth = 32;
     options_.frames = {7};

@@ -1,4 +1,4 @@
-// What an effect leaves behind or does wrong is found, each by its own trace.
+// What an effect does wrong is noted, each misuse in its own words.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -32,16 +32,6 @@ PF_EffectWorld* pixels_of(EffectCall& call, A_long id) {
     call.render().cb->checkout_layer_pixels(call.in.effect_ref, id, &world);
     return world;
 }
-
-/// What stays lent after a render; the trace is a piece of describe().
-constexpr Offence kLeaks[] = {
-    {"of 5 bytes is alive, locked 0", [](EffectCall& c) { new_handle(c, 5); }},
-    {"of 6 bytes is alive, locked 1", [](EffectCall& c) { c.in.utils->host_lock_handle(new_handle(c, 6)); }},
-    {"1 control(s) checked out", [](EffectCall& c) { checked_out(c); }},
-    {"1 layer(s) checked out", [](EffectCall& c) { pixels_of(c, 0); }},
-    {"\"PF World Suite\" version 2 is acquired 1",
-     [](EffectCall& c) { c.acquire<PF_WorldSuite2>(kPFWorldSuite, kPFWorldSuiteVersion2); }},
-};
 
 /// What is noted as a misuse.
 constexpr Offence kMisuses[] = {
@@ -110,16 +100,7 @@ class Offences : public testing::Test {
     Host host{effect.module};
 };
 
-TEST_F(Offences, LeaveATrace) {
-    for (const Offence& leak : kLeaks) {
-        Host other(effect.module);
-        other.start();
-        commit(leak, effect, other);
-        other.global_setdown();
-        EXPECT_FALSE(other.accounting().clean()) << leak.trace;
-        EXPECT_THAT(other.accounting().describe(), HasSubstr(leak.trace));
-        EXPECT_THAT(other.accounting().misuses(), IsEmpty()) << leak.trace;
-    }
+TEST_F(Offences, AreNotedOnceEach) {
     for (const Offence& misuse : kMisuses) {
         host.accounting().forget_misuses();
         commit(misuse, effect, host);

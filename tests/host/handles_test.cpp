@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <thread>
 
 namespace flumo::host {
 namespace {
@@ -47,25 +46,6 @@ TEST(Handles, SmallBlocksHoldJunkAndLargeOnesAreReused) {
     table.dispose(large);
     EXPECT_EQ(*table.create(1 << 20), memory);
     EXPECT_EQ(table.create(UINT64_MAX), nullptr);
-}
-
-TEST(Handles, ServeManyThreads) {
-    HandleTable table;
-    {
-        std::vector<std::jthread> threads;
-        for (int t = 0; t < 4; ++t) {
-            threads.emplace_back([&] {
-                for (uint64_t i = 1; i < 2000; ++i) {
-                    const PF_Handle handle = table.create(i * 64);
-                    std::memset(table.lock(handle), 1, i * 64);
-                    table.unlock(handle);
-                    table.dispose(handle);
-                }
-            });
-        }
-    }
-    EXPECT_EQ(table.live_count(), 0u);
-    EXPECT_EQ(table.lock_count(), 0u);
 }
 
 }  // namespace

@@ -7,8 +7,13 @@
 #include <cstdio>
 #include <cstring>
 
+#include "effect/gpu/resources.h"
+#include "effect/gpu/target.h"
+#include "effect/render/download.h"
 #include "effect/render/smart_pre_render.h"
 #include "effect/render/smart_render.h"
+#include "tests/effect/hosted_call.h"
+#include "tests/image/gl_scope.h"
 #include "tests/image/looks.h"
 
 namespace flumo::test {
@@ -121,6 +126,36 @@ TEST(Delivery, HostWithoutABasicSuiteIsToldSo) {
     PF_OutData out{};
     EXPECT_EQ(SmartRender(&in, &out, &extra), 516);
     EXPECT_STREQ(out.return_msg, "Couldn't release suite.");
+}
+
+// The host copies floats itself, and shows how far it is by the rows of the input world.
+TEST(Delivery, FloatsAreIteratedByTheInputsRows) {
+    static PF_EffectWorld input{}, output{};
+    static PF_InData in{};
+    input.height = 7;
+    HostedCall within;
+    static decltype(SPBasicSuite::AcquireSuite) acquire_from_host;
+    SPBasicSuite basic = *within.in_data.pica_basicP;
+    acquire_from_host =
+        std::exchange(basic.AcquireSuite, [](const char* name, int32_t version, const void** suite) -> SPErr {
+            static PF_iterateFloatSuite1 iteration{};
+            iteration.iterate = [](PF_InData* data, A_long base, A_long last, PF_EffectWorld* source,
+                                   const PF_Rect* area, void*, auto, PF_EffectWorld* target) -> PF_Err {
+                EXPECT_EQ(data, &in);
+                EXPECT_EQ(std::pair(base, last), std::pair(0, 7));
+                EXPECT_EQ(std::pair(source, target), std::pair(&input, &output));
+                EXPECT_EQ(area, nullptr);
+                return 77;
+            };
+            *suite = &iteration;
+            return std::strcmp(name, kPFIterateFloatSuite) != 0 ? acquire_from_host(name, version, suite) : 0;
+        });
+    AEGP_SuiteHandler suites(&basic);
+    const GlScope gl;
+    AESDK_OpenGL_PrepareResources(*gl, 3, 2, 1);
+    AESDK_OpenGL_BindTarget(*gl, gl->outputTexture);
+    EXPECT_THROW(DownloadOutput(*gl, suites, &input, &output, &in, PixelFormatInfo(PF_PixelFormat_ARGB128)),
+                 PF_Err);
 }
 
 Rect edges(const PF_LRect& rect) {

@@ -23,10 +23,12 @@ PF_Err get_color(PF_App_ColorType type, PF_App_Color* color) {
     });
 }
 
-PF_Err pick_color(const A_char* title, const PF_PixelFloat* sample, PF_Boolean, PF_PixelFloat* color) {
+PF_Err pick_color(const A_char* title, const PF_PixelFloat* sample, PF_Boolean converts,
+                  PF_PixelFloat* color) {
     return answer(Callback::kColorPicker, [&](Call& call) -> PF_Err {
         Panel& panel = state_of(call).panel;
         panel.picker_title = title;
+        panel.picker_converts = converts != 0;
         const PickedColor picked = panel.color_picker ? panel.color_picker(*sample) : PickedColor{};
         if (picked.status == PF_Err_NONE) *color = picked.color;
         return picked.status;

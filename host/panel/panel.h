@@ -55,6 +55,8 @@ class Panel : public SuiteProvider {
     std::function<PickedColor(const PF_PixelFloat& sample)> color_picker;
     /// Title of the last dialog.
     std::string picker_title;
+    /// Whether it was asked to show colours as the monitor would have them.
+    bool picker_converts = false;
 
     /// Size of the image in its own pixels.
     int image_width() const;

@@ -22,8 +22,8 @@ TEST(GradientsMatch, IsReflexiveAndSeesEveryField) {
         change([](GradientStop& stop) { ++stop.kind; }, false);
         for (float GradientStop::*channel :
              {&GradientStop::r, &GradientStop::g, &GradientStop::b, &GradientStop::a}) {
-            change([&](GradientStop& stop) { stop.*channel += 0.00005F; }, true);
-            change([&](GradientStop& stop) { stop.*channel -= 0.00012F; }, false);
+            change([&](GradientStop& stop) { stop.*channel += 0.0000995F; }, true);
+            change([&](GradientStop& stop) { stop.*channel -= 0.0001005F; }, false);
         }
     });
 }

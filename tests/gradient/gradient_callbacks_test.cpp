@@ -70,6 +70,14 @@ TEST_F(GradientCallbacks, CopyLeavesAliasesAndNullsAlone) {
     EXPECT_TRUE(effect_.Tidy());
 }
 
+TEST_F(GradientCallbacks, BlendFromTheLeftAndCompareWithTheOther) {
+    const auto left = effect_.NewValue({{0.5F, kRed}}), right = effect_.NewValue({{1.0F, kRed}});
+    EXPECT_EQ(left->compare(*left), PF_ArbCompare_EQUAL);
+    EXPECT_EQ(left->compare(*right), PF_ArbCompare_NOT_EQUAL);
+    const auto quarter = ArbitraryValue::interpolate(*left, *right, 0.25);
+    EXPECT_EQ(StopsOf(quarter->handle()), (GradientStopMap{{0.625F, kRed}}));
+}
+
 TEST_F(GradientCallbacks, PrintWritesOnlyIntoABufferOfItsExactSize) {
     const auto gradient = effect_.NewValue({{0.5F, kRed}});
     const std::string text = "Gradient t 0.5 edge  r 1 g 0 b 0 a 0.5";

@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 
+#include "effect/gradient/ramp_image.h"
 #include "host/control_events.h"
 #include "host/panel/panel.h"
 #include "tests/gradient/linked_effect.h"
@@ -20,7 +21,7 @@ const GradientStop kRed{kStopLinear, 1, 0, 0, 0.5F};
 constexpr PF_App_Color kBack{0, 0, 0xffff}, kLine{0, 0xffff, 0};
 
 using Color = std::array<int, 3>;
-constexpr Color kBlue{0, 0, 255}, kGreen{0, 255, 0}, kStop{255, 0, 0};
+constexpr Color kBlue{0, 0, 255}, kGreen{0, 255, 0}, kStop{255, 0, 0}, kHalfGreen{0, 127, 128};
 
 // One gradient control at the corner of a panel.
 class Editor {
@@ -38,6 +39,7 @@ class Editor {
 
     EventOutcome Draw() {
         const EventOutcome outcome = events.draw();
+        EXPECT_FALSE(outcome.changed);
         image_ = panel.rgba();
         return outcome;
     }
@@ -83,24 +85,26 @@ TEST(GradientEvents, ClicksEditAndSayWhatTheyDid) {
         std::optional<PF_PixelFloat> sample;
         editor.panel.color_picker = [&](const PF_PixelFloat& shown) {
             sample = shown;
+            EXPECT_EQ(editor.effect.host.handles().lock_count(), 1U) << "the stops stay locked";
             return PickedColor{c.picker, color};
         };
         const EventOutcome outcome = editor.events.click({c.x, 10}, c.clicks, c.modifiers);
         EXPECT_EQ(outcome.error, c.result);
-        EXPECT_EQ(outcome.handled(), c.handled);
+        EXPECT_EQ(outcome.flags, c.handled ? PF_EO_HANDLED_EVENT : PF_EO_NONE);
         EXPECT_EQ(outcome.changed, c.after != before);
         EXPECT_FALSE(outcome.drag_wanted);
         EXPECT_EQ(editor.effect.Stops(), c.after);
         EXPECT_TRUE(!sample || (sample->alpha == 0.5F && sample->red == 1 && sample->green == 0));
+        EXPECT_FALSE(editor.panel.picker_converts);
         EXPECT_EQ(editor.panel.picker_title, sample ? "Gradient Color" : "");
         EXPECT_TRUE(editor.effect.Tidy());
     }
 }
 
 TEST(GradientEvents, MarkersShowTheKindsOnBothSides) {
-    // 138 x 0.75 lies between two pixels and rounds up.
-    Editor editor({{0.0F, {kStopLinear, 1, 0, 0, 0}},
-                   {0.5F, {kStopSin, 1, 0, 0, 0}},
+    // The first three lie in the middle between two pixels of 138 and go to the outer one.
+    Editor editor({{-0.5F / 138, {kStopLinear, 1, 0, 0, 0}},
+                   {0.25F, {kStopSin, 1, 0, 0, 0}},
                    {0.75F, {kStopEdge, 1, 0, 0, 0}},
                    {1.0F, {7, 1, 0, 0, 0}}},
                   {.scale = 8});
@@ -110,8 +114,8 @@ TEST(GradientEvents, MarkersShowTheKindsOnBothSides) {
     const struct {
         double x;
         Shape left, right;
-    } markers[] = {{6.5, kSquare, kPoint},
-                   {75.5, kPoint, kCurve},
+    } markers[] = {{5.5, kSquare, kPoint},
+                   {41.5, kPoint, kCurve},
                    {110.5, kCurve, kSquare},
                    {144.5, kTriangle, kNothing}};
     for (const auto& marker : markers) {
@@ -152,6 +156,7 @@ TEST(GradientEvents, OutlinesFillWholePixels) {
 
 TEST(GradientEvents, RampPixelsTruncateAndWrapInBothLayouts) {
     for (const auto layout : {host::PixelLayout::kArgb, host::PixelLayout::kBgra}) {
+        const bool is_argb = layout == host::PixelLayout::kArgb;
         Editor editor({{0, {kStopLinear, 0, 1.5F, 0.999F, 0}}, {1, {kStopLinear, 1, 1.5F, -0.5F, 0}}},
                       {.layout = layout});
         editor.Draw();
@@ -161,6 +166,11 @@ TEST(GradientEvents, RampPixelsTruncateAndWrapInBothLayouts) {
         EXPECT_EQ(editor.At(6 + 137, 7), (Color{253, 126, 256 - 124}));
         for (const auto& [x, y] : {std::pair{5, 7}, {6 + 138, 7}, {40, 34}})
             EXPECT_EQ(editor.At(x, y), kBlue) << "beside the ramp";
+        std::array<uint8_t, 4> pixel{};
+        FillRampPixels({{0, {kStopLinear, 1, 0, 0.5F, 0}}}, 1, 1,
+                       is_argb ? kDRAWBOT_PixelLayout_32RGB : kDRAWBOT_PixelLayout_32BGR, pixel.data());
+        EXPECT_EQ(pixel, (is_argb ? std::array<uint8_t, 4>{255, 255, 0, 127}
+                                  : std::array<uint8_t, 4>{127, 0, 255, 255}));
         editor.effect.Set({{0, {kStopLinear, 1e20F, 0, 0, 1}}});
         editor.Draw();
         EXPECT_EQ(editor.At(40, 0), (Color{0, 0, 0})) << "what fits no integer";
@@ -176,24 +186,42 @@ TEST(GradientEvents, RepaintingLeavesNothingOfWhatStoodThere) {
     EXPECT_EQ(editor.panel.rgba(), plain.panel.rgba());
 }
 
-TEST(GradientEvents, NeedAPreferredLayoutThatIsSupported) {
+TEST(GradientEvents, DrawLocksBrieflyAndNeedsAPreferredLayoutThatIsSupported) {
+    using enum host::Callback;
     Editor editor({{0, kRed}}, {.layout = host::PixelLayout::kArgb});
     host::Faults& faults = editor.effect.host.faults();
     faults.start_recording();
     editor.Draw();
     const auto calls = faults.stop_recording();
-    const auto prefers = std::ranges::find(calls, host::Callback::kDrawbotPixelLayout) - calls.begin();
-    faults.fail(static_cast<uint64_t>(prefers) + 1, host::FaultMode::kNull);
-    EXPECT_EQ(editor.Draw().error, PF_Err_OUT_OF_MEMORY);
+    const auto place = [&](host::Callback call) {
+        return static_cast<uint64_t>(std::ranges::find(calls, call) - calls.begin());
+    };
+    EXPECT_EQ(std::ranges::count(calls, kLockHandle), 2) << "the stops and the pixels";
+    EXPECT_LT(place(kDrawbotNewImage), place(kUnlockHandle)) << "the pixels are locked while they are copied";
+    EXPECT_LT(place(kUnlockHandle), place(kDrawbotDrawImage)) << "and no longer";
+    EXPECT_EQ(calls.rbegin()[1], kUnlockHandle) << "the stops are locked to the end";
+    for (const uint64_t answer : {0U, 1U}) {
+        faults.fail(place(kDrawbotPixelLayout) + answer, host::FaultMode::kNull);
+        EXPECT_EQ(editor.Draw().error, PF_Err_OUT_OF_MEMORY);
+    }
 }
 
 TEST(GradientEvents, SmallAndForeignAreas) {
-    Editor low({{0, kRed}}, {.height = 16});
+    Editor low({{-1.0F / 138, kRed}}, {.height = 16});
     EXPECT_TRUE(low.Draw().handled());
     EXPECT_EQ(low.At(3, 0), kGreen) << "the marker has the whole height";
+    EXPECT_EQ(low.At(0, 7), kGreen) << "and lies in the margin";
     EXPECT_EQ(low.At(40, 0), kBlue) << "no ramp";
+    low.effect.Set({});
+    low.Draw();
+    for (const auto& [x, y] : {std::pair{3, 0}, {0, 7}})
+        EXPECT_EQ(low.At(x, y), kHalfGreen) << "the background begins in the middle of a pixel";
+    EXPECT_EQ(low.At(1, 1), kBlue);
     Editor narrow({{0, kRed}}, {.width = 10});
     EXPECT_TRUE(narrow.Draw().handled());
+    Editor least({{0, kRed}}, {.width = 13, .height = 17});
+    least.Draw();
+    EXPECT_EQ(least.At(6, 0), kStop) << "a ramp of one pixel";
 
     Editor title({{0, kRed}}, {}, PF_EA_PARAM_TITLE);
     EXPECT_TRUE(title.Draw().handled());
@@ -207,6 +235,14 @@ TEST(GradientEvents, SmallAndForeignAreas) {
         event.e_type = type;
         const EventOutcome outcome = editor.events.send(event);
         EXPECT_FALSE(outcome.error || outcome.handled() || outcome.changed);
+    }
+    for (const auto& [where, moves] : {std::pair{&title, false}, {&editor, true}}) {
+        PF_EventExtra drag{};
+        drag.e_type = PF_Event_DO_CLICK;
+        drag.u.do_click.send_drag = true;
+        drag.u.do_click.screen_point.h = 75;
+        EXPECT_EQ(where->events.send(drag).changed, moves);
+        EXPECT_EQ(drag.e_type, PF_Event_DRAG);
     }
     EXPECT_TRUE(editor.effect.Tidy());
 }

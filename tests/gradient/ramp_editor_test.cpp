@@ -54,6 +54,8 @@ TEST(ClickRamp, HitsTheLeftmostStopWithinTenPixels) {
     EXPECT_EQ(outcome.drag.stop, kRed);
     EXPECT_EQ(outcome.drag.offset, 50 - 54);
     EXPECT_FALSE(outcome.changed);
+    GradientStopMap outside = {{-2.5F / 128, kRed}};
+    EXPECT_EQ(ClickRamp(outside, kRamp, 6, 1, false).drag.offset, -2) << "cut towards zero";
 }
 
 TEST(ClickRamp, CyclesTheKindWithTheKeyWhateverTheClicks) {
@@ -94,7 +96,8 @@ TEST(ClickRamp, LeavesEverythingElseAlone) {
     const ClickOutcome pick = ClickRamp(stops, kRamp, 70, 2, false);
     EXPECT_EQ(pick.action, ClickAction::kPickColor);
     EXPECT_EQ(pick.picked, &stops.at(0.5F));
-    EXPECT_EQ(ClickRamp(stops, kRamp, 70, 3, false).action, ClickAction::kNone);
+    for (const A_long clicks : {0, 3})
+        EXPECT_EQ(ClickRamp(stops, kRamp, 70, clicks, false).action, ClickAction::kNone);
     EXPECT_EQ(ClickRamp(stops, kRamp, 30, 1, false).action, ClickAction::kNone);
     for (int x = 0; x <= 12; ++x)
         EXPECT_EQ(ClickRamp(stops, MakeRampGeometry({0, 0, 12, 50}), x, 2, false).action, ClickAction::kNone);
@@ -144,6 +147,9 @@ TEST(DragRamp, LiftsBelowTheFrameAndBringsBack) {
         EXPECT_FALSE(DragRamp(stops, kRamp, stale, 20, 10));
     }
     EXPECT_EQ(stops, (GradientStopMap{{0.5F, kRed}}));
+    DragState other{.offset = 0, .ordinal = 0, .stop = kBlue};
+    EXPECT_TRUE(DragRamp(stops, kRamp, other, 38, 10));
+    EXPECT_EQ(stops, (GradientStopMap{{0.25F, kBlue}})) << "what is put back is what the press kept";
 }
 
 // Stops told apart by their red, which nothing here but the colour picker changes.

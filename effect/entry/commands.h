@@ -11,7 +11,6 @@ struct CommandCall {
     PF_InData* in_data;
     PF_OutData* out_data;
     PF_ParamDef** params;
-    PF_LayerDef* output;
     void* extra;
 };
 

@@ -4,12 +4,12 @@
 #include "effect/entry/gradient_param_index_set.h"
 #include "effect/licence/licence.h"
 
-PF_Err EffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** params,
-                  PF_LayerDef* output, void* extra) {
+PF_Err EffectMain(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** params, PF_LayerDef*,
+                  void* extra) {
     flumo::GradientParamIndices();
     if (!flumo::LicenceAllowsCommand(cmd, in_data, out_data)) return PF_Err_NONE;
     try {
-        return flumo::RunCommand(cmd, {in_data, out_data, params, output, extra});
+        return flumo::RunCommand(cmd, {in_data, out_data, params, extra});
     } catch (PF_Err thrown) {
         // Nothing else is caught here: handlers that may meet more have scopes of their own.
         return thrown;

@@ -162,6 +162,7 @@ void Host::release_controls() {
     }
     controls_.clear();
     open_groups_.clear();
+    custom_ui_ = {};
 }
 
 }  // namespace flumo::host

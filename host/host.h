@@ -75,7 +75,8 @@ class Host {
     void params_setup();
     /// Gives back the controls' defaults, then sends the command. Throws HostError.
     void global_setdown();
-    /// Gives back the controls' defaults and forgets the controls. Instances and values must be gone.
+    /// Gives back the controls' defaults and forgets the controls with their interface. Instances and values
+    /// must be gone.
     void release_controls();
     /// The text of the about box.
     std::string about();

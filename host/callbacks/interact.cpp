@@ -9,6 +9,9 @@ namespace flumo::host {
 
 namespace {
 
+/// The one place at which this host takes a new control.
+constexpr PF_ParamIndex kBehindTheOthers = -1;
+
 /// The frame that a time means, by the rate of the running frame; without one a step is a frame.
 double frame_asked(const Call& call, A_long time, A_long time_step, A_u_long time_scale) {
     if (call.frame) return frame_of_time(call.frame->request.rate, time, time_scale);
@@ -69,9 +72,12 @@ PF_Err checkin_param(PF_ProgPtr effect_ref, PF_ParamDef* param) {
     });
 }
 
-PF_Err add_param(PF_ProgPtr effect_ref, PF_ParamIndex, PF_ParamDefPtr definition) {
-    return answer_ref(Callback::kAddParam, effect_ref,
-                      [&](Call& call) { return call.host.add_control(*definition); });
+PF_Err add_param(PF_ProgPtr effect_ref, PF_ParamIndex index, PF_ParamDefPtr definition) {
+    return answer_ref(Callback::kAddParam, effect_ref, [&](Call& call) {
+        if (index != kBehindTheOthers)
+            return misused(call, "declared a control at a place of its own choice");
+        return call.host.add_control(*definition);
+    });
 }
 
 PF_Err abort_asked(PF_ProgPtr effect_ref) {

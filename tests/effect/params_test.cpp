@@ -116,6 +116,8 @@ TEST(ParamsSetup, KeepsTheNoiseGradientLockedUntilAllIsDeclared) {
     effect.host.faults().start_recording();
     effect.host.params_setup();
     std::vector<host::Callback> calls = effect.host.faults().stop_recording();
+    EXPECT_EQ(std::ranges::count(calls, kStrcpy), 79)
+        << "names go through the host, ends of groups have none";
     calls.erase(calls.begin(), calls.end() - 4);
     EXPECT_THAT(calls, testing::ElementsAre(kAddParam, kRegisterUi, kUnlockHandle, kReleaseSuite));
 }
@@ -135,24 +137,25 @@ A_u_char pixels[1];
 /// Values that tell every control and every width from every other.
 PF_Err Checkout(PF_ProgPtr, PF_ParamIndex index, A_long time, A_long step, A_u_long scale, PF_ParamDef* def) {
     asked.push_back({index, time, step, scale});
-    if (asked.size() == refused) return 99;
+    // What a refused checkout leaves in the record is nobody's value.
+    const PF_Err result = asked.size() == refused ? 99 : 0;
     switch (kControls[static_cast<std::size_t>(index) - 1].kind) {
         case ControlKind::Layer:
             def->u.ld.width = index;
             def->u.ld.data = reinterpret_cast<PF_PixelPtr>(pixels);
-            return 0;
+            return result;
         case ControlKind::Checkbox:
             def->u.bd.value = 256 * index + 2;
-            return 0;
+            return result;
         case ControlKind::Angle:
             def->u.ad.value = -(720 + index) * 65536 - 32768;  // turns backwards and half a degree
-            return 0;
+            return result;
         case ControlKind::Gradient:
             def->u.arb_d.value = &masters[index];
-            return 0;
+            return result;
         default:
             def->u.fs_d.value = index + 1.0 / 3.0;
-            return 0;
+            return result;
     }
 }
 
@@ -211,10 +214,11 @@ TEST(Snapshot, ConvertsEachKindToItsWidth) {
 }
 
 TEST(Snapshot, LayersAreReachedThroughTheirSlots) {
-    for (const std::size_t refused_one : {0U, 70U, 71U, 72U}) {
+    for (const std::size_t refused_one : {0U, 1U, 70U, 71U, 72U}) {
         Frame frame(refused_one);
         ParamSnapshot& read = frame.snapshot;
-        const std::size_t had = refused_one == 0 ? 3 : refused_one - 70;
+        const std::size_t had = refused_one == 0 ? 3 : std::max(refused_one, std::size_t{70}) - 70;
+        EXPECT_EQ(read.noiseVisible, refused_one == 1 ? 0.0 : 1.0) << "the first that is read";
         EXPECT_THAT((std::array{read.layer1Slot, read.layer2Slot, read.layer3Slot}),
                     testing::ElementsAre(had > 0 ? 69 : -1, had > 1 ? 70 : -1, had > 2 ? 71 : -1));
         const PF_LayerDef* layers[] = {SnapshotLayer1(read), SnapshotLayer2(read), SnapshotLayer3(read)};

@@ -91,7 +91,11 @@ void PrintTo(const Answer& answer, std::ostream* out) {
 Answer AnswerOf(HostedCall& within, const std::function<PF_Err()>& call) {
     within.out_data = {};
     within.out_data.out_flags = 1;
+    within.host.faults().start_recording();
     const PF_Err result = call();
+    const std::vector<Callback> calls = within.host.faults().stop_recording();
+    EXPECT_EQ(std::ranges::count(calls, Callback::kSprintf) > 0, within.out_data.return_msg[0] != 0)
+        << "messages are printed by the host";
     return {result, within.out_data.out_flags, within.out_data.return_msg};
 }
 

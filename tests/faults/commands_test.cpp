@@ -82,10 +82,15 @@ TEST_F(FaultSweep, SetUpAndSetDown) {
 
 TEST_F(FaultSweep, Controls) {
     const std::vector<host::LiveHandle> before = host().handles().live();
+    PF_Err result = PF_Err_NONE;
     sweep_.over({.name = "params setup",
                  .prepare = [&] { host().release_controls(); },
-                 .run = [&] { return result_of([&] { host().params_setup(); }); },
-                 .complete = [&] { return host().controls().size() == 86; },
+                 .run = [&] { return result = result_of([&] { host().params_setup(); }); },
+                 .complete =
+                     [&] {
+                         const bool has_editors = host().custom_ui().events != 0;
+                         return host().controls().size() == 86 && has_editors == (result == PF_Err_NONE);
+                     },
                  .tidy = [&] { host().params_setup(); }});
     // The defaults that went along with refused controls hold memory of the effect's.
     for (const host::LiveHandle& live : host().handles().live()) {

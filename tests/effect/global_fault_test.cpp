@@ -161,9 +161,12 @@ TEST(LicenceGate, IsAskedBeforeACommandRunsAndItsExceptionsGoOut) {
     gate.takes_about = true;
     EXPECT_EQ(send(PF_Cmd_ABOUT), 0);
     EXPECT_STREQ(within.out_data.return_msg, "") << "the gate has shown its own";
-    gate.allows = [] { return false; };
-    for (const PF_Cmd command : {PF_Cmd_GLOBAL_SETUP, PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_DO_DIALOG})
+    int asked = 0;
+    gate.allows = [&asked] { return ++asked == 0; };
+    for (const PF_Cmd command : {PF_Cmd_GLOBAL_SETUP, PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_DO_DIALOG,
+                                 PF_Cmd_RENDER, PF_Cmd{29}, PF_Cmd{-1}})
         EXPECT_EQ(send(command), 0) << command;
+    EXPECT_EQ(asked, 6) << "commands that do nothing are asked for, too";
     EXPECT_EQ(within.out_data.my_version, 0U);
     gate.allows = []() -> bool { throw PF_Err{32}; };
     EXPECT_THROW(send(PF_Cmd_ABOUT), PF_Err);

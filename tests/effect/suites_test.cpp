@@ -169,7 +169,11 @@ TEST(DrawbotSuites, GroupStopsAtTheFirstMissingSuiteAndKeepsThoseBefore) {
         const auto release = [&] { return AEFX_ReleaseDrawbotSuites(&asked.in_data, &asked.out_data); };
         EXPECT_EQ(AnswerOf(asked, release), (Answer{0, 1, ""}));
         EXPECT_TRUE(asked.host.accounting().idle()) << "the group is given back";
-        EXPECT_EQ(asked.host.accounting().misuses().size(), std::size(group) - missing) << "and as a whole";
+        std::vector<std::string> not_had;
+        for (std::size_t i = missing; i < std::size(group); ++i)
+            not_had.push_back("released suite \"" + group[i].first + "\" version " +
+                              std::to_string(group[i].second) + ", which is not acquired");
+        EXPECT_EQ(asked.host.accounting().misuses(), not_had) << "and as a whole, in its order";
         asked.in_data.pica_basicP = nullptr;
         EXPECT_EQ(AnswerOf(asked, release), (Answer{0, 257, "Not able to release AEFX Suite."}));
     }

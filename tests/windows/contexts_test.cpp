@@ -94,8 +94,11 @@ TEST_F(Contexts, HiddenWindowIsAsTheHostKnowsIt) {
     wanted_format.cDepthBits = 8;
     EXPECT_EQ(std::memcmp(&format, &wanted_format, sizeof(format)), 0);
 
-    const HWND made = FindWindowA("AESDK_OpenGL_Flumo_Win_Class0", "OpenGL-using FBOs in AE");
+    const HWND made = FindWindowA("AESDK_OpenGL_Flumo_Win_Class0", nullptr);
     ASSERT_NE(made, nullptr);
+    char title[40] = "";
+    GetWindowTextA(made, title, sizeof(title));
+    EXPECT_STREQ(title, "OpenGL-using FBOs in AE");
     EXPECT_FALSE(IsWindowVisible(made));
 }
 
@@ -168,6 +171,12 @@ TEST_F(Contexts, EveryFaultOfSetUpIsAnsweredWithOutOfMemoryAndRepaired) {
         EXPECT_EQ(wglGetCurrentContext(), nullptr);
         EXPECT_EQ(set_up(host), PF_Err_NONE) << "once the cause is gone";
         host.global_setdown();
+        EXPECT_EQ(spy::live_contexts(), 0) << "what was made before the failure went with its record";
+        EXPECT_EQ(
+            std::ranges::count_if(
+                spy::calls(), [](const std::string& made) { return made.starts_with("UnregisterClassA"); }),
+            2)
+            << "whatever a record has";
     }
 }
 
@@ -178,6 +187,11 @@ TEST_F(Contexts, DriverWithoutVersionedContextsIsRefusedInSetUp) {
     EXPECT_TRUE(host_.accounting().clean()) << host_.accounting().describe();
     EXPECT_THAT(spy::calls(),
                 testing::Not(testing::Contains("wglGetProcAddress wglCreateContextAttribsARB")));
+}
+
+TEST_F(Contexts, DriverWithoutProfilesIsEnough) {
+    spy::hide_extension("_profile");
+    EXPECT_EQ(set_up(host_), PF_Err_NONE);
 }
 
 TEST_F(Contexts, FaultOfAThreadsFirstFrameIsRepairedByTheNext) {
@@ -199,17 +213,22 @@ TEST_F(Contexts, FaultOfAThreadsFirstFrameIsRepairedByTheNext) {
     }
     EXPECT_THAT(host_.accounting().messages(), IsEmpty());
     EXPECT_THAT(host_.accounting().misuses(), IsEmpty());
+    EXPECT_EQ(spy::wrong_shares(), 0);
 }
 
 TEST_F(Contexts, ThreadsOneAfterTheOtherGetClassesOfTheirOwn) {
     host_.start();
     auto instance = host_.new_instance();
+    spy::fail_next("wglShareLists");
     const auto calls = calls_since([&] {
         for (int i = 0; i < 2; ++i)
             std::thread([&] { render_tiny(*instance); }).join();
     });
     EXPECT_THAT(calls, IsSupersetOf({"RegisterClassExA AESDK_OpenGL_Flumo_Win_Class1",
                                      "RegisterClassExA AESDK_OpenGL_Flumo_Win_Class2"}));
+    instance.reset();
+    host_.global_setdown();
+    EXPECT_EQ(spy::live_contexts(), 0) << "one was made before its thread failed";
 }
 
 // The first load's windows and classes stay for the program's life, as they must; the second load starts to

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "tests/gradient/linked_effect.h"
@@ -70,12 +71,17 @@ TEST_F(GradientCallbacks, CopyLeavesAliasesAndNullsAlone) {
     EXPECT_TRUE(effect_.Tidy());
 }
 
-TEST_F(GradientCallbacks, BlendFromTheLeftAndCompareWithTheOther) {
+TEST_F(GradientCallbacks, BlendCompareAndFlattenWhatTheyAreGiven) {
     const auto left = effect_.NewValue({{0.5F, kRed}}), right = effect_.NewValue({{1.0F, kRed}});
     EXPECT_EQ(left->compare(*left), PF_ArbCompare_EQUAL);
     EXPECT_EQ(left->compare(*right), PF_ArbCompare_NOT_EQUAL);
     const auto quarter = ArbitraryValue::interpolate(*left, *right, 0.25);
     EXPECT_EQ(StopsOf(quarter->handle()), (GradientStopMap{{0.625F, kRed}}));
+    std::array<A_long, 7> stored{};
+    Send(PF_Arbitrary_FLATTEN_FUNC, [&](auto& u, void* refcon) {
+        u.flatten_func_params = {refcon, left->handle(), 0, stored.data()};
+    });
+    EXPECT_EQ(stored[0], 1) << "the host's word on the size counts for nothing";
 }
 
 TEST_F(GradientCallbacks, PrintWritesOnlyIntoABufferOfItsExactSize) {

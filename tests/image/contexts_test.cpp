@@ -49,6 +49,7 @@ TEST(Contexts, BelongToTheirThreadAndShareTextures) {
     EXPECT_EQ(AESDK_OpenGL_RenderDataForThread().get(), &*gl);
     EXPECT_FALSE(CommonData->contextStarted);
     EXPECT_FALSE(CommonData->extensions.empty());
+    EXPECT_FALSE(other->extensions.empty());
     GLint major = 0, minor = 0;
     glGetIntegerv(GL_MAJOR_VERSION, &major);
     glGetIntegerv(GL_MINOR_VERSION, &minor);
@@ -234,7 +235,29 @@ TEST(Passes, BlendAsTheirNumberSays) {
     SetBlendMode(4);
     EXPECT_EQ(glIsEnabled(GL_BLEND), GL_TRUE) << "other numbers change nothing";
     SetBlendMode(3);
-    EXPECT_EQ(glGetAttribLocation(gl->colorProgram, "Color"), 2);
+}
+
+// No frame of this build draws with the colour text, so it is drawn here: colours as they come, coordinates
+// from the place on the target.
+TEST(Passes, ColourTextFollowsThePlaceOnTheTarget) {
+    const GlScope gl;
+    AESDK_OpenGL_PrepareResources(*gl, 4, 1, 1);
+    const std::array<int, 2> attributes = {kAttributePosition, kAttributeColor};
+    const char* text =
+        "#version 330\nin vec2 out_uvs;\nin vec4 out_col;\nout vec4 colourOut;\n"
+        "void main() { colourOut = vec4(out_uvs, out_col.xw); }\n";
+    const GLuint probe = AESDK_OpenGL_BuildProgram(kColorVertexText, text, attributes);
+    RenderData& record = *gl;
+    const auto drawn = [&](GLuint program) {
+        const GLuint copy = std::exchange(record.copyProgram, program);
+        glVertexAttrib4f(2, 0.125F, 0.25F, 0.5F, 0.75F);
+        const Texel texel = copied(record, 3, {}, {});
+        record.copyProgram = copy;
+        return texel;
+    };
+    EXPECT_EQ(drawn(record.colorProgram), (Texel{0.125F, 0.25F, 0.5F, 0.75F}));
+    EXPECT_EQ(drawn(probe), (Texel{0.125F, 0.5F, 0.125F, 0.75F}));
+    glDeleteProgram(probe);
 }
 
 // Premultiplied colour becomes straight, alpha first; nothing is clamped; alpha under a hundredth is cut, and

@@ -63,6 +63,14 @@ TEST(Delivery, OtherWorldsGetTheTopLeftPart) {
     }
 }
 
+// The input world's depth decides. An output world of another has no pixels of that depth to write to.
+TEST(Delivery, InputDecidesTheDepth) {
+    const World world = delivered_into(
+        {.width = 5, .height = 2, .depth = Depth::k32, .input = std::make_shared<World>(5, 2, Depth::k8)}, 5,
+        2);
+    EXPECT_EQ(std::ranges::count(world.row(1), kUntouched), 5 * 16);
+}
+
 // Sizes are cut to 16 bits: of 65537 columns one is drawn, of 65536 none can be.
 TEST(Delivery, SizesAreCutToSixteenBits) {
     for (const Depth depth : kDepths) {

@@ -284,6 +284,9 @@ TEST(Ramps, HoldBothEndsAndMayRepeat) {
     const GradientRecord record{&stops};
     const GlScope gl;
     const GLuint texture = UploadGradientRamp(record, kWrapRepeat);
+    GLint bound = -1;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    EXPECT_EQ(bound, 0);
     const auto texels = read_texture(texture);
     EXPECT_EQ(texels.size(), 2048u);
     EXPECT_EQ(texels.front(), (Texel{4, 0, 0, 0.5F}));

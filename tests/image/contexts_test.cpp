@@ -176,7 +176,7 @@ TEST(Faults, TellTheirKind) {
     const char* const broken = "#version 330\nvoid main() { colourOut = 1; }\n";
     const char* const unlinkable =
         "#version 330\nin vec3 out_uvs;\nout vec4 colourOut;\nvoid main() { colourOut = out_uvs.xyzz; }\n";
-    const std::array<int, 4> list = {kAttributePosition, kAttributeUVs, 7, -1};
+    const std::array<int, 2> list = {kAttributePosition, kAttributeUVs};
     for (const auto& texts :
          {std::pair(broken, kCopyFragmentText), {kUvVertexText, broken}, {kUvVertexText, unlinkable}}) {
         EXPECT_EQ(
@@ -242,7 +242,7 @@ TEST(Passes, BlendAsTheirNumberSays) {
 TEST(Passes, ColourTextFollowsThePlaceOnTheTarget) {
     const GlScope gl;
     AESDK_OpenGL_PrepareResources(*gl, 4, 1, 1);
-    const std::array<int, 2> attributes = {kAttributePosition, kAttributeColor};
+    const std::array<int, 4> attributes = {kAttributePosition, 7, -1, kAttributeColor};
     const char* text =
         "#version 330\nin vec2 out_uvs;\nin vec4 out_col;\nout vec4 colourOut;\n"
         "void main() { colourOut = vec4(out_uvs, out_col.xw); }\n";

@@ -372,6 +372,7 @@ TEST(Stage, IsolineIsTheDistanceInSlopes) {
     });
     compare("isoline", "vec4(isoline(a.x, a.y, a.z, 1.0, a.w))", points, 1e-4,
             [](const Point& p) { return twin::isoline(p[0], p[1], p[2], p[3]); });
+    EXPECT_EQ(evaluate("vec4(isoline(3.0, 0.1, 0.5, 2.5, 1.0))", points)[0][0], 0) << "another period";
     EXPECT_EQ(evaluate("vec4(isoline(0.5, 0.0, 0.5, 1.0, 5.0))", points)[0][0], 1)
         << "a flat field has no line";
 }

@@ -17,9 +17,8 @@
 #include "effect/render/report_framebuffer_status.h"
 #include "effect/render/upload.h"
 #include "effect/shaders/shader_texts.h"
-#include "tests/host/caller_context.h"
 #include "tests/image/gl_scope.h"
-#include "tests/image/looks.h"
+#include "tests/image/studio.h"
 
 using namespace gl;
 
@@ -31,10 +30,6 @@ using RenderData = AESDK_OpenGL_EffectRenderData;
 template <class Work>
 auto on_other_thread(Work work) {
     return std::async(std::launch::async, std::move(work)).get();
-}
-
-host::World small_frame(host::Instance& instance) {
-    return instance.render({.width = 9, .height = 5, .depth = host::Depth::k32});
 }
 
 TEST(Contexts, BelongToTheirThreadAndShareTextures) {
@@ -64,35 +59,6 @@ TEST(Contexts, BelongToTheirThreadAndShareTextures) {
     EXPECT_THAT(driver_lines(),
                 testing::MatchesRegex("\nOpenGL Version:  [0-9]+\\.[0-9]+\nOpenGL Vendor:   [^\n]+\n"
                                       "OpenGL Renderer: [^\n]+\nOpenGL Revision: 31811 \\(gl\\.xml\\)\n\n"));
-}
-
-TEST(Contexts, CallerFindsItsOwnAgain) {
-    const auto instance = instance_of({});
-    on_other_thread([&] {
-        const host::test::CallerContext caller;
-        small_frame(*instance);
-        EXPECT_TRUE(caller.is_current());
-        studio_host().faults().fail_every(host::Callback::kGetPixelFormat, host::FaultMode::kError);
-        EXPECT_THROW(small_frame(*instance), host::HostError);
-        studio_host().faults().clear();
-        EXPECT_TRUE(caller.is_current());
-    });
-}
-
-TEST(Contexts, ThreadsDrawAtOnce) {
-    const auto instance = instance_of(with(lined_plane(9, 5), {{Section::NoiseContrast, 50}}));
-    const host::World expected = small_frame(*instance);
-    std::vector<std::future<bool>> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.push_back(std::async(std::launch::async, [&] {
-            bool same = true;
-            for (int frame = 0; frame < 4; ++frame)
-                same = small_frame(*instance).same_picture(expected) && same;
-            return same;
-        }));
-    }
-    for (auto& thread : threads)
-        EXPECT_TRUE(thread.get());
 }
 
 // Global set-down runs on any thread, also on one that has never drawn.

@@ -25,7 +25,6 @@ using host::FrameRequest;
 using host::World;
 using Rect = std::array<A_long, 4>;
 
-constexpr Depth kDepths[] = {Depth::k8, Depth::k16, Depth::k32};
 constexpr std::byte kUntouched{0xA5};
 
 /// What a frame makes of a world of this size that the host hands out in place of the announced one. Where

@@ -6,7 +6,6 @@
 #include <numbers>
 
 #include "tests/image/bench.h"
-#include "tests/image/comparison.h"
 
 namespace flumo::twin {
 namespace {
@@ -18,13 +17,9 @@ using test::Stops;
 /// Single precision and a few steps of arithmetic away from the number that is decided on.
 constexpr double kDecisionMargin = 1e-4;
 
-double lerp(double from, double to, double share) {
-    return from + (to - from) * share;
-}
-
 Colour lerp(const Colour& from, const Colour& to, double share) {
-    return {lerp(from.r, to.r, share), lerp(from.g, to.g, share), lerp(from.b, to.b, share),
-            lerp(from.a, to.a, share)};
+    return {std::lerp(from.r, to.r, share), std::lerp(from.g, to.g, share), std::lerp(from.b, to.b, share),
+            std::lerp(from.a, to.a, share)};
 }
 
 double unit(double value) {
@@ -97,12 +92,6 @@ double cut_step(double low, double high, double value, Margin& margin) {
     return value >= high ? 1 : 0;
 }
 
-}  // namespace
-
-void Margin::decided(double distance) {
-    nearest = std::min(nearest, std::fabs(distance));
-}
-
 double cropping(const Cuts& cuts, double height, Margin& margin) {
     double share = 1;
     if (const auto& cut = cuts.bottom)
@@ -117,12 +106,7 @@ double wrapped(double position, Margin& margin) {
     return position - std::floor(position);
 }
 
-double isoline(double value, double slope, double ref, double width) {
-    if (slope == 0) return 1;
-    const double distance = std::fabs(std::remainder(value - ref, 1.0));
-    return smooth(0.2, 0.8, distance / slope - width / 2);
-}
-
+/// A line over a colour; mode 1 normal, 2 add, 3 multiply.
 Colour blended(int mode, const Colour& under, const Colour& line, double alpha) {
     const auto each = [&](auto channel, double result_alpha) {
         return Colour{channel(under.r, line.r), channel(under.g, line.g), channel(under.b, line.b),
@@ -142,6 +126,18 @@ Colour blended(int mode, const Colour& under, const Colour& line, double alpha) 
         return each([&](double lower, double upper) { return lower * (1 - alpha + alpha * upper); },
                     alpha + below);
     return under;
+}
+
+}  // namespace
+
+void Margin::decided(double distance) {
+    nearest = std::min(nearest, std::fabs(distance));
+}
+
+double isoline(double value, double slope, double ref, double width) {
+    if (slope == 0) return 1;
+    const double distance = std::fabs(std::remainder(value - ref, 1.0));
+    return smooth(0.2, 0.8, distance / slope - width / 2);
 }
 
 FrameTwin::FrameTwin(const test::Shot& shot, const host::WorldShape& shape)
@@ -376,58 +372,3 @@ std::optional<Colour> FrameTwin::pixel(int x, int y) {
 }
 
 }  // namespace flumo::twin
-
-namespace flumo::test {
-namespace {
-
-using enum Section;
-
-double step(host::Depth depth) {
-    return depth == host::Depth::k8 ? 1.0 / 255 : depth == host::Depth::k16 ? 1.0 / 32768 : 0;
-}
-
-// A delivered channel ends where the type does.
-double ceiling(host::Depth depth) {
-    return depth == host::Depth::k8 ? 1 : depth == host::Depth::k16 ? 65535.0 / 32768 : 1e9;
-}
-
-// Measured on llvmpipe and softpipe. Single precision through a few dozen steps of noise and ramp: 7e-6. Line
-// edges lie a distance over a slope away, both known to 1e-7, and slopes go down to 0.004: 1.7e-5. The
-// permutation behind the smoke takes remainders of large products: 3e-4.
-double tolerance_of(const Look& look) {
-    const auto type = look.find(NoiseType);
-    if (type != look.end() && std::get<double>(type->second.value) == 3) return 1e-3;
-    return look.contains(LinesVisible) ? 5e-5 : 2e-5;
-}
-
-}  // namespace
-
-host::World expect_as_twin(const std::string& name, const Shot& shot) {
-    host::World frame = shoot(shot);
-    const int pixels = frame.width() * frame.height();
-    // A stride without a common divisor with widths here, so that all columns have their turn.
-    const int stride = pixels > 4000 ? 83 : 1;
-    const double top = ceiling(frame.depth());
-    twin::FrameTwin twin(shot, frame.shape());
-    Comparison comparison(name, tolerance_of(shot.look) + 0.501 * step(frame.depth()));
-    int undecided = 0;
-    for (int i = 0; i < pixels; i += stride) {
-        const int x = i % frame.width();
-        const int y = i / frame.width();
-        const auto wanted = twin.pixel(x, y);
-        undecided += !wanted;
-        if (!wanted) continue;
-        const auto got = frame.rgba(x, y);
-        const double channels[] = {wanted->r, wanted->g, wanted->b, wanted->a};
-        for (size_t c = 0; c < 4; ++c) {
-            const double weight = c < 3 ? std::min(wanted->a, 1.0) : 1.0;
-            comparison.add(got[c] * weight, std::min(channels[c], top) * weight, [&] {
-                return "channel " + std::to_string(c) + " of " + std::to_string(x) + ", " + std::to_string(y);
-            });
-        }
-    }
-    EXPECT_LE(undecided, pixels / stride / 6) << name;
-    return frame;
-}
-
-}  // namespace flumo::test

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "tests/image/noise_twin.h"
@@ -30,15 +29,9 @@ struct Cut {
 struct Cuts {
     std::optional<Cut> bottom, top;
 };
-double cropping(const Cuts& cuts, double height, Margin& margin);
-
-double wrapped(double position, Margin& margin);
 
 /// 0 on the nearest of the contours ref + whole number, 1 away from it.
 double isoline(double value, double slope, double ref, double width);
-
-/// A line over a colour; mode 1 normal, 2 add, 3 multiply.
-Colour blended(int mode, const Colour& under, const Colour& line, double alpha);
 
 /// A layer as the program samples it, or a ramp: straight colour at full scale 1, linear between centres.
 struct Image {
@@ -98,12 +91,3 @@ class FrameTwin {
 };
 
 }  // namespace flumo::twin
-
-namespace flumo::test {
-
-/// Renders, and compares the frame at about 4000 places with its twin. Colours are weighted by their alpha,
-/// and half a step of the depth is allowed on top of what the drivers' single precision costs. Returns the
-/// frame.
-host::World expect_as_twin(const std::string& name, const Shot& shot);
-
-}  // namespace flumo::test

@@ -27,9 +27,6 @@ std::vector<double> channels(const Vec2& v) {
 std::vector<double> channels(const Vec3& v) {
     return {v.x, v.y, v.z};
 }
-std::vector<double> channels(const twin::Colour& c) {
-    return {c.r, c.g, c.b, c.a};
-}
 
 double plain_distance(double a, double b) {
     return std::isnan(a) == std::isnan(b) ? std::fabs(a - b) : std::numeric_limits<double>::infinity();
@@ -259,13 +256,6 @@ TEST(NoiseWithLoop, FollowsTheTwin) {
     }
 }
 
-TEST(NoiseWithLoop, UnknownTypesAndNoCellsAreFinite) {
-    for (int type : {-1, 0, 4, 5, 6}) {
-        for (const Texel& texel : evaluate(kNoiseWithLoop, queries(type, 1, 300)))  // a complexity of 0
-            ASSERT_TRUE(std::isfinite(texel[0])) << "type " << type;
-    }
-}
-
 /// Mean and standard deviation.
 std::array<double, 2> spread(const std::vector<double>& values) {
     const double count = static_cast<double>(values.size());
@@ -301,21 +291,6 @@ TEST(NoiseWithLoop, FarPlacesKeepTheirCharacter) {
     }
 }
 
-// A Scale of 0 makes the factor infinite. Such points have no value, but they end, and their neighbours,
-// which a driver may shade together with them, are not touched.
-TEST(NoiseWithLoop, InfiniteScaleEndsAndStaysAlone) {
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    for (int type = 1; type <= 4; ++type) {
-        auto points = queries(type, 1, 500);
-        const auto clean = evaluate(kNoiseWithLoop, points);
-        for (size_t i = 0; i < points.size(); i += 3)
-            points[i][4] = i % 2 == 0 ? kInfinity : -kInfinity;
-        const auto got = evaluate(kNoiseWithLoop, points);
-        for (size_t i = 0; i < points.size(); ++i)
-            ASSERT_TRUE(i % 3 == 0 || got[i] == clean[i]) << kNames[type] << " at " << as_text(points[i]);
-    }
-}
-
 // Without layers: the noise, its contrast and its brightness. A height of about 1 is known to a few 1e-7.
 TEST(Stage, HeightIsTheNoiseScaledAndMoved) {
     const ParamSnapshot controls{.noiseType = 1,
@@ -332,28 +307,14 @@ TEST(Stage, HeightIsTheNoiseScaledAndMoved) {
             {.controls = controls});
 }
 
-// Without a feather a cut is a step, and a height at the threshold itself counts as above it.
-TEST(Stage, CutsAreStepsOrEases) {
-    std::vector<Point> points = {{0.4999f, 0}, {0.5f, 0}, {0.5001f, 0},
-                                 {0.4999f, 1}, {0.5f, 1}, {0.5001f, 1}};
-    const auto eases = make_points(2000, 56, [](Numbers& n) {
-        return Point{n.between(-0.5f, 1.5f), 2, n.between(0.01f, 0.6f), n.between(0.01f, 0.6f)};
-    });
-    points.insert(points.end(), eases.begin(), eases.end());
-    compare(
-        "croppingAlpha",
-        "vec4(croppingAlpha(a.x, int(a.y != 1.0), 0.5, a.z, int(a.y != 0.0), a.y == 2.0 ? 0.8 : 0.5, a.w))",
-        points,
-        2e-5,  // a last bit of a height, 6e-8, over the narrowest feather, three times
-        [](const Point& p) {
-            twin::Cuts cuts;
-            if (p[1] != 1) cuts.bottom = {0.5, p[2]};
-            if (p[1] != 0) cuts.top = {p[1] == 2 ? 0.8 : 0.5, p[3]};
-            twin::Margin margin;
-            return twin::cropping(cuts, p[0], margin);
-        });
-    const std::string once = "vec4(croppingAlpha(a.x, 255, 0.9, 0.0, 2, 0.1, 0.0))";
-    EXPECT_EQ(evaluate(once, points)[0][0], 1) << "flags are on at exactly 1";
+// Without a feather a cut is a step, a height at the threshold itself counts as above it, and flags are on at
+// exactly 1.
+TEST(Stage, CutsWithoutAFeatherAreSteps) {
+    const std::string cuts =
+        "vec4(croppingAlpha(a.x, 1, 0.5, 0.0, 0, 0.0, 0.0), croppingAlpha(a.x, 0, 0.0, 0.0, 1, 0.5, 0.0), "
+        "croppingAlpha(a.x, 255, 0.9, 0.0, 2, 0.1, 0.0), 0)";
+    EXPECT_THAT(evaluate(cuts, std::vector<Point>{{0.4999F}, {0.5F}, {0.5001F}}),
+                ElementsAre(Texel{0, 1, 1}, Texel{1, 0, 1}, Texel{1, 0, 1}));
 }
 
 // A tiny negative position wraps to the start of the ramp, not to its end.
@@ -375,24 +336,6 @@ TEST(Stage, IsolineIsTheDistanceInSlopes) {
     EXPECT_EQ(evaluate("vec4(isoline(3.0, 0.1, 0.5, 2.5, 1.0))", points)[0][0], 0) << "another period";
     EXPECT_EQ(evaluate("vec4(isoline(0.5, 0.0, 0.5, 1.0, 5.0))", points)[0][0], 1)
         << "a flat field has no line";
-}
-
-// Nothing over nothing is transparent black; an unknown mode changes nothing.
-TEST(Stage, LinesBlend) {
-    auto points = make_points(3000, 61, [](Numbers& n) {
-        return Point{n.between(0, 1),    n.between(0, 1), n.between(0, 1), n.between(0, 1),
-                     n.between(0, 1.2f), n.between(0, 1), n.between(0, 1), 0,
-                     n.between(0, 1)};
-    });
-    points.push_back({0.5f, 0.5f, 0.5f, 0, 1, 1, 1, 0, 0});
-    for (int mode = 1; mode <= 4; ++mode) {
-        // A quotient of two numbers of up to 2, one of which may be small: both lose a last bit.
-        compare("blendLine, mode " + std::to_string(mode), "blendLine(a, b.xyz, c.x)", points, 1e-6,
-                [&](const Point& p) {
-                    return twin::blended(mode, {p[0], p[1], p[2], p[3]}, {p[4], p[5], p[6], 1}, p[8]);
-                },
-                {.controls = {.linesBlendMode = mode}});
-    }
 }
 
 }  // namespace

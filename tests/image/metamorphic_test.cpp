@@ -108,7 +108,7 @@ TEST(Metamorphic, WorleyTilesWithItsPeriod) {
 }
 
 TEST(Metamorphic, NeutralLayersChangeNothing) {
-    for (const Depth depth : {Depth::k8, Depth::k16, Depth::k32}) {
+    for (const Depth depth : kDepths) {
         const Look look = with(noise(2), {{LinesVisible, 1}});
         const Look neutral = {{Layer1, flat_layer({1, 1, 1, 1}, depth)},
                               {Layer2, flat_layer({0, 0, 0, 1}, depth)},

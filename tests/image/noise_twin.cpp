@@ -12,10 +12,6 @@ double fract(double x) {
     return x - std::floor(x);
 }
 
-double blend(double from, double to, double share) {
-    return from * (1 - share) + to * share;
-}
-
 double fade(double t) {
     return t * t * (3 - 2 * t);
 }
@@ -85,8 +81,8 @@ double voronoi(Vec2 x, double evolution, double w, const CellHash& hash) {
         const double h =
             w == 0 ? (d < distance ? 1.0 : 0.0) : fade(std::clamp(0.5 + 0.5 * (distance - d) / w, 0.0, 1.0));
         const double dent = h * (1 - h) * w / (1 + 3 * w);
-        distance = blend(distance, d, h) - dent;
-        colour = blend(colour, 1, h) - dent;
+        distance = std::lerp(distance, d, h) - dent;
+        colour = std::lerp(colour, 1, h) - dent;
     }
     return colour * (1 - 0.8 * distance);
 }
@@ -183,7 +179,7 @@ double noiseWithLoop(const NoiseArguments& arguments, const CellHash& hash) {
     now.evolution = modulo(arguments.evolution, 360);
     NoiseArguments before = arguments;
     before.evolution = now.evolution - 360;
-    return blend(noiseByType(now, hash), noiseByType(before, hash), now.evolution / 360);
+    return std::lerp(noiseByType(now, hash), noiseByType(before, hash), now.evolution / 360);
 }
 
 }  // namespace flumo::twin

@@ -9,6 +9,7 @@
 
 #include "cli/picture_file.h"
 #include "cli/world_picture.h"
+#include "tests/image/comparison.h"
 #include "tests/image/looks.h"
 
 namespace flumo::test {
@@ -129,19 +130,10 @@ void expect_reference(const Reference& reference, const Picture& got) {
     ASSERT_EQ(got.height, wanted.height);
     const auto& ours = std::get<Samples>(got.samples);
     const auto& theirs = std::get<Samples>(wanted.samples);
-    int largest = 0;
-    size_t beyond = 0;
-    for (size_t i = 0; i < ours.size(); ++i) {
-        const int apart = distance(ours, theirs, i);
-        largest = std::max(largest, apart);
-        if (apart > reference.tolerance) ++beyond;
-    }
-    std::printf("  %-16s largest %3d  tolerance %d  beyond %.2f %% of %.2f %%\n", reference.name.c_str(),
-                largest, reference.tolerance,
-                100.0 * static_cast<double>(beyond) / static_cast<double>(ours.size()),
-                100 * reference.allowed_beyond);
-    if (static_cast<double>(beyond) > reference.allowed_beyond * static_cast<double>(ours.size()))
-        ADD_FAILURE() << write_difference(reference.name, got, wanted);
+    Comparison comparison(reference.name, reference.tolerance, reference.allowed_beyond);
+    for (size_t i = 0; i < ours.size(); ++i)
+        comparison.add_deviation(distance(ours, theirs, i), [i] { return "sample " + std::to_string(i); });
+    if (!comparison.holds()) ADD_FAILURE() << write_difference(reference.name, got, wanted);
 }
 
 TEST(ReferenceFrames, LookAsStored) {

@@ -13,6 +13,8 @@
 
 namespace flumo::test {
 
+inline constexpr host::Depth kDepths[] = {host::Depth::k8, host::Depth::k16, host::Depth::k32};
+
 /// One stop of a gradient; the kind of the segment to its right is 0 linear, 1 eased, 2 hard.
 struct Stop {
     float at, r, g, b;

@@ -88,8 +88,7 @@ constexpr Expectation kTable[] = {
     {"frame", kCheckinParam, {}, kAny, kPlanned, {.later_controls = true}},
 
     // Everywhere: a suite that cannot be had is 516, one that cannot be given back is nobody's matter, and
-    // the
-    // host's own numbers come back as they are.
+    // the host's own numbers come back as they are.
     {"", kAcquireSuite, {}, kAny, 516},
     {"", kReleaseSuite, {}, kAny, 0},
     {"", kCount, {}, kError, kPlanned},

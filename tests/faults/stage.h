@@ -4,8 +4,11 @@
 #include <memory>
 
 #include "host/instance.h"
+#include "tests/host/result_of.h"
 
 namespace flumo::test {
+
+using host::test::result_of;
 
 inline constexpr host::Depth kDepths[] = {host::Depth::k8, host::Depth::k16, host::Depth::k32};
 
@@ -38,16 +41,5 @@ class Stage {
     std::vector<host::Layer> layers_;
     std::vector<host::World> references_;
 };
-
-/// Runs a command of the host's and gives the number that it ended with.
-template <class Work>
-PF_Err result_of(const Work& work) {
-    try {
-        work();
-        return PF_Err_NONE;
-    } catch (const host::HostError& error) {
-        return error.code();
-    }
-}
 
 }  // namespace flumo::test

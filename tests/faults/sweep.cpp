@@ -63,10 +63,6 @@ std::vector<Callback> chain_of(std::vector<Callback> calls, std::size_t count) {
     return calls;
 }
 
-int failed_checks() {
-    return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
-}
-
 }  // namespace
 
 struct Sweep::Fault {
@@ -79,13 +75,9 @@ struct Sweep::Fault {
 };
 
 Sweep::~Sweep() {
-    std::cout << "command; calls counted; faults tried; passed\n";
-    Tally sum{"all"};
-    for (const Tally& it : tallies_) {
-        std::cout << it.command << "; " << it.calls << "; " << it.faults << "; " << it.passed << '\n';
-        sum = {sum.command, sum.calls + it.calls, sum.faults + it.faults, sum.passed + it.passed};
-    }
-    std::cout << sum.command << "; " << sum.calls << "; " << sum.faults << "; " << sum.passed << std::endl;
+    std::cout << "command; calls counted; faults tried\n";
+    for (const Tally& it : tallies_)
+        std::cout << it.command << "; " << it.calls << "; " << it.faults << '\n';
 }
 
 void Sweep::over(const Command& command) {
@@ -96,10 +88,8 @@ void Sweep::over(const Command& command) {
         const Callback call = calls[ordinal];
         const int nth = seen[call]++;
         for (const FaultMode mode : host::fault_modes(call)) {
-            const int failed = failed_checks();
             try_fault(command, {ordinal, call, nth, mode, static_cast<int>(std::ranges::count(calls, call))});
             ++tallies_.back().faults;
-            tallies_.back().passed += failed_checks() == failed;
         }
     }
 }

@@ -41,7 +41,6 @@ class Sweep {
         std::string command;
         std::size_t calls = 0;
         int faults = 0;
-        int passed = 0;
     };
     struct Fault;
 

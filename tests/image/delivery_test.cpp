@@ -13,6 +13,7 @@
 #include "effect/render/smart_pre_render.h"
 #include "effect/render/smart_render.h"
 #include "tests/effect/hosted_call.h"
+#include "tests/host/result_of.h"
 #include "tests/image/gl_scope.h"
 #include "tests/image/looks.h"
 
@@ -23,6 +24,7 @@ using host::Callback;
 using host::Depth;
 using host::FrameRequest;
 using host::World;
+using host::test::result_of;
 using Rect = std::array<A_long, 4>;
 
 constexpr std::byte kUntouched{0xA5};
@@ -78,12 +80,8 @@ TEST(Delivery, SizesAreCutToSixteenBits) {
         EXPECT_EQ(static_cast<size_t>(std::ranges::count(row, kUntouched)),
                   row.size() - host::pixel_size(depth));
     }
-    try {
-        instance_of({})->render({.width = 65536, .height = 1});
-        FAIL() << "a frame of no width";
-    } catch (const host::HostError& error) {
-        EXPECT_EQ(error.code(), PF_Err_OUT_OF_MEMORY);
-    }
+    EXPECT_EQ(result_of([] { instance_of({})->render({.width = 65536, .height = 1}); }), PF_Err_OUT_OF_MEMORY)
+        << "a frame of no width";
     shoot({{}, {.width = 3, .height = 2}});
 }
 
@@ -101,12 +99,7 @@ TEST(Delivery, FirstErrorWins) {
             EXPECT_EQ(eglGetCurrentContext(), EGL_NO_CONTEXT);
             return answer;
         };
-        try {
-            instance->render(request);
-            return PF_Err_NONE;
-        } catch (const host::HostError& error) {
-            return error.code();
-        }
+        return result_of([&] { instance->render(request); });
     };
     EXPECT_EQ(result(PF_Err_NONE), PF_Err_NONE);
     EXPECT_EQ(asked, 1);

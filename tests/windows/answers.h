@@ -3,6 +3,7 @@
 
 #include "host/host.h"
 #include "host/instance.h"
+#include "tests/host/result_of.h"
 
 namespace flumo::tests {
 
@@ -12,22 +13,12 @@ inline host::FrameRequest tiny_frame() {
     return {.width = 16, .height = 8};
 }
 
-template <typename Command>
-PF_Err answer_to(const Command& command) {
-    try {
-        command();
-        return PF_Err_NONE;
-    } catch (const host::HostError& error) {
-        return error.code();
-    }
-}
-
 inline PF_Err render_tiny(host::Instance& instance) {
-    return answer_to([&] { instance.render(tiny_frame()); });
+    return host::test::result_of([&] { instance.render(tiny_frame()); });
 }
 
 inline PF_Err set_up(host::Host& host) {
-    return answer_to([&] { host.global_setup(); });
+    return host::test::result_of([&] { host.global_setup(); });
 }
 
 /// Whether version and flags stand in the out data, whatever came of the rest of global set-up.

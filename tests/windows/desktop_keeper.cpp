@@ -1,6 +1,5 @@
-// Holds a window until its input ends, and says when it has it. The first program with a window makes Wine's
-// desktop, with or without a display as it has one itself; the desktop then lasts as long as there are
-// windows. So this one comes before the tests, of which one runs without a display.
+// Holds a window until its input ends, and says when it has it. Wine's desktop lasts as
+// long as there are windows, so this one comes before the tests and stays to their end.
 #include <windows.h>
 
 #include <cstdio>

@@ -58,14 +58,6 @@ void expect_no_growth(int rounds, int settled, int contexts, const std::function
     EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
 }
 
-TEST(HandleMark, RisesWhenAHandleIsLost) {
-    const auto before = handle_mark();
-    const HANDLE lost = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-    EXPECT_EQ(handle_mark(), before + 1);
-    CloseHandle(lost);
-    EXPECT_EQ(handle_mark(), before);
-}
-
 TEST(Endurance, HundredRoundsOfSetUpAndSetDown) {
     constexpr int kRounds = 100;
     expect_no_growth(kRounds, 10, 1, [](host::Host& host) {

@@ -3,16 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdio>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <thread>
 
-#include "tests/windows/answers.h"
 #include "tests/windows/scenes.h"
 #include "tests/windows/windows_module.h"
 
@@ -28,16 +25,6 @@ Frame read_frame(const std::filesystem::path& path) {
     file.read(reinterpret_cast<char*>(frame.data()),
               static_cast<std::streamsize>(frame.size() * sizeof(float)));
     return frame;
-}
-
-/// 1 is full scale at every depth. A number that is none is infinitely different.
-float largest_difference(const Frame& left, const Frame& right) {
-    float largest = 0;
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        const float difference = std::abs(left[i] - right[i]);
-        largest = std::isnan(difference) ? INFINITY : std::max(largest, difference);
-    }
-    return largest;
 }
 
 bool same_bits(const Frame& left, const Frame& right) {
@@ -68,9 +55,6 @@ TEST_F(Frames, EqualThoseOfLinux) {
     for (const Scene& scene : scenes()) {
         const Frame linux_frame = read_frame(std::filesystem::path(folder) / (scene.name + ".raw"));
         const Frame frame = render_scene(host_, scene);
-        ASSERT_EQ(frame.size(), linux_frame.size()) << scene.name;
-        std::printf("%-16s largest difference %g\n", scene.name.c_str(),
-                    largest_difference(frame, linux_frame));
         EXPECT_TRUE(same_bits(frame, linux_frame)) << scene.name;
         EXPECT_FALSE(std::equal(frame.begin() + 4, frame.end(), frame.begin()))
             << scene.name << " is one flat colour";
@@ -79,38 +63,22 @@ TEST_F(Frames, EqualThoseOfLinux) {
 }
 
 TEST_F(Frames, AreTheSameOnManyThreadsAtOnce) {
-    constexpr int kThreads = 4;
-    std::map<std::string, Frame> alone;
+    std::vector<Frame> alone;
     for (const Scene& scene : scenes())
-        alone[scene.name] = render_scene(host_, scene);
-
-    std::vector<std::string> wrong[kThreads];
-    const auto render_all = [&](int thread) {
-        for (std::size_t i = 0; i < scenes().size(); ++i) {
-            const Scene& scene = scenes()[(i + static_cast<std::size_t>(thread) * 3) % scenes().size()];
-            if (!same_bits(render_scene(host_, scene), alone[scene.name]))
-                wrong[thread].push_back(scene.name);
-        }
-    };
+        alone.push_back(render_scene(host_, scene));
+    std::atomic<int> wrong = 0;
     {
         std::vector<std::jthread> threads;
-        for (int thread = 0; thread < kThreads; ++thread)
-            threads.emplace_back(render_all, thread);
+        for (std::size_t thread = 0; thread < 4; ++thread) {
+            threads.emplace_back([&, thread] {
+                for (std::size_t i = 0; i < alone.size(); ++i) {
+                    const std::size_t scene = (i + thread * 3) % alone.size();
+                    wrong += !same_bits(render_scene(host_, scenes()[scene]), alone[scene]);
+                }
+            });
+        }
     }
-    for (const auto& names : wrong)
-        EXPECT_THAT(names, testing::IsEmpty());
-    expect_nothing_left();
-}
-
-TEST_F(Frames, SurviveFlattenAndDuplicate) {
-    auto instance = host_.new_instance();
-    const Frame before = channels(instance->render(tiny_frame()));
-    const auto stored = instance->flatten();
-    EXPECT_EQ(stored.size(), 16U);
-    instance->resetup();
-    EXPECT_EQ(channels(instance->render(tiny_frame())), before);
-    EXPECT_EQ(channels(instance->duplicate()->render(tiny_frame())), before);
-    instance.reset();
+    EXPECT_EQ(wrong, 0);
     expect_nothing_left();
 }
 

@@ -94,10 +94,7 @@ std::vector<float> render_scene(host::Host& host, const Scene& scene) {
         instance->set(index_of(section), value);
     if (scene.gradient) set_gradients(host, *instance);
     if (scene.layers) set_layers(*instance, scene, request);
-    return channels(instance->render(request));
-}
-
-std::vector<float> channels(const host::World& world) {
+    const host::World world = instance->render(request);
     const auto row_length = static_cast<std::size_t>(4 * world.width());
     std::vector<float> all(row_length * static_cast<std::size_t>(world.height()));
     for (int y = 0; y < world.height(); ++y)

@@ -26,10 +26,7 @@ struct Scene {
 const std::vector<Scene>& scenes();
 
 /// Sets the scene's controls on a fresh instance of the host and renders its one frame: its channels, row by
-/// row, 1 at full scale. Throws HostError.
+/// row, 1 at full scale; every depth's numbers have a float of their own. Throws HostError.
 std::vector<float> render_scene(host::Host& host, const Scene& scene);
-
-/// The channels of a frame. Every depth's numbers have a float of their own.
-std::vector<float> channels(const host::World& world);
 
 }  // namespace flumo::tests

@@ -194,14 +194,6 @@ void World::read_row(int y, std::span<float> rgba) const {
     }
 }
 
-void World::write_row(int y, std::span<const float> rgba) {
-    const auto bytes = row(y);
-    const std::size_t step = pixel_size(shape_.depth);
-    for (std::size_t x = 0; x < static_cast<std::size_t>(shape_.width); ++x) {
-        write_pixel(bytes.data() + x * step, shape_.depth, rgba.subspan(4 * x, 4).data());
-    }
-}
-
 void World::fill_bytes(std::byte value) {
     for (int y = 0; y < shape_.height; ++y)
         std::ranges::fill(row(y), value);

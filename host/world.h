@@ -81,7 +81,6 @@ class World {
     void set_rgba(int x, int y, const Rgba& colour);
     /// Row y as width x 4 floats in red, green, blue, alpha order.
     void read_row(int y, std::span<float> rgba) const;
-    void write_row(int y, std::span<const float> rgba);
 
     /// Sets every byte of every pixel, not of the padding.
     void fill_bytes(std::byte value);

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cstring>
 #include <fstream>
 
 #include "tests/cli/failure_matchers.h"
@@ -67,21 +65,11 @@ TEST(GradientText, SaysWhatIsWrong) {
     }
 }
 
+// What the bytes are, the gradients of `flumo panel` show.
 TEST(GradientStops, StoredFormIsAscendingAndTheLaterOfEqualStopsWins) {
     const Stop white_at_zero = {0, StopKind::kLinear, {1, 1, 1, 1}};
-    const std::vector<uint8_t> bytes = to_stored_form(std::vector<Stop>{kBright, kBlack, white_at_zero});
-    ASSERT_EQ(bytes.size(), 52u);
-    const auto word = [&](size_t i) {
-        uint32_t value = 0;
-        std::memcpy(&value, &bytes[i * 4], 4);
-        return value;
-    };
-    EXPECT_EQ(word(0), 2u);
-    EXPECT_EQ(std::bit_cast<float>(word(1)), 0.0F);
-    EXPECT_EQ(word(2), 0u);
-    EXPECT_EQ(std::bit_cast<float>(word(3)), 1.0F);
-    EXPECT_EQ(std::bit_cast<float>(word(7)), 1.25F);
-    EXPECT_EQ(std::bit_cast<float>(word(10)), -0.5F);
+    EXPECT_EQ(to_stored_form(std::vector{kBright, kBlack, white_at_zero}),
+              to_stored_form(std::vector{white_at_zero, kBright}));
 }
 
 }  // namespace

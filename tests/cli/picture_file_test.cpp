@@ -44,7 +44,7 @@ Picture noise_picture(size_t width, size_t height) {
     return {width, height, samples};
 }
 
-TEST(PictureFile, PngComesBackExactly) {
+TEST(PictureFile, ComesBackExactly) {
     const ScratchFolder folder;
     for (const Picture& picture : {noise_picture<uint8_t>(37, 5), noise_picture<uint16_t>(5, 37)}) {
         write_picture(folder / "a.png", PictureFormat::kPng, picture);
@@ -52,15 +52,12 @@ TEST(PictureFile, PngComesBackExactly) {
         EXPECT_EQ(back.width, picture.width);
         EXPECT_EQ(back.height, picture.height);
         EXPECT_TRUE(back.samples == picture.samples);
+        EXPECT_NE(read_text_file(folder / "a.png").find("sRGB"), std::string::npos);
     }
     EXPECT_EQ(folder.file_count(), 1u);
-}
-
-TEST(PictureFile, ExrComesBackExactly) {
-    const ScratchFolder folder;
-    const Picture picture = noise_picture<float>(37, 5);
-    write_exr(folder / "a.exr", picture);
-    EXPECT_TRUE(read_exr(folder / "a.exr").samples == picture.samples);
+    const Picture floats = noise_picture<float>(37, 5);
+    write_exr(folder / "a.exr", floats);
+    EXPECT_TRUE(read_exr(folder / "a.exr").samples == floats.samples);
 }
 
 // Every channel has the values 1, 2, 3 ... in its rows.
@@ -132,22 +129,6 @@ TEST(PictureFile, PngOfFloatsIsClampedTo16Bits) {
                 ElementsAre(0, 32768, 65535, 65535, 0, 0, 65535, 1));
 }
 
-TEST(PictureFile, PngSaysThatItIsSrgb) {
-    const ScratchFolder folder;
-    write_png(folder / "a.png", noise_picture<uint8_t>(2, 2));
-    EXPECT_NE(read_text_file(folder / "a.png").find("sRGB"), std::string::npos);
-}
-
-TEST(PictureFile, IntegerDepthsConvertWithoutLoss) {
-    std::vector<uint8_t> all(256);
-    for (size_t i = 0; i < all.size(); ++i)
-        all[i] = static_cast<uint8_t>(i);
-    const Picture bytes = {64, 1, all};
-    EXPECT_TRUE(to_8_bit(to_16_bit(bytes)).samples == bytes.samples);
-    EXPECT_TRUE(to_8_bit(to_float(bytes)).samples == bytes.samples);
-    EXPECT_EQ(std::get<std::vector<uint16_t>>(to_16_bit(bytes).samples)[3], 3 * 257);
-}
-
 // 5 x 1, palette of three colours at 2 bits, the first two of them (partly) transparent: 0 1 2 0 1.
 constexpr uint8_t kPalettePng[] = {
     0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44,
@@ -157,23 +138,10 @@ constexpr uint8_t kPalettePng[] = {
     0x4e, 0x53, 0x00, 0x80, 0x9b, 0x2b, 0x4e, 0x18, 0x00, 0x00, 0x00, 0x0b, 0x49, 0x44, 0x41,
     0x54, 0x78, 0xda, 0x63, 0x90, 0x70, 0x00, 0x00, 0x00, 0x73, 0x00, 0x59, 0x82, 0xfd, 0x74,
     0x96, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82};
-// 9 x 1, one bit of grey: 1 0 1 0 0 0 0 0 1.
-constexpr uint8_t kOneBitPng[] = {
-    0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44, 0x52, 0x00,
-    0x00, 0x00, 0x09, 0x00, 0x00, 0x00, 0x01, 0x01, 0x00, 0x00, 0x00, 0x00, 0x24, 0xb9, 0xb9, 0xd0, 0x00,
-    0x00, 0x00, 0x0b, 0x49, 0x44, 0x41, 0x54, 0x78, 0xda, 0x63, 0x58, 0xd0, 0x00, 0x00, 0x01, 0xc3, 0x01,
-    0x21, 0x56, 0x32, 0xaa, 0x40, 0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4e, 0x44, 0xae, 0x42, 0x60, 0x82};
-
-TEST(PictureFile, ReadsPngsOfFewBits) {
+TEST(PictureFile, ReadsPalettes) {
     EXPECT_EQ(std::get<std::vector<uint8_t>>(decode_png(kPalettePng).samples),
               (std::vector<uint8_t>{10, 20,  30, 0,  40, 50, 60, 128, 70, 80,
                                     90, 255, 10, 20, 30, 0,  40, 50,  60, 128}));
-    const auto grey = std::get<std::vector<uint8_t>>(decode_png(kOneBitPng).samples);
-    ASSERT_EQ(grey.size(), 9u * 4);
-    for (size_t i = 0; i < grey.size(); ++i) {
-        const bool is_white = i % 4 == 3 || i / 4 == 0 || i / 4 == 2 || i / 4 == 8;
-        EXPECT_EQ(grey[i], is_white ? 255 : 0) << i;
-    }
 }
 
 void convert_with_ffmpeg(const std::vector<std::string>& arguments) {
@@ -185,13 +153,14 @@ void convert_with_ffmpeg(const std::vector<std::string>& arguments) {
 
 TEST(PictureFile, ReadsPngsOfAllChannels) {
     const ScratchFolder folder;
-    for (const char* format : {"gray", "gray16be", "ya8", "ya16be", "rgb24", "rgb48be", "rgba64be"}) {
-        convert_with_ffmpeg({"-f", "lavfi", "-i", "color=white:s=6x4", "-frames:v", "1", "-pix_fmt", format,
-                             folder / "kind.png"});
+    for (const char* format :
+         {"monob", "gray", "gray16be", "ya8", "ya16be", "rgb24", "rgb48be", "rgba64be"}) {
+        convert_with_ffmpeg({"-f", "lavfi", "-i", "color=white:s=6x4,format=rgb24", "-frames:v", "1",
+                             "-pix_fmt", format, folder / "kind.png"});
         const Picture picture = to_8_bit(read_picture(folder / "kind.png"));
         EXPECT_EQ(picture.width, 6u) << format;
-        // ffmpeg's white is up to two steps short where it comes from YUV.
-        EXPECT_THAT(std::get<std::vector<uint8_t>>(picture.samples), AllOf(SizeIs(6 * 4 * 4), Each(Ge(253))))
+        // ffmpeg's white of 16 bits is a step short.
+        EXPECT_THAT(std::get<std::vector<uint8_t>>(picture.samples), AllOf(SizeIs(6 * 4 * 4), Each(Ge(254))))
             << format;
     }
 }
@@ -242,20 +211,6 @@ TEST(PictureFile, NamesTheFileThatCannotBeRead) {
     for (const char* name : {"huge.png", "huge.exr"})
         EXPECT_FAILURE(read_picture(folder / name), ExitStatus::kUnreadableInput, "bytes cannot hold");
     EXPECT_FAILURE(read_picture(folder.path()), ExitStatus::kUnreadableInput, "cannot read");
-}
-
-TEST(PictureFile, AppearsWholeOrNotAtAll) {
-    const ScratchFolder folder;
-    const Picture picture = noise_picture<uint8_t>(4, 4);
-    EXPECT_FAILURE(write_picture(folder / "none/a.png", PictureFormat::kPng, picture),
-                   ExitStatus::kUnwritableOutput, "a.png");
-    std::filesystem::create_directory(folder / "taken.png");
-    EXPECT_FAILURE(write_picture(folder / "taken.png", PictureFormat::kPng, picture),
-                   ExitStatus::kUnwritableOutput, "it is a folder");
-    const Picture too_large = {0, 4, std::vector<uint8_t>()};
-    EXPECT_FAILURE(write_picture(folder / "zero.png", PictureFormat::kPng, too_large),
-                   ExitStatus::kUnwritableOutput, "zero.png");
-    EXPECT_EQ(folder.file_count(), 1u);
 }
 
 TEST(PictureFile, TakesUpWhatAKilledProcessLeft) {

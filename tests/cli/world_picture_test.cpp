@@ -33,6 +33,7 @@ TEST(WorldPicture, EveryValueOfTheHostComesBack) {
     }
     EXPECT_TRUE(world_of(picture_of(flat), host::Depth::k8).same_picture(flat));
     EXPECT_TRUE(world_of(to_16_bit(picture_of(flat)), host::Depth::k8).same_picture(flat));
+    EXPECT_TRUE(world_of(to_float(picture_of(flat)), host::Depth::k8).same_picture(flat));
 }
 
 TEST(WorldPicture, FloatsStayAsTheyAre) {

@@ -10,7 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 struct Offence {
     const char* trace;
@@ -39,12 +38,6 @@ constexpr Offence kMisuses[] = {
      [](EffectCall& c) {
          const PF_Handle handle = new_handle(c, 4);
          c.in.utils->host_unlock_handle(handle);
-         c.in.utils->host_dispose_handle(handle);
-     }},
-    {"disposed of a handle that does not live",
-     [](EffectCall& c) {
-         const PF_Handle handle = new_handle(c, 4);
-         c.in.utils->host_dispose_handle(handle);
          c.in.utils->host_dispose_handle(handle);
      }},
     {"disposed of a locked handle",
@@ -77,7 +70,6 @@ constexpr Offence kMisuses[] = {
          PF_Pixel8* pixels = nullptr;
          c.in.utils->get_pixel_data8(&world, nullptr, &pixels);
      }},
-    {"an exception left", [](EffectCall&) { throw 3.5; }},
 };
 
 /// Renders once with an effect that does this; errors of the effect are no matter here.
@@ -107,15 +99,6 @@ TEST_F(Offences, AreNotedOnceEach) {
         EXPECT_THAT(host.accounting().misuses(), ElementsAre(HasSubstr(misuse.trace)));
         EXPECT_TRUE(host.accounting().idle()) << misuse.trace << ": " << host.accounting().describe();
     }
-}
-
-TEST_F(Offences, AWellBehavedLifeLeavesNothing) {
-    host.new_instance()->render({.width = 4, .height = 4});
-    EXPECT_TRUE(host.accounting().idle());
-    EXPECT_FALSE(host.accounting().clean()) << "the control's default lives until set-down";
-    host.global_setdown();
-    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
-    EXPECT_THAT(host.accounting().misuses(), IsEmpty());
 }
 
 TEST_F(Offences, MessagesAreKeptAndCarriedByTheError) {

@@ -12,7 +12,6 @@ namespace flumo::host::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class Controls : public testing::Test {
@@ -47,13 +46,6 @@ TEST_F(Controls, AreReadAsTheEffectDeclaredThem) {
     EXPECT_EQ(number_at(kCount, 0), 4);
     EXPECT_EQ(text_at(0), "number 7");
     EXPECT_THAT(host.accounting().misuses(), IsEmpty());
-}
-
-TEST_F(Controls, AGroupEndWithoutAGroupIsNoted) {
-    effect.controls.push_back(effect.controls.back());
-    Host other(effect.module);
-    other.start();
-    EXPECT_THAT(other.accounting().misuses(), ElementsAre(HasSubstr("ends a group")));
 }
 
 TEST_F(Controls, RefuseValuesThatDoNotFit) {

@@ -47,20 +47,10 @@ std::vector<PF_ParamDef> plain_controls() {
     std::vector<PF_ParamDef> list(kControlsEnd);
     list[kOuterGroup] = control(PF_Param_GROUP_START, "Outer", 101);
     list[kAmount] = control(PF_Param_FLOAT_SLIDER, "Amount", 102);
-    list[kAmount].u.fs_d = {.value = 2.5,
-                            .phase = 0,
-                            .value_desc = {},
-                            .valid_min = -10,
-                            .valid_max = 10,
-                            .slider_min = 0,
-                            .slider_max = 5,
-                            .dephault = 2.5,
-                            .precision = 1,
-                            .display_flags = PF_ValueDisplayFlag_PERCENT,
-                            .fs_flags = 0,
-                            .curve_tolerance = 0,
-                            .useExponent = false,
-                            .exponent = 0};
+    list[kAmount].u.fs_d.value = list[kAmount].u.fs_d.dephault = 2.5;
+    list[kAmount].u.fs_d.valid_min = -10;
+    list[kAmount].u.fs_d.valid_max = 10;
+    list[kAmount].u.fs_d.precision = 1;
     list[kCount] = control(PF_Param_SLIDER, "Count", 103);
     list[kCount].u.sd.valid_max = 100;
     list[kCount].u.sd.slider_max = 10;

@@ -1,9 +1,8 @@
 #include "tests/judge/flumo_check.h"
 
 #include <filesystem>
-#include <stdexcept>
 
-#include "cli/child_process.h"
+#include "tests/cli/program.h"
 
 namespace flumo::host::judge::test {
 
@@ -25,9 +24,8 @@ std::string Checked::findings() const {
 
 Checked flumo_check(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {FLUMO_PROGRAM, "check", "--json"});
-    const auto result = cli::run_child(arguments);
-    if (!result) throw std::runtime_error("cannot start " FLUMO_PROGRAM);
-    return {result->status, result->errors, nlohmann::json::parse(result->output, nullptr, false)};
+    const cli::Said said = cli::run_program(arguments);
+    return {said.status, said.errors, nlohmann::json::parse(said.output, nullptr, false)};
 }
 
 std::string broken_module(const std::string& fault) {

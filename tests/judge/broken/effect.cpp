@@ -28,7 +28,6 @@ PF_Err global_setup(const PF_InData& in, PF_OutData& out) {
     out.out_flags = kFlags;
     out.out_flags2 = kFlags2;
     if (is("HidesItsInterface")) out.out_flags &= ~PF_OutFlag_CUSTOM_UI;
-    if (is("OtherFlags")) out.out_flags |= PF_OutFlag_NON_PARAM_VARY;
     if (is("ClaimsFloatsAlone")) out.out_flags2 &= ~PF_OutFlag2_SUPPORTS_SMART_RENDER;
     if (is("TrustsBasicSuite") && !in.pica_basicP->AcquireSuite) return PF_Err_BAD_CALLBACK_PARAM;
     return new_number(in, 1, &out.global_data);
@@ -43,7 +42,7 @@ PF_ParamDef control(PF_ParamType type, const char* name, int disk_id) {
 }
 
 PF_ParamDef amount() {
-    PF_ParamDef definition = control(PF_Param_FLOAT_SLIDER, "Amount", is("WrongDiskId") ? 12 : 2);
+    PF_ParamDef definition = control(PF_Param_FLOAT_SLIDER, "Amount", 2);
     definition.u.fs_d.valid_max = definition.u.fs_d.slider_max = 100;
     definition.u.fs_d.value = definition.u.fs_d.dephault = is("DefaultOutOfRange") ? 150 : 50;
     return definition;

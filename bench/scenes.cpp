@@ -15,17 +15,12 @@ int index_of(Section section) {
 /// Opaque, with a slope in each colour, so that no texel is like its neighbour.
 host::Layer slopes(int width, int height, host::Depth depth) {
     auto layer = std::make_shared<host::World>(width, height, depth);
-    std::vector<float> row(static_cast<std::size_t>(width) * 4);
     for (int y = 0; y < height; ++y) {
         const float v = static_cast<float>(y) / static_cast<float>(height);
-        for (std::size_t x = 0; x < static_cast<std::size_t>(width); ++x) {
+        for (int x = 0; x < width; ++x) {
             const float u = static_cast<float>(x) / static_cast<float>(width);
-            row[4 * x] = u;
-            row[4 * x + 1] = v;
-            row[4 * x + 2] = 1 - u * v;
-            row[4 * x + 3] = 1;
+            layer->set_rgba(x, y, {u, v, 1 - u * v, 1});
         }
-        layer->write_row(y, row);
     }
     return layer;
 }

@@ -44,7 +44,6 @@ TEST(GradientText, ReadsAFileRelativeToTheGivenFolder) {
 TEST(GradientText, SaysWhatIsWrong) {
     const std::pair<const char*, const char*> cases[] = {
         {"", "position[:kind]:colour"},
-        {"0.5", "position[:kind]:colour"},
         {"0:#000,", "position[:kind]:colour"},
         {"x:#000", "\"x\" is not a position"},
         {"nan:#000", "\"nan\" is not a position"},

@@ -51,7 +51,6 @@ TEST_F(SceneFile, GivesFrameSettings) {
 TEST_F(SceneFile, GivesConstants) {
     EXPECT_EQ(number("Scale", "12.5"), 12.5);
     EXPECT_EQ(number("Scale", "\"12.5\""), 12.5);
-    EXPECT_EQ(number("Type", "\"voronoi\""), 2);
     EXPECT_EQ(number("Type", "3"), 3);
     EXPECT_EQ(number("Loop", "true"), 1);
     EXPECT_EQ(number("Loop", "0"), 0);

@@ -10,6 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::ThrowsMessage;
 
 struct Offence {
     const char* trace;
@@ -107,13 +108,9 @@ TEST_F(Offences, MessagesAreKeptAndCarriedByTheError) {
         call.out.out_flags |= PF_OutFlag_DISPLAY_ERROR_MESSAGE;
         return PF_Err_OUT_OF_MEMORY;
     };
-    try {
-        host.new_instance()->render({.width = 4, .height = 4});
-        FAIL() << "the error was swallowed";
-    } catch (const HostError& error) {
-        EXPECT_EQ(error.code(), PF_Err_OUT_OF_MEMORY);
-        EXPECT_STREQ(error.what(), "PF_Cmd_SMART_RENDER failed with 4 (PF_Err_OUT_OF_MEMORY): no paint");
-    }
+    EXPECT_THAT(
+        [&] { host.new_instance()->render({.width = 4, .height = 4}); },
+        ThrowsMessage<HostError>("PF_Cmd_SMART_RENDER failed with 4 (PF_Err_OUT_OF_MEMORY): no paint"));
     EXPECT_THAT(host.accounting().messages(), ElementsAre("no paint"));
 }
 

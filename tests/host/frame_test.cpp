@@ -11,6 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::ThrowsMessage;
 
 std::vector<A_long> edges(const PF_LRect& rect) {
     return {rect.left, rect.top, rect.right, rect.bottom};
@@ -153,12 +154,8 @@ TEST_F(Frames, AskLayersForTheirFrameAndPassOnTheirErrors) {
     instance->render({.width = 4, .height = 4, .frame = 7, .rate = {30000, 1001}});
     EXPECT_THAT(asked, ElementsAre(7));
     fails = true;
-    try {
-        instance->render({.width = 4, .height = 4, .frame = 7});
-        FAIL() << "the layer's failure was lost";
-    } catch (const std::runtime_error& error) {
-        EXPECT_STREQ(error.what(), "frame 7.png is missing");
-    }
+    EXPECT_THAT([&] { instance->render({.width = 4, .height = 4, .frame = 7}); },
+                ThrowsMessage<std::runtime_error>("frame 7.png is missing"));
     EXPECT_TRUE(host.accounting().idle());
 }
 
@@ -189,32 +186,28 @@ TEST_F(Frames, AResultBeyondTheLargestIsNoted) {
     EXPECT_THAT(host.accounting().misuses(), ElementsAre(HasSubstr("beyond its largest")));
 }
 
-/// Doubles the place of each pixel into the output through the iterate suite.
-PF_Err iterate_places(EffectCall& call,
-                      PF_Err (*function)(void*, A_long, A_long, PF_PixelFloat*, PF_PixelFloat*)) {
+PF_Err write_place(void* in_row_90, A_long x, A_long y, PF_PixelFloat* in, PF_PixelFloat* out) {
+    *out = {in->alpha + 1, static_cast<float>(x), static_cast<float>(y), 0};
+    return y == 90 ? *static_cast<PF_Err*>(in_row_90) : PF_Err_NONE;
+}
+
+/// Writes the place of each pixel into the output through the iterate suite.
+PF_Err iterate_places(EffectCall& call, PF_Err in_row_90) {
     PF_EffectWorld *in = nullptr, *out = nullptr;
     call.render().cb->checkout_layer_pixels(call.in.effect_ref, 0, &in);
     call.render().cb->checkout_output(call.in.effect_ref, &out);
     const auto* suite =
         call.acquire<PF_iterateFloatSuite1>(kPFIterateFloatSuite, kPFIterateFloatSuiteVersion1);
-    const PF_Err error = suite->iterate(&call.in, 0, in->height, in, nullptr, nullptr, function, out);
+    const PF_Err error = suite->iterate(&call.in, 0, in->height, in, nullptr, &in_row_90, write_place, out);
     call.release(kPFIterateFloatSuite, kPFIterateFloatSuiteVersion1);
     call.render().cb->checkin_layer_pixels(call.in.effect_ref, 0);
     return error;
 }
 
-PF_Err write_place(void*, A_long x, A_long y, PF_PixelFloat* in, PF_PixelFloat* out) {
-    *out = {in->alpha + 1, static_cast<float>(x), static_cast<float>(y), 0};
-    return PF_Err_NONE;
-}
-
-PF_Err fail_in_row_90(void*, A_long, A_long y, PF_PixelFloat*, PF_PixelFloat*) {
-    return y == 90 ? PF_Err_OUT_OF_MEMORY : PF_Err_NONE;
-}
-
 TEST(Iterate, CoversEveryPixelOnAnyNumberOfThreads) {
     ScriptedEffect effect;
-    effect.on[PF_Cmd_SMART_RENDER] = [](EffectCall& call) { return iterate_places(call, write_place); };
+    PF_Err in_row_90 = PF_Err_NONE;
+    effect.on[PF_Cmd_SMART_RENDER] = [&](EffectCall& call) { return iterate_places(call, in_row_90); };
     for (const int threads : {1, 2, 7}) {
         Host host(effect.module, {.iterate_threads = threads});
         host.start();
@@ -229,11 +222,9 @@ TEST(Iterate, CoversEveryPixelOnAnyNumberOfThreads) {
             world);
         EXPECT_EQ(world.rgba(689, 98), (Rgba{689, 98, 0, 1}));
         EXPECT_TRUE(world.guards_intact());
-        effect.on[PF_Cmd_SMART_RENDER] = [](EffectCall& call) {
-            return iterate_places(call, fail_in_row_90);
-        };
+        in_row_90 = PF_Err_OUT_OF_MEMORY;
         EXPECT_THROW(instance->render({.width = 700, .height = 101, .depth = Depth::k32}), HostError);
-        effect.on[PF_Cmd_SMART_RENDER] = [](EffectCall& call) { return iterate_places(call, write_place); };
+        in_row_90 = PF_Err_NONE;
         EXPECT_THROW(instance->render({.width = 70, .height = 10, .depth = Depth::k8}), HostError);
     }
 }

@@ -13,6 +13,7 @@ namespace flumo::host::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::ThrowsMessage;
 
 const std::filesystem::path kModule = FLUMO_MODULE;
 TEST(ModuleFile, IsRefusedWithAReason) {
@@ -26,13 +27,8 @@ TEST(ModuleFile, IsRefusedWithAReason) {
         {NO_ENTRY_MODULE, "has no export EffectMain"},
     };
     for (const auto& [path, reason] : cases) {
-        try {
-            Module module(path);
-            FAIL() << path << " was taken for a module";
-        } catch (const ModuleError& error) {
-            EXPECT_THAT(error.what(), HasSubstr(path.string() + ": "));
-            EXPECT_THAT(error.what(), HasSubstr(reason));
-        }
+        EXPECT_THAT([&] { const Module module(path); },
+                    ThrowsMessage<ModuleError>(HasSubstr(path.string() + ": " + reason)));
     }
     std::filesystem::remove(text);
 }

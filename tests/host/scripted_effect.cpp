@@ -53,7 +53,6 @@ std::vector<PF_ParamDef> plain_controls() {
     list[kAmount].u.fs_d.precision = 1;
     list[kCount] = control(PF_Param_SLIDER, "Count", 103);
     list[kCount].u.sd.valid_max = 100;
-    list[kCount].u.sd.slider_max = 10;
     list[kCount].u.sd.value = list[kCount].u.sd.dephault = 4;
     list[kTurn] = control(PF_Param_ANGLE, "Turn", 104);
     list[kTurn].u.ad.dephault = 90 << 16;
@@ -95,19 +94,11 @@ PF_Err arbitrary(EffectCall& call) {
         return *place ? PF_Err_NONE : PF_Err_OUT_OF_MEMORY;
     };
     switch (extra.which_function) {
-        case PF_Arbitrary_NEW_FUNC:
-            return make(u.new_func_params.arbPH, 0);
         case PF_Arbitrary_DISPOSE_FUNC:
             call.in.utils->host_dispose_handle(u.dispose_func_params.arbH);
             return PF_Err_NONE;
         case PF_Arbitrary_COPY_FUNC:
             return make(u.copy_func_params.dst_arbPH, number_in(u.copy_func_params.src_arbH));
-        case PF_Arbitrary_FLAT_SIZE_FUNC:
-            *u.flat_size_func_params.flat_data_sizePLu = sizeof(double);
-            return PF_Err_NONE;
-        case PF_Arbitrary_FLATTEN_FUNC:
-            std::memcpy(u.flatten_func_params.flat_dataPV, *u.flatten_func_params.arbH, sizeof(double));
-            return PF_Err_NONE;
         case PF_Arbitrary_UNFLATTEN_FUNC: {
             double number;
             std::memcpy(&number, u.unflatten_func_params.flat_dataPV, sizeof number);
@@ -118,12 +109,6 @@ PF_Err arbitrary(EffectCall& call) {
             const double right = number_in(u.interp_func_params.right_arbH);
             return make(u.interp_func_params.interpPH, left + (right - left) * u.interp_func_params.tF);
         }
-        case PF_Arbitrary_COMPARE_FUNC:
-            *u.compare_func_params.compareP =
-                number_in(u.compare_func_params.a_arbH) == number_in(u.compare_func_params.b_arbH)
-                    ? PF_ArbCompare_EQUAL
-                    : PF_ArbCompare_NOT_EQUAL;
-            return PF_Err_NONE;
         case PF_Arbitrary_PRINT_SIZE_FUNC:
             *u.print_size_func_params.print_sizePLu = 32;
             return PF_Err_NONE;

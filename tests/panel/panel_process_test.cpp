@@ -53,14 +53,8 @@ TEST_F(FlumoPanel, PlaysAScriptAndThenTheEvents) {
 }
 
 TEST_F(FlumoPanel, TurnsGradientsIntoEachOthersForms) {
-    const std::string hex =
-        "01000000"
-        "0000003f"
-        "07000000"
-        "0000803f"
-        "00000000"
-        "00000040"
-        "0000003f";
+    // One stop: at 0.5, of kind 7, 1 0 2 0.5.
+    const std::string hex = "010000000000003f070000000000803f00000000000000400000003f";
     const Said saved = panel({"Gradient", "--stops", hex, "--save", folder_ / "stored"});
     EXPECT_EQ(saved.output, "start\tGradient t 0.5 r 1 g 0 b 2 a 0.5\n") << "a kind without a name";
     EXPECT_EQ(read_file(folder_ / "stored").size(), 28U);

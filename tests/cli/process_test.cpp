@@ -95,11 +95,14 @@ TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
 TEST_F(FlumoProcess, TellsOutputThatCannotBeWrittenBeforeTheWork) {
     std::filesystem::create_directory(folder_ / "taken.png");
     write("file", "");
-    for (const char* output : {"none/a.png", "file/a.png", "taken.png"}) {
+    using Refused = std::pair<const char*, const char*>;
+    for (const auto& [output, reason] : {Refused("none/a.png", "its folder does not exist"),
+                                         {"file/a.png", "its folder does not exist"},
+                                         {"taken.png", "it is a folder"}}) {
         const Said said = render(output);
         EXPECT_EQ(said.status, 5) << said.errors;
         EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
-        EXPECT_THAT(said.errors, HasSubstr(output));
+        EXPECT_THAT(said.errors, HasSubstr(std::string(output) + "\": " + reason));
     }
     EXPECT_EQ(run({"render", "-o", "/proc/flumo.png"}).status, 5);
     // A frame that would fail is not even begun.

@@ -26,9 +26,9 @@ TEST(ModuleFile, IsRefusedWithAReason) {
         {text, "not a loadable module"},
         {NO_ENTRY_MODULE, "has no export EffectMain"},
     };
-    for (const auto& [path, reason] : cases) {
-        EXPECT_THAT([&] { const Module module(path); },
-                    ThrowsMessage<ModuleError>(HasSubstr(path.string() + ": " + reason)));
+    for (const auto& row : cases) {
+        EXPECT_THAT([&] { const Module module(row.first); },
+                    ThrowsMessage<ModuleError>(HasSubstr(row.first.string() + ": " + row.second)));
     }
     std::filesystem::remove(text);
 }

@@ -66,7 +66,6 @@ TEST(Metamorphic, ARequestedRectangleIsTheCropOfTheFullFrame) {
     };
     for (int type = 1; type <= 4; ++type)
         expect_crop(std::string("crop of ") + kNoises[type - 1], noise(type), 2e-5);
-    // A line's edge is a distance over a difference of neighbours, so it keeps fewer digits.
     expect_crop("crop of lines", with(noise(2), {{LinesVisible, 1}}), 1e-4);
 }
 

@@ -212,6 +212,7 @@ TEST(Scenes, LineBlendModesOverNoiseAndOverNothing) {
         for (const int visible : {1, 0}) {
             expect_frame("blend " + std::to_string(mode) + (visible ? " over noise" : " over nothing"),
                          lines({{LinesBlendMode, mode},
+                                {LinesGradient, Stops{{0, 1.2F, 0, 0.5F}, {1, 0, 1.1F, 2}}},
                                 {NoiseVisible, visible},
                                 {LinesAlpha, 60},
                                 {NoiseTopCroppingEnabled, 1},
@@ -366,10 +367,8 @@ TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
                 ASSERT_TRUE(std::isfinite(channel)) << i;
     }
     for (const Section scale : {Scale, ScaleX, ScaleY}) {
-        for (int type = 1; type <= 4; ++type) {
-            const Look look = {{scale, 0}, {NoiseType, type}};
-            shoot({look, sized(8, 8)});  // no more is known of an infinite scale
-        }
+        for (int type = 1; type <= 4; ++type)
+            shoot({{{scale, 0}, {NoiseType, type}}, sized(8, 8)});  // no more is known of an infinite scale
     }
 }
 

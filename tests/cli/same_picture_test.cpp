@@ -1,0 +1,66 @@
+// One picture, whatever the road: the program, the host library, the module loaded once more.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include "cli/child_process.h"
+#include "cli/exr_file.h"
+#include "cli/look.h"
+#include "cli/picture_file.h"
+#include "cli/session.h"
+#include "cli/world_picture.h"
+#include "tests/cli/scratch_folder.h"
+
+namespace flumo::cli {
+namespace {
+
+constexpr const char* kGradient = "0:#0b1026,0.6:sin:#ff6a00,1:#ffffff80";
+
+host::World render_with_host(const std::filesystem::path& module, host::Depth depth) {
+    Session session(module);
+    const auto instance = session.host().new_instance();
+    Tracks tracks;
+    for (const auto& [id, value] : {std::pair("NoiseType", "Smoke"), std::pair("LinesVisible", "on"),
+                                    std::pair("Evolution", "45"), std::pair("Gradient", kGradient)}) {
+        const Control& control = session.catalog().find(id);
+        tracks[control.index] = {&control, {{0, parse_control_value(control, value)}}};
+    }
+    apply_tracks(*instance, tracks, depth);
+    host::FrameRequest request;
+    request.width = 61;
+    request.height = 35;
+    request.depth = depth;
+    return instance->render(request);
+}
+
+void render_with_program(const std::string& depth, const std::string& output) {
+    const auto result = run_child({FLUMO_PROGRAM, "render", "--size", "61x35", "--depth", depth, "--set",
+                                   "NoiseType=Smoke", "--set", "LinesVisible=on", "--set", "Evolution=45",
+                                   "--gradient", std::string("Gradient=") + kGradient, "-o", output});
+    ASSERT_TRUE(result && result->status == 0) << result->errors;
+}
+
+// At the end of the process libEGL unloads the driver, and what Mesa holds until then would be a leak to a
+// leak checker.
+void keep_driver_loaded() {
+    dlopen("libEGL_mesa.so.0", RTLD_NOW | RTLD_NODELETE);
+}
+
+TEST(SamePicture, ThroughProgramHostAndASecondLoad) {
+    keep_driver_loaded();
+    const ScratchFolder folder;
+    // A copy is a module of its own to the loader, with its own statics.
+    std::filesystem::copy_file(FLUMO_MODULE, folder / "Second.so");
+    for (const auto& [name, depth] : {std::pair("8", host::Depth::k8), std::pair("16", host::Depth::k16)}) {
+        render_with_program(name, folder / "a.png");
+        const host::World first = render_with_host(FLUMO_MODULE, depth);
+        EXPECT_TRUE(first.same_picture(render_with_host(folder / "Second.so", depth))) << name;
+        EXPECT_TRUE(read_picture(folder / "a.png").samples == picture_of(first).samples) << name;
+    }
+    render_with_program("32", folder / "a.exr");
+    Picture floats = picture_of(render_with_host(FLUMO_MODULE, host::Depth::k32));
+    premultiply(floats);
+    EXPECT_TRUE(read_exr(folder / "a.exr").samples == floats.samples);
+}
+
+}  // namespace
+}  // namespace flumo::cli

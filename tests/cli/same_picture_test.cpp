@@ -53,8 +53,6 @@ TEST(SamePicture, ThroughProgramHostAndASecondLoad) {
     for (const auto& [name, depth] : {std::pair("8", host::Depth::k8), std::pair("16", host::Depth::k16)}) {
         render_with_program(name, folder / "a.png");
         const host::World first = render_with_host(FLUMO_MODULE, depth);
-        EXPECT_EQ(dlopen(FLUMO_MODULE, RTLD_NOW | RTLD_NOLOAD), nullptr) << "the module stays in the process";
-        EXPECT_TRUE(first.same_picture(render_with_host(FLUMO_MODULE, depth))) << name;
         EXPECT_TRUE(first.same_picture(render_with_host(folder / "Second.so", depth))) << name;
         EXPECT_TRUE(read_picture(folder / "a.png").samples == picture_of(first).samples) << name;
     }

@@ -1,10 +1,13 @@
-// Files that are no modules.
+// Files that are no modules, and the real one loaded again and again.
 #include "host/module.h"
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
+
+#include "host/instance.h"
 
 namespace flumo::host::test {
 namespace {
@@ -12,6 +15,7 @@ namespace {
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 
+const std::filesystem::path kModule = FLUMO_MODULE;
 TEST(ModuleFile, IsRefusedWithAReason) {
     const std::filesystem::path folder = testing::TempDir();
     const auto text = folder / "not_a_module.so";
@@ -27,6 +31,29 @@ TEST(ModuleFile, IsRefusedWithAReason) {
                     ThrowsMessage<ModuleError>(HasSubstr(row.first.string() + ": " + row.second)));
     }
     std::filesystem::remove(text);
+}
+
+TEST(ModuleLife, ASecondLoadGivesTheSamePicture) {
+    // The driver stays: what Mesa holds when it is unloaded would be a leak to a leak checker.
+    dlopen("libEGL_mesa.so.0", RTLD_NOW | RTLD_NODELETE);
+    World first;
+    for (int round = 0; round < 3; ++round) {
+        {
+            const Module module(kModule);
+            Host host(module);
+            // Set-down and set-up again within one load as well.
+            for (int again = 0; again < 2; ++again) {
+                host.start();
+                const World world = host.new_instance()->render({.width = 36, .height = 17, .frame = 3});
+                if (first.width() == 0) first = world;
+                EXPECT_TRUE(world.same_picture(first)) << round << " " << again;
+                host.global_setdown();
+                EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
+            }
+        }
+        EXPECT_EQ(dlopen(kModule.c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr)
+            << "the module stays in the process";
+    }
 }
 
 }  // namespace

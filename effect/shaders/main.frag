@@ -90,6 +90,29 @@ uniform vec2 linesAlphaNoiseScale;
 uniform vec2 linesAlphaNoiseOffset;
 uniform float linesAlphaThreshold;
 
+// Software drivers execute every branch in every pixel, under a mask: only the end of a loop jumps. So a loop
+// that runs at least once is tested at its end, or its body would run once more with an empty mask. For the same
+// reason such drivers get a text of their own for each look, in which the switches are constants: the
+// declarations above and below are what is replaced. docs/performance.md tells more.
+
+// ---- Work that the frame can do without ----
+
+// Where one of these is false, the work would change nothing, to the bit.
+bool positionsJitter = gradientRandomizeAmplitude != 0.0;
+bool linesJitter = linesRandomize != 0.0;
+bool lineColorsJitter = gradientRandomize != 0.0;
+bool lineWidthsJitter = widthRandomize != 0.0 || isinf(linesWidth);
+bool lineMasksJitter = alphaRandomize != 0.0;
+
+// Far outside of this the noise can overflow, and what is not a number reaches no threshold.
+bool alphaNoiseIsFinite = max(abs(linesAlphaNoiseEvolution), abs(linesAlphaNoiseSpeed)) < 1e6 &&
+                          all(lessThan(abs(linesAlphaNoiseScale), vec2(1e6))) &&
+                          all(lessThan(abs(linesAlphaNoiseOffset), vec2(1e6))) &&
+                          abs(alphaRandomize) < 1e6;
+// Fluid and Smoke are never negative.
+bool linesMasked = !((linesAlphaNoiseType == 1 || linesAlphaNoiseType == 3) && linesAlphaThreshold <= 0.0 &&
+                     alphaNoiseIsFinite);
+
 // ---- Hashes ----
 
 // 0 to 1. The second factor is small on purpose: neighbouring seeds stay related.
@@ -124,12 +147,16 @@ vec3 hash33(vec3 p) {
 
 // 0 to 1: a sine product whose coordinates are warped complexity - 1 times.
 float fliud_noise(vec2 p, float evolution, float fluidSpeed, vec2 scale, int complexity) {
-    for (int i = 1; i < complexity; i++) {
-        float turn = float(i);
-        vec2 newp = p + evolution * 0.001;
-        newp.x += scale.x / turn * sin(turn * p.y + evolution * fluidSpeed + 0.3 * turn) + 0.5;
-        newp.y += scale.y / turn * sin(turn * p.x + evolution * fluidSpeed + 0.3 * (turn + 10.0)) - 0.5;
-        p = newp;
+    int i = 1;
+    if (i < complexity) {
+        do {
+            float turn = float(i);
+            vec2 newp = p + evolution * 0.001;
+            newp.x += scale.x / turn * sin(turn * p.y + evolution * fluidSpeed + 0.3 * turn) + 0.5;
+            newp.y += scale.y / turn * sin(turn * p.x + evolution * fluidSpeed + 0.3 * (turn + 10.0)) - 0.5;
+            p = newp;
+            i++;
+        } while (i < complexity);
     }
     return sin(1.6 * p.x) * sin(1.6 * p.y) / 2.0 + 0.5;
 }
@@ -226,16 +253,27 @@ float simplex(vec3 v) {
     return 42.0 * dot(m * m, slope);
 }
 
-// About -1 to 1. All three coordinates scale from octave to octave.
+// Each octave has twice the frequency, on all three coordinates, and half the weight of the one before.
+float octaveSum(vec3 v, int octaves) {
+    float sum = 0.0;
+    float weight = 1.0;
+    int octave = 0;
+    do {
+        sum += simplex(v) * weight;
+        v *= 2.0;
+        weight *= 0.5;
+        octave++;
+    } while (octave < octaves);
+    return sum;
+}
+
+// About -1 to 1.
 float fbm3(vec3 v) {
-    float sum = simplex(v) + simplex(2.0 * v) / 2.0 + simplex(4.0 * v) / 4.0;
-    return sum / (1.0 + 1.0 / 2.0 + 1.0 / 4.0);
+    return octaveSum(v, 3) / (1.0 + 1.0 / 2.0 + 1.0 / 4.0);
 }
 
 float fbm5(vec3 v) {
-    float sum = simplex(v) + simplex(2.0 * v) / 2.0 + simplex(4.0 * v) / 4.0 + simplex(8.0 * v) / 8.0 +
-                simplex(16.0 * v) / 16.0;
-    return sum / (1.0 + 1.0 / 2.0 + 1.0 / 4.0 + 1.0 / 8.0 + 1.0 / 16.0);
+    return octaveSum(v, 5) / (1.0 + 1.0 / 2.0 + 1.0 / 4.0 + 1.0 / 8.0 + 1.0 / 16.0);
 }
 
 // ---- Smoke ----
@@ -248,8 +286,12 @@ float getSmokeNoise(vec2 uv, float evolution) {
     float noiseSwirlStepValue = noiseSwirlValue / noiseSwirlFloatValue;
 
     vec3 v = vec3(uv, evolution);
-    for (int i = 0; i < noiseSwirlSteps; i++) {
-        v.xy += vec2(fbm3(v), fbm3(vec3(v.x, v.y, v.z + 1000.0))) * noiseSwirlStepValue;
+    int i = 0;
+    if (i < noiseSwirlSteps) {
+        do {
+            v.xy += vec2(fbm3(v), fbm3(vec3(v.x, v.y, v.z + 1000.0))) * noiseSwirlStepValue;
+            i++;
+        } while (i < noiseSwirlSteps);
     }
     float noise = fbm5(v) / 2.0 + 0.5;
     return noise * noise * noise * noise * 2.0;
@@ -305,9 +347,18 @@ float worleyNoise(vec3 uv, float freq) {
 // meant.
 float worleyFbm(vec2 uv, float evolution) {
     float freq = float(complexity);
-    vec3 p = vec3(uv, evolution);
-    return worleyNoise(p * freq, freq) * 0.625 + worleyNoise(p * freq * 2.0, freq * 2.0) * 0.25 +
-           worleyNoise(p * freq * 4.0, freq * 4.0) * 0.125;
+    vec3 p = vec3(uv, evolution) * freq;
+    float sum = 0.0;
+    float weight = 0.625;
+    int octave = 0;
+    do {
+        sum += worleyNoise(p, freq) * weight;
+        p *= 2.0;
+        freq *= 2.0;
+        weight = octave == 0 ? 0.25 : 0.125;
+        octave++;
+    } while (octave < 3);
+    return sum;
 }
 
 // ---- Choice of noise ----
@@ -342,11 +393,13 @@ float noiseWithLoop(vec2 p, int noiseType, float evolution, int loopEvolution, v
     bool looped = loopEvolution == 1;
 
     float result = 0.0;
-    for (int turn = 0; turn < (looped ? 2 : 1); turn++) {
+    int turn = 0;
+    do {
         float time = looped ? (part - float(turn)) * cycle : evolution;
         float noise = noiseByType(p, noiseType, time, scale, offset, speed, complexity);
         result = turn == 0 ? noise : mix(result, noise, part);
-    }
+        turn++;
+    } while (turn < (looped ? 2 : 1));
     return result;
 }
 
@@ -441,7 +494,11 @@ float noiseGradientPosition(float height) {
         noiseGradientPart = wrapped(noiseGradientPart);
     }
     vec3 slice = vec3(noiseGradientPart * gradientRandomizeFrequency * 10.0, randomSeed + 5.0, 0.0);
-    return noiseGradientPart + perlinNoise(slice) * 2.0 * gradientRandomizeAmplitude;
+    if (positionsJitter) {
+        return noiseGradientPart + perlinNoise(slice) * 2.0 * gradientRandomizeAmplitude;
+    }
+    // The noise of a slice that is not finite is not a number, at any amplitude.
+    return isinf(slice.x) || isnan(slice.x) ? uintBitsToFloat(0x7fc00000U) : noiseGradientPart;
 }
 
 // The layer mirrored in the height field, or the bump map itself where there is no layer.
@@ -497,17 +554,40 @@ float lineJitter(float ind, float seed) {
     return rand(vec2(ind, seed)) - 0.5;
 }
 
+// The height of a line's contour.
+float isolinePosition(float ind, float divCount) {
+    float position = ind / divCount;
+    if (linesJitter) {
+        position += lineJitter(ind, randomSeed) * linesRandomize / divCount;
+    }
+    return position;
+}
+
+// Output pixels.
+float lineWidth(float ind) {
+    float width = linesWidth;
+    if (lineWidthsJitter) {
+        width += rand(vec2(ind, randomSeed + 2.0)) * widthRandomize * linesWidth;
+    }
+    return width;
+}
+
 float linesGradientPosition(float ind, float divCount) {
     float gradientPart =
         scaleAbout(ind / divCount + linesGradientOffset, linesGradientScale, linesGradientScaleBase);
-    gradientPart += lineJitter(ind, randomSeed + 1.0) * gradientRandomize / divCount;
+    if (lineColorsJitter) {
+        gradientPart += lineJitter(ind, randomSeed + 1.0) * gradientRandomize / divCount;
+    }
     return linesGradientLoop == 1 ? wrapped(gradientPart) : gradientPart;
 }
 
 // 1 where the line's alpha noise reaches the threshold, else 0. Lines differ in time and in one of four
 // diagonal directions. The seed is a product on purpose: at seed 0 it is that of the line's height.
 float lineMask(vec2 p, float ind, float divCount) {
-    float currentAlphaRandomize = 360.0 * lineJitter(ind, randomSeed * 3.0) * alphaRandomize / divCount;
+    float currentAlphaRandomize = 0.0;
+    if (lineMasksJitter) {
+        currentAlphaRandomize = 360.0 * lineJitter(ind, randomSeed * 3.0) * alphaRandomize / divCount;
+    }
     float sx = 1.0 - 2.0 * floor(mod(ind * 0.5, 2.0));
     float sy = 1.0 - 2.0 * floor(mod(ind * 0.5 + 0.5, 2.0));
     vec2 alphaRandomizeOffset = vec2(sx, sy) * currentAlphaRandomize;
@@ -561,17 +641,36 @@ vec4 drawLines(vec4 under, vec2 p, float noiseHeight) {
     float lg = 2.0 * length(vec2(dFdx(lineHeight), dFdy(lineHeight)));  // per output pixel
 
     vec4 result = under;
-    float divCount = float(linesCount + 1);
-    for (int i = 1; i <= linesCount; i++) {
-        float ind = float(i);
-        float isolinePart = ind / divCount + lineJitter(ind, randomSeed) * linesRandomize / divCount;
-        float width = linesWidth + rand(vec2(ind, randomSeed + 2.0)) * widthRandomize * linesWidth;
-        float lineAlpha = linesAlpha * lineCroppingAlpha *
-                          clamp(1.0 - isoline(lineHeight, lg, isolinePart, 1.0, width), 0.0, 1.0);
-        lineAlpha *= lineMask(p, ind, divCount);
-        vec4 lineColor = texture(linesGradientTexture, vec2(linesGradientPosition(ind, divCount), 0.5));
-        result = blendLine(result, lineColor.rgb, lineAlpha);
+    if (linesCount < 1) {
+        return result;
     }
+    float divCount = float(linesCount + 1);
+    int i = 0;
+    do {
+        float ind;
+        float lineAlpha;
+        vec3 lineColor;
+        bool maskMatters;
+        // On to the next line of which something shows here. A line without alpha is blended all the same, since
+        // the blend modes clamp, but its alpha noise, which costs most, counts for nothing.
+        do {
+            i++;
+            ind = float(i);
+            lineAlpha = linesAlpha * lineCroppingAlpha *
+                        clamp(1.0 - isoline(lineHeight, lg, isolinePosition(ind, divCount), 1.0, lineWidth(ind)),
+                              0.0, 1.0);
+            // Named level: pixels that have arrived do not read along, so there are no derivatives here.
+            lineColor =
+                textureLod(linesGradientTexture, vec2(linesGradientPosition(ind, divCount), 0.5), 0.0).rgb;
+            maskMatters = linesMasked && lineAlpha != 0.0;
+            if (!maskMatters) {
+                result = blendLine(result, lineColor, lineAlpha);
+            }
+        } while (!maskMatters && i < linesCount);
+        if (maskMatters) {
+            result = blendLine(result, lineColor, lineAlpha * lineMask(p, ind, divCount));
+        }
+    } while (i < linesCount);
     return result;
 }
 

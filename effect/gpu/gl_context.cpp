@@ -8,6 +8,7 @@
 #include <mutex>
 
 #include "effect/gpu/platform_context.h"
+#include "effect/gpu/software_driver.h"
 
 namespace flumo {
 
@@ -39,7 +40,7 @@ void AESDK_OpenGL_StartContext(AESDK_OpenGL_EffectCommonData& record,
     const bool rootHasContext = root != nullptr && root->renderContext != nullptr;
     MakePlatformContext(record, rootHasContext ? root : nullptr);
     MakePlatformContextCurrent(record);
-    AESDK_OpenGL_LogVersion();
+    record.softwareDriver = IsSoftwareRenderer(AESDK_OpenGL_LogVersion());
     record.extensions = glbinding::ContextInfo::extensions();
 }
 
@@ -48,16 +49,18 @@ void AESDK_OpenGL_MakeCurrent(const AESDK_OpenGL_EffectCommonData& record) {
     glbinding::Binding::useContext(kBinding);
 }
 
-void AESDK_OpenGL_LogVersion() {
+std::string AESDK_OpenGL_LogVersion() {
     ResolveFunctionsOnce();
     glbinding::Binding::useContext(kBinding);
     using glbinding::ContextInfo;
+    std::string renderer;
     std::cout << std::endl
               << "OpenGL Version:  " << ContextInfo::version() << std::endl
               << "OpenGL Vendor:   " << ContextInfo::vendor() << std::endl
-              << "OpenGL Renderer: " << ContextInfo::renderer() << std::endl
+              << "OpenGL Renderer: " << (renderer = ContextInfo::renderer()) << std::endl
               << "OpenGL Revision: " << kRegistryRevision << " (gl.xml)" << std::endl
               << std::endl;
+    return renderer;
 }
 
 }  // namespace flumo

@@ -1,13 +1,16 @@
 // Contexts as the rest of the effect sees them, the same on every platform.
 #pragma once
 
+#include <string>
+
 #include "effect/gpu/render_data.h"
 
 namespace flumo {
 
 /// Makes the record's drawable and context, leaves it current on the calling thread, writes the version
-/// lines and notes the extensions. `root` is the record to share objects with; null, or a root that has
-/// no context itself, makes a root. Throws AESDK_OpenGL_Fault 1. Takes no lock.
+/// lines and notes the extensions and whether the driver draws in software. `root` is the record to share
+/// objects with; null, or a root that has no context itself, makes a root. Throws AESDK_OpenGL_Fault 1. Takes
+/// no lock.
 void AESDK_OpenGL_StartContext(AESDK_OpenGL_EffectCommonData& record,
                                const AESDK_OpenGL_EffectCommonData* root);
 
@@ -15,6 +18,7 @@ void AESDK_OpenGL_StartContext(AESDK_OpenGL_EffectCommonData& record,
 void AESDK_OpenGL_MakeCurrent(const AESDK_OpenGL_EffectCommonData& record);
 
 /// Readies glbinding on the current context and writes the driver's version lines to standard output.
-void AESDK_OpenGL_LogVersion();
+/// Returns the renderer's name, which is one of them.
+std::string AESDK_OpenGL_LogVersion();
 
 }  // namespace flumo

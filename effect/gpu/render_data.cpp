@@ -4,6 +4,7 @@
 
 #include "effect/gpu/gl_context.h"
 #include "effect/gpu/platform_context.h"
+#include "effect/gpu/software_driver.h"
 
 using namespace gl33core;
 
@@ -52,6 +53,7 @@ AESDK_OpenGL_EffectRenderData::~AESDK_OpenGL_EffectRenderData() {
     for (const GLuint program : {mainProgram, colorProgram, copyProgram, blurProgram, outputProgram}) {
         if (program != 0) glDeleteProgram(program);
     }
+    DeleteLookPrograms(lookPrograms);
     if (framebuffer != 0) glDeleteFramebuffers(1, &framebuffer);
     if (renderbuffer != 0) glDeleteRenderbuffers(1, &renderbuffer);
     DeleteOverlay(overlayBuffers);

@@ -11,6 +11,9 @@
 #include <mutex>
 #include <set>
 #include <string>
+#include <vector>
+
+#include "effect/gpu/look.h"
 
 namespace flumo {
 
@@ -29,6 +32,8 @@ struct AESDK_OpenGL_EffectCommonData {
     void* deviceContext = nullptr;
     void* renderContext = nullptr;
     std::string windowClassName;
+    /// The context's driver draws on the CPU; known from when the context was started.
+    bool softwareDriver = false;
 };
 
 /// Geometry of the licence gate's overlay pass: GL names, and the bytes that each buffer has room for.
@@ -68,6 +73,8 @@ struct AESDK_OpenGL_EffectRenderData : AESDK_OpenGL_EffectCommonData {
     gl::GLuint quadVertexBuffer = 0;
     gl::GLuint frameVertexArray = 0;
     gl::GLuint frameVertexBuffer = 0;
+    /// The main program for the looks drawn last, the newest first; empty on a hardware driver.
+    std::vector<LookProgram> lookPrograms;
 };
 
 /// The root record; empty outside global set-up and set-down. Written only by those two, which the host

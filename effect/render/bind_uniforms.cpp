@@ -5,8 +5,10 @@
 #include <cstring>
 
 #include "effect/gpu/draw.h"
+#include "effect/gpu/software_driver.h"
 #include "effect/gpu/target.h"
 #include "effect/gradient/gradient_lock.h"
+#include "effect/render/frame_look.h"
 #include "effect/render/passes.h"
 #include "effect/render/ramp_texture.h"
 #include "effect/render/report_framebuffer_status.h"
@@ -49,6 +51,12 @@ FrameTextures UploadTextures(PF_InData* in_data, ParamSnapshot& snapshot, const 
             .layer3 = UploadChosen(in_data, SnapshotLayer3(snapshot)),
             .noiseRamp = UploadVisible(snapshot.noiseVisible, noiseGradient),
             .linesRamp = UploadVisible(snapshot.linesVisible, linesGradient)};
+}
+
+// On hardware the main program itself: there a branch that no pixel takes costs nothing.
+GLuint ImageProgram(RenderData& renderData, ParamSnapshot& snapshot) {
+    if (!renderData.softwareDriver) return renderData.mainProgram;
+    return AESDK_OpenGL_ProgramForLook(renderData, LookOfFrame(snapshot));
 }
 
 void BindLayer(GLuint program, GLuint texture, const char* sampler, const char* use, GLint unit) {
@@ -107,7 +115,7 @@ void SelectTarget(PF_InData* in_data, PF_OutData* out_data, const RenderData& re
 }
 
 void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHandler& suites,
-                         const RenderData& renderData, ParamSnapshot& snapshot, A_long width, A_long height,
+                         RenderData& renderData, ParamSnapshot& snapshot, A_long width, A_long height,
                          A_long originX, A_long originY, float multiplier16bit) {
     SelectTarget(in_data, out_data, renderData, renderData.resultTexture);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -119,14 +127,15 @@ void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHan
     const GradientLock linesGradient(suites.HandleSuite(), snapshot.linesGradient);
 
     SetBlendMode(1);
-    glUseProgram(renderData.mainProgram);
-    SetFrameUniforms(renderData.mainProgram, {.snapshot = snapshot,
-                                              .width = width,
-                                              .height = height,
-                                              .downsampleX = Ratio(in_data->downsample_x),
-                                              .multiplier16bit = multiplier16bit});
+    const GLuint program = ImageProgram(renderData, snapshot);
+    glUseProgram(program);
+    SetFrameUniforms(program, {.snapshot = snapshot,
+                               .width = width,
+                               .height = height,
+                               .downsampleX = Ratio(in_data->downsample_x),
+                               .multiplier16bit = multiplier16bit});
     const FrameTextures textures = UploadTextures(in_data, snapshot, noiseGradient, linesGradient);
-    BindTextures(renderData.mainProgram, textures);
+    BindTextures(program, textures);
     DrawFrameQuad(renderData, PlacedQuad(*in_data, width, height, originX, originY));
     glUseProgram(0);
     glDisable(GL_BLEND);

@@ -11,11 +11,11 @@ namespace flumo {
 /// Draws the snapshot's image at double size and reduces it into resultTexture, premultiplied, which stays
 /// the bound target. Width, height and origin are those of the world in pixels at the host's resolution;
 /// the origin places it inside the whole frame, so that a partial frame shows the same image. The record's
-/// context is current, the clear colour is transparent black.
+/// context is current, the clear colour is transparent black. The record may keep a program for the look.
 /// Throws AESDK_OpenGL_Fault 3 and any PF_Err of a host call; textures made by then are not deleted.
 void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHandler& suites,
-                         const AESDK_OpenGL_EffectRenderData& renderData, ParamSnapshot& snapshot,
-                         A_long width, A_long height, A_long originX, A_long originY, float multiplier16bit);
+                         AESDK_OpenGL_EffectRenderData& renderData, ParamSnapshot& snapshot, A_long width,
+                         A_long height, A_long originX, A_long originY, float multiplier16bit);
 
 /// AESDK_OpenGL_BindTarget followed by ReportFramebufferStatus, as every pass of a frame begins.
 void SelectTarget(PF_InData* in_data, PF_OutData* out_data, const AESDK_OpenGL_EffectRenderData& renderData,

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <span>
 
+#include "effect/gpu/software_driver.h"
+
 using namespace gl33core;
 
 namespace flumo {
@@ -30,9 +32,11 @@ PF_Err CopyFloatPixel(void* refcon, A_long x, A_long y, PF_PixelFloat*, PF_Pixel
     return PF_Err_NONE;
 }
 
-void IterateFloats(const PF_iterateFloatSuite1& iteration, PF_InData* in_data, PF_EffectWorld* inputWorld,
-                   PF_EffectWorld* outputWorld, std::span<const PF_PixelFloat> pixels) {
+void IterateFloats(const RenderData& renderData, const PF_iterateFloatSuite1& iteration, PF_InData* in_data,
+                   PF_EffectWorld* inputWorld, PF_EffectWorld* outputWorld,
+                   std::span<const PF_PixelFloat> pixels) {
     FloatFrame frame{pixels, inputWorld};
+    const SoftwareTurnPause pause(renderData);
     const PF_Err err = iteration.iterate(in_data, 0, inputWorld->height, inputWorld, nullptr, &frame,
                                          CopyFloatPixel, outputWorld);
     if (err != PF_Err_NONE) throw PF_Err{err};
@@ -83,7 +87,7 @@ void DownloadOutput(const RenderData& renderData, AEGP_SuiteHandler& suites, PF_
             CopyRows<PF_Pixel16>(in_data->utils->get_pixel_data16, renderData, *outputWorld, buffer);
             break;
         case PF_PixelFormat_ARGB128:
-            IterateFloats(suites.IterateFloatSuite(), in_data, inputWorld, outputWorld,
+            IterateFloats(renderData, suites.IterateFloatSuite(), in_data, inputWorld, outputWorld,
                           {static_cast<const PF_PixelFloat*>(buffer), static_cast<size_t>(pixelCount)});
             break;
         default:

@@ -8,6 +8,7 @@
 #include "effect/gpu/render_data.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/saved_context.h"
+#include "effect/gpu/software_driver.h"
 #include "effect/licence/licence.h"
 #include "effect/params/param_snapshot.h"
 #include "effect/render/bind_uniforms.h"
@@ -95,7 +96,7 @@ const PixelFormatRow& InputFormat(const Frame& frame) {
     return PixelFormatInfo(format);
 }
 
-void DrawImage(Frame& frame, const RenderData& renderData, float multiplier16bit) {
+void DrawImage(Frame& frame, RenderData& renderData, float multiplier16bit) {
     const PF_EffectWorld& world = *frame.inputWorld;
     SelectTarget(frame.in_data, frame.out_data, renderData, renderData.resultTexture);
     glViewport(0, 0, world.width, world.height);
@@ -114,8 +115,9 @@ void DeliverImage(Frame& frame, const RenderData& renderData, const PixelFormatR
 }
 
 /// The frame inside this thread's GL context. The caller's context is current again when it ends, also by
-/// an exception.
+/// an exception. On a software driver the frames of a process take turns.
 void RenderInContext(Frame& frame) {
+    const SoftwareTurn turn(CommonData);
     const AESDK_OpenGL_SavedContext callersContext;
     const auto renderData = AESDK_OpenGL_RenderDataForThread();
     StartOnFirstFrame(*renderData);

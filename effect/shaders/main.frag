@@ -91,9 +91,9 @@ uniform vec2 linesAlphaNoiseOffset;
 uniform float linesAlphaThreshold;
 
 // Software drivers execute every branch in every pixel, under a mask: only the end of a loop jumps. So a loop
-// that runs at least once is tested at its end, or its body would run once more with an empty mask. For the same
-// reason such drivers get a text of their own for each look, in which the switches are constants: the
-// declarations above and below are what is replaced. docs/performance.md tells more.
+// that runs at least once is tested at its end, or its body would run once more with an empty mask. For the
+// same reason such drivers get a text for each look, in which switches declared here are constants instead.
+// docs/performance.md tells more.
 
 // ---- Work that the frame can do without ----
 
@@ -169,8 +169,10 @@ float voronoi(vec2 x, float evolution, float w) {
     vec2 n = floor(x);
     vec2 f = fract(x);
     vec4 m = vec4(8.0, 0.0, 0.0, 0.0);  // distance so far, colour so far
-    for (int j = -2; j <= 2; j++) {
-        for (int i = -2; i <= 2; i++) {
+    int j = -2;
+    do {
+        int i = -2;
+        do {
             vec2 g = vec2(float(i), float(j));
             vec2 o = hash2(n + g);
             o = 0.5 + 0.5 * sin(evolution + 6.2831 * o);
@@ -180,8 +182,10 @@ float voronoi(vec2 x, float evolution, float w) {
             float correction = h * (1.0 - h) * w / (1.0 + 3.0 * w);
             m.x = mix(m.x, d, h) - correction;
             m.yzw = mix(m.yzw, col, h) - correction;
-        }
-    }
+            i++;
+        } while (i <= 2);
+        j++;
+    } while (j <= 2);
     return m.y * (1.0 - 0.8 * m.x);
 }
 
@@ -253,27 +257,16 @@ float simplex(vec3 v) {
     return 42.0 * dot(m * m, slope);
 }
 
-// Each octave has twice the frequency, on all three coordinates, and half the weight of the one before.
-float octaveSum(vec3 v, int octaves) {
-    float sum = 0.0;
-    float weight = 1.0;
-    int octave = 0;
-    do {
-        sum += simplex(v) * weight;
-        v *= 2.0;
-        weight *= 0.5;
-        octave++;
-    } while (octave < octaves);
-    return sum;
-}
-
-// About -1 to 1.
+// About -1 to 1. All three coordinates scale from octave to octave.
 float fbm3(vec3 v) {
-    return octaveSum(v, 3) / (1.0 + 1.0 / 2.0 + 1.0 / 4.0);
+    float sum = simplex(v) + simplex(2.0 * v) / 2.0 + simplex(4.0 * v) / 4.0;
+    return sum / (1.0 + 1.0 / 2.0 + 1.0 / 4.0);
 }
 
 float fbm5(vec3 v) {
-    return octaveSum(v, 5) / (1.0 + 1.0 / 2.0 + 1.0 / 4.0 + 1.0 / 8.0 + 1.0 / 16.0);
+    float sum = simplex(v) + simplex(2.0 * v) / 2.0 + simplex(4.0 * v) / 4.0 + simplex(8.0 * v) / 8.0 +
+                simplex(16.0 * v) / 16.0;
+    return sum / (1.0 + 1.0 / 2.0 + 1.0 / 4.0 + 1.0 / 8.0 + 1.0 / 16.0);
 }
 
 // ---- Smoke ----
@@ -444,6 +437,12 @@ float croppingAlpha(float height, int bottomEnabled, float bottomThreshold, floa
     return result;
 }
 
+// x, as it was rounded up to here. A compiler merges the factors of sums and products that it sees whole, and
+// it sees more where switches are constants; what a uniform decides it cannot see through.
+float settled(float x) {
+    return multiplier16bit > 0.0 ? x : 0.0;
+}
+
 // The height at uv, not clamped, and the coverage, 0 to 1.
 vec2 getHeight(vec2 uv) {
     float a = 1.0;
@@ -457,11 +456,13 @@ vec2 getHeight(vec2 uv) {
             a = 0.0;
         }
     }
+    h = settled(h);
     if (useLayer2 == 1) {
         vec4 color =
             inverted(layerColor(inputTexture2, out_uvs.xy), layer2LightnessInvert, layer2AlphaInvert);
         h += layerHeight(color, layer2Mult) * float(useLayer2);
     }
+    h = settled(h);
     h += noiseBrightness / 100.0;
 
     a *=
@@ -651,15 +652,14 @@ vec4 drawLines(vec4 under, vec2 p, float noiseHeight) {
         float lineAlpha;
         vec3 lineColor;
         bool maskMatters;
-        // On to the next line of which something shows here. A line without alpha is blended all the same, since
-        // the blend modes clamp, but its alpha noise, which costs most, counts for nothing.
+        // Goes on to the next line of which something shows here. A line without alpha is blended all the
+        // same, since the blend modes clamp, but its alpha noise, which costs most, counts for nothing.
         do {
             i++;
             ind = float(i);
-            lineAlpha = linesAlpha * lineCroppingAlpha *
-                        clamp(1.0 - isoline(lineHeight, lg, isolinePosition(ind, divCount), 1.0, lineWidth(ind)),
-                              0.0, 1.0);
-            // Named level: pixels that have arrived do not read along, so there are no derivatives here.
+            float distant = isoline(lineHeight, lg, isolinePosition(ind, divCount), 1.0, lineWidth(ind));
+            lineAlpha = linesAlpha * lineCroppingAlpha * clamp(1.0 - distant, 0.0, 1.0);
+            // The level is named: there are no derivatives where some pixels have left the loop.
             lineColor =
                 textureLod(linesGradientTexture, vec2(linesGradientPosition(ind, divCount), 0.5), 0.0).rgb;
             maskMatters = linesMasked && lineAlpha != 0.0;

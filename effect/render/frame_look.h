@@ -1,0 +1,13 @@
+// Which switches of the main program a frame's controls set.
+#pragma once
+
+#include "effect/gpu/look.h"
+#include "effect/params/param_snapshot.h"
+
+namespace flumo {
+
+/// The look of a frame: the switches that its visible parts read. Numbers that usually animate are not among
+/// them, so that the frames of an animation share a look.
+Look LookOfFrame(ParamSnapshot& snapshot);
+
+}  // namespace flumo

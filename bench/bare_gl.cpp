@@ -8,7 +8,7 @@
 #include "effect/gpu/gl_context.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/saved_context.h"
-#include "effect/gradient/gradient_lock.h"
+#include "effect/gradient/value/gradient_lock.h"
 #include "effect/render/pixel_format.h"
 #include "effect/render/ramp_texture.h"
 #include "effect/render/screen_matrix.h"

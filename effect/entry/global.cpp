@@ -1,11 +1,11 @@
 #include "effect/entry/global.h"
 
-#include "effect/entry/handle_unlock.h"
 #include "effect/gpu/global_context.h"
 #include "effect/gpu/saved_context.h"
 #include "effect/identity/effect_strings.h"
 #include "effect/identity/identity.h"
 #include "effect/licence/licence.h"
+#include "effect/suites/handle_unlock.h"
 #include "effect/suites/suite_handler.h"
 
 namespace flumo {

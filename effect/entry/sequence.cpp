@@ -3,7 +3,7 @@
 #include <bit>
 #include <new>
 
-#include "effect/entry/handle_unlock.h"
+#include "effect/suites/handle_unlock.h"
 #include "effect/suites/suite_handler.h"
 
 namespace flumo {

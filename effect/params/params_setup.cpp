@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "effect/gradient/gradient_callbacks.h"
-#include "effect/gradient/gradient_lock.h"
+#include "effect/gradient/callbacks/gradient_callbacks.h"
+#include "effect/gradient/value/gradient_lock.h"
 #include "effect/identity/effect_strings.h"
 #include "effect/params/param_ids.h"
 #include "effect/suites/suite_handler.h"

@@ -7,7 +7,7 @@
 #include "effect/gpu/draw.h"
 #include "effect/gpu/software_driver.h"
 #include "effect/gpu/target.h"
-#include "effect/gradient/gradient_lock.h"
+#include "effect/gradient/value/gradient_lock.h"
 #include "effect/render/frame_look.h"
 #include "effect/render/passes.h"
 #include "effect/render/ramp_texture.h"

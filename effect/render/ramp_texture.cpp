@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "effect/gradient/sample_gradient.h"
+#include "effect/gradient/value/sample_gradient.h"
 #include "effect/render/upload.h"
 
 using namespace gl33core;

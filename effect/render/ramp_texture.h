@@ -3,7 +3,7 @@
 
 #include <glbinding/gl/types.h>
 
-#include "effect/gradient/gradient.h"
+#include "effect/gradient/value/gradient.h"
 
 namespace flumo {
 

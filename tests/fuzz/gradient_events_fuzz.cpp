@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "effect/gradient/gradient_callbacks.h"
-#include "effect/gradient/gradient_events.h"
+#include "effect/gradient/callbacks/gradient_callbacks.h"
+#include "effect/gradient/callbacks/gradient_events.h"
 #include "host/control_events.h"
 #include "host/instance.h"
 #include "host/panel/panel.h"

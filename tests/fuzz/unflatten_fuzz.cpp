@@ -6,11 +6,11 @@
 #include <limits>
 #include <vector>
 
-#include "effect/gradient/compare_gradient.h"
-#include "effect/gradient/flat_gradient.h"
-#include "effect/gradient/gradient_text.h"
-#include "effect/gradient/interpolate_gradient.h"
-#include "effect/gradient/sample_gradient.h"
+#include "effect/gradient/value/compare_gradient.h"
+#include "effect/gradient/value/flat_gradient.h"
+#include "effect/gradient/value/gradient_text.h"
+#include "effect/gradient/value/interpolate_gradient.h"
+#include "effect/gradient/value/sample_gradient.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "effect/gradient/compare_gradient.h"
+#include "effect/gradient/value/compare_gradient.h"
 
 #include <gtest/gtest.h>
 

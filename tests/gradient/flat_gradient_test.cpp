@@ -1,4 +1,4 @@
-#include "effect/gradient/flat_gradient.h"
+#include "effect/gradient/value/flat_gradient.h"
 
 #include <gtest/gtest.h>
 

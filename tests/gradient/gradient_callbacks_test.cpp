@@ -1,4 +1,4 @@
-#include "effect/gradient/gradient_callbacks.h"
+#include "effect/gradient/callbacks/gradient_callbacks.h"
 
 #include <gtest/gtest.h>
 

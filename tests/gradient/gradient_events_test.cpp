@@ -1,4 +1,4 @@
-#include "effect/gradient/gradient_events.h"
+#include "effect/gradient/callbacks/gradient_events.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "effect/gradient/ramp_image.h"
+#include "effect/gradient/editor/ramp_image.h"
 #include "host/control_events.h"
 #include "host/panel/panel.h"
 #include "tests/gradient/linked_effect.h"

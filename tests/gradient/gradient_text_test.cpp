@@ -1,4 +1,4 @@
-#include "effect/gradient/gradient_text.h"
+#include "effect/gradient/value/gradient_text.h"
 
 #include <gtest/gtest.h>
 

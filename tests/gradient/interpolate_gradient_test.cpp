@@ -1,4 +1,4 @@
-#include "effect/gradient/interpolate_gradient.h"
+#include "effect/gradient/value/interpolate_gradient.h"
 
 #include <gtest/gtest.h>
 

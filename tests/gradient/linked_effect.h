@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "effect/entry/effect_main.h"
-#include "effect/gradient/flat_gradient.h"
+#include "effect/gradient/value/flat_gradient.h"
 #include "host/instance.h"
 
 namespace flumo::test {

@@ -1,4 +1,4 @@
-#include "effect/gradient/ramp_editor.h"
+#include "effect/gradient/editor/ramp_editor.h"
 
 #include <gtest/gtest.h>
 

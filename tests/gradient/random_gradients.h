@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <random>
 
-#include "effect/gradient/gradient.h"
+#include "effect/gradient/value/gradient.h"
 
 namespace flumo::test {
 

@@ -1,4 +1,4 @@
-#include "effect/gradient/sample_gradient.h"
+#include "effect/gradient/value/sample_gradient.h"
 
 #include <gtest/gtest.h>
 

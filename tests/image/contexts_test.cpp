@@ -11,7 +11,7 @@
 #include "effect/gpu/program.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/target.h"
-#include "effect/gradient/gradient.h"
+#include "effect/gradient/value/gradient.h"
 #include "effect/render/passes.h"
 #include "effect/render/ramp_texture.h"
 #include "effect/render/report_framebuffer_status.h"

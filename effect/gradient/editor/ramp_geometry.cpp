@@ -1,0 +1,26 @@
+#include "effect/gradient/editor/ramp_geometry.h"
+
+#include <algorithm>
+
+namespace flumo {
+namespace {
+
+constexpr A_long kSideMargin = 6;
+constexpr A_long kMarkerStrip = 16;
+
+}  // namespace
+
+RampGeometry MakeRampGeometry(const PF_Rect& frame) {
+    const A_long x0 = frame.left + kSideMargin;
+    const A_long marker_top = std::max(frame.top, frame.bottom - kMarkerStrip);
+    return {.left = frame.left,
+            .top = frame.top,
+            .right = frame.right,
+            .bottom = frame.bottom,
+            .x0 = x0,
+            .w = frame.right - x0 - kSideMargin,
+            .markerTop = marker_top,
+            .h = marker_top - frame.top};
+}
+
+}  // namespace flumo

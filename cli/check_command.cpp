@@ -11,20 +11,20 @@
 #include "cli/session.h"
 #include "cli/stop_signal.h"
 #include "cli/text_list.h"
-#include "host/judge/expectation.h"
-#include "host/judge/judge.h"
-#include "host/judge/trial.h"
+#include "judge/engine/expectation.h"
+#include "judge/engine/trial.h"
+#include "judge/judge.h"
 
 namespace flumo::cli {
 namespace {
 
 namespace fs = std::filesystem;
-using host::judge::Case;
-using host::judge::CaseResult;
-using host::judge::ChildEnd;
-using host::judge::Judge;
-using host::judge::StepChoice;
-using host::judge::Subject;
+using judge::Case;
+using judge::CaseResult;
+using judge::ChildEnd;
+using judge::Judge;
+using judge::StepChoice;
+using judge::Subject;
 using nlohmann::ordered_json;
 
 constexpr const char* kFooter = R"(
@@ -58,7 +58,7 @@ Subject subject_of(const CheckOptions& options) {
     for (const fs::path& path : {subject.module, subject.expectation, subject.resource})
         require_file(path);
     try {
-        static_cast<void>(host::judge::read_expectation(subject.expectation));
+        static_cast<void>(judge::read_expectation(subject.expectation));
     } catch (const std::exception& error) {
         throw input_failure(error.what());
     }
@@ -72,13 +72,13 @@ ExitStatus play_here(const CheckOptions& options, const StdoutGuard& output) {
     setrlimit(RLIMIT_CORE, &no_core);
     std::signal(SIGINT, SIG_DFL);
     std::signal(SIGTERM, SIG_DFL);
-    const Case* played = host::judge::find_case(options.played);
+    const Case* played = judge::find_case(options.played);
     if (!played) throw usage_failure("no case " + in_quotes(options.played));
     StepChoice choice;
     if (!options.only.empty()) choice.only = options.only;
     if (!options.after.empty()) choice.after = options.after;
-    host::judge::Trial trial(subject_of(options), choice,
-                             [&output](const std::string& line) { output.write(line + "\n"); });
+    judge::Trial trial(subject_of(options), choice,
+                       [&output](const std::string& line) { output.write(line + "\n"); });
     trial.play(*played);
     return ExitStatus::kDone;
 }
@@ -165,8 +165,8 @@ class Report {
         return text + "\n";
     }
 
-    void add_all(const std::vector<host::judge::Finding>& found, ordered_json& array) {
-        for (const host::judge::Finding& finding : found) {
+    void add_all(const std::vector<judge::Finding>& found, ordered_json& array) {
+        for (const judge::Finding& finding : found) {
             array.push_back(json_of(finding, subject_));
             if (!options_.json && (options_.notes || !finding.is_note))
                 output_.write(line_of(finding, subject_));
@@ -200,10 +200,10 @@ ExitStatus play_all(const Judge& judge, int level, Report& report) {
 }
 
 ExitStatus play_again(const Judge& judge, const std::string& text, Report& report) {
-    const auto place = host::judge::find_place(text);
+    const auto place = judge::find_place(text);
     if (!place) throw usage_failure("no case " + in_quotes(text) + "; --list names them all");
     const CaseResult result = judge.play(*place->played, place->choice);
-    if (host::judge::lacks_step(result, place->choice))
+    if (judge::lacks_step(result, place->choice))
         throw usage_failure("no step " + in_quotes(*place->choice.only) + " in case " +
                             in_quotes(std::string(place->played->name)));
     report.add(result);
@@ -212,7 +212,7 @@ ExitStatus play_again(const Judge& judge, const std::string& text, Report& repor
 
 ExitStatus list_cases(const StdoutGuard& output) {
     std::string text;
-    for (const Case& each : host::judge::all_cases()) {
+    for (const Case& each : judge::all_cases()) {
         const std::string name(each.name);
         text += std::to_string(each.level) + "  " + name + std::string(26 - name.size(), ' ') +
                 std::string(each.about) + "\n";
@@ -229,7 +229,7 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         ->default_str("Flumo.so beside flumo, then in ../lib/flumo");
     command.add_option("--level", options.level, "The highest level")
         ->type_name("1..5")
-        ->check(CLI::Range(1, host::judge::kHighestLevel).description(""))
+        ->check(CLI::Range(1, judge::kHighestLevel).description(""))
         ->default_str("5");
     command.add_option("--seed", options.seed, "What is left to chance follows from it")
         ->type_name("N")

@@ -1,7 +1,7 @@
 // A GL context that a host's own thread has current while it calls an effect.
 #pragma once
 
-#include "host/judge/callers_context.h"
+#include "judge/engine/callers_context.h"
 
 namespace flumo::host::test {
 

@@ -6,10 +6,10 @@
 #include <regex>
 #include <set>
 
-#include "host/judge/case_table.h"
+#include "judge/cases/case_table.h"
 #include "tests/judge/flumo_check.h"
 
-namespace flumo::host::judge::test {
+namespace flumo::judge::test {
 namespace {
 
 using testing::Contains;
@@ -158,4 +158,4 @@ TEST(SoundModule, PassesEveryLevel) {
 }
 
 }  // namespace
-}  // namespace flumo::host::judge::test
+}  // namespace flumo::judge::test

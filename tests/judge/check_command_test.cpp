@@ -7,12 +7,12 @@
 #include <sstream>
 
 #include "effect/entry/pipl.h"
-#include "host/judge/case_table.h"
+#include "judge/cases/case_table.h"
 #include "tests/cli/program.h"
 #include "tests/cli/scratch_folder.h"
 #include "tests/judge/flumo_check.h"
 
-namespace flumo::host::judge::test {
+namespace flumo::judge::test {
 namespace {
 
 using nlohmann::json;
@@ -145,4 +145,4 @@ TEST_F(CheckCommand, RepeatsItselfBySeed) {
 }
 
 }  // namespace
-}  // namespace flumo::host::judge::test
+}  // namespace flumo::judge::test

@@ -4,7 +4,7 @@
 
 #include "tests/cli/program.h"
 
-namespace flumo::host::judge::test {
+namespace flumo::judge::test {
 
 std::vector<std::string> Checked::each(const char* key) const {
     std::vector<std::string> values;
@@ -36,4 +36,4 @@ std::string broken_module(const std::string& fault) {
     return broken;
 }
 
-}  // namespace flumo::host::judge::test
+}  // namespace flumo::judge::test

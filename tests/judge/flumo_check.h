@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace flumo::host::judge::test {
+namespace flumo::judge::test {
 
 struct Checked {
     int status = 0;
@@ -24,4 +24,4 @@ Checked flumo_check(std::vector<std::string> arguments);
 /// Path of the small effect under the name of a fault, or sound: "Sound".
 std::string broken_module(const std::string& fault);
 
-}  // namespace flumo::host::judge::test
+}  // namespace flumo::judge::test

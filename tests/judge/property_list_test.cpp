@@ -1,5 +1,5 @@
 // Reading Windows modules as files: what is there, and files that lie.
-#include "host/judge/property_list.h"
+#include "judge/windows_module/property_list.h"
 
 #include <gtest/gtest.h>
 
@@ -8,12 +8,12 @@
 #include <random>
 
 #include "effect/entry/pipl.h"
-#include "host/judge/pe_file.h"
 #include "host/module.h"
+#include "judge/windows_module/pe_file.h"
 #include "tests/cli/scratch_folder.h"
 #include "tests/judge/flumo_check.h"
 
-namespace flumo::host::judge {
+namespace flumo::judge {
 namespace {
 
 std::vector<std::byte> flumos_list() {
@@ -119,7 +119,7 @@ TEST(PropertyList, DamageIsRefused) {
             static_cast<void>(file.exports());
             static_cast<void>(parse_property_list("damaged", file.resource("PIPL", 16000)));
             return true;
-        } catch (const ModuleError&) {
+        } catch (const host::ModuleError&) {
             return false;
         }
     };
@@ -139,4 +139,4 @@ TEST(PropertyList, DamageIsRefused) {
 }
 
 }  // namespace
-}  // namespace flumo::host::judge
+}  // namespace flumo::judge

@@ -1,0 +1,223 @@
+// Level 4: controls that draw themselves, and the mouse on them.
+#include <algorithm>
+#include <vector>
+
+#include "host/control_events.h"
+#include "host/panel/panel.h"
+#include "judge/cases/case_table.h"
+#include "judge/engine/frame_judge.h"
+
+namespace flumo::judge {
+
+namespace {
+
+constexpr int kScripts = 8;
+constexpr int kEventsOfScript = 14;
+/// Panel pixels around the control's frame in which nothing may be drawn, beyond the one that smooth edges
+/// reach into.
+constexpr int kMargin = 20;
+
+struct PlaceRow {
+    const char* name;
+    int width;
+    int height;
+};
+constexpr PlaceRow kPlaces[] = {{"usual", 150, 50}, {"wide", 400, 60}, {"low", 150, 9},
+                                {"narrow", 8, 50},  {"dot", 1, 1},     {"nothing", 0, 0}};
+
+constexpr std::pair<const char*, host::PixelLayout> kLayouts[] = {{"argb", host::PixelLayout::kArgb},
+                                                                  {"bgra", host::PixelLayout::kBgra},
+                                                                  {"neither", host::PixelLayout::kNeither}};
+
+host::ControlPlace place_of(const host::Control& control, int width, int height) {
+    return {.index = control.index, .frame = {kMargin, kMargin, kMargin + width, kMargin + height}};
+}
+
+host::PanelOptions panel_around(int width, int height, host::PixelLayout layout = host::PixelLayout::kBgra) {
+    return {.width = width + 2 * kMargin, .height = height + 2 * kMargin, .layout = layout};
+}
+
+bool is_within(const PF_UnionableRect& frame, int x, int y) {
+    return x >= frame.left - 1 && x <= frame.right && y >= frame.top - 1 && y <= frame.bottom;
+}
+
+/// Whether the panel shows anything but its background, inside or outside of a frame.
+bool is_painted(const host::Panel& panel, const PF_UnionableRect& frame, bool inside) {
+    const std::vector<uint8_t> pixels = panel.rgba();
+    const auto width = static_cast<std::size_t>(panel.image_width());
+    for (std::size_t i = 0; i < pixels.size() / 4; ++i) {
+        const bool is_inside = is_within(frame, static_cast<int>(i % width), static_cast<int>(i / width));
+        if (is_inside == inside && !std::equal(&pixels[4 * i], &pixels[4 * i] + 4, pixels.data()))
+            return true;
+    }
+    return false;
+}
+
+void judge_picture(Trial& trial, host::Instance& instance, const host::Control& control, const PlaceRow& row,
+                   host::PixelLayout layout) {
+    const host::ControlPlace place = place_of(control, row.width, row.height);
+    host::Panel panel(panel_around(row.width, row.height, layout));
+    const host::EventOutcome outcome = host::ControlEvents(instance, place, &panel).draw();
+    const bool may_fail = layout == host::PixelLayout::kNeither;
+    trial.expect(outcome.error == PF_Err_NONE || may_fail, "no error", host::error_name(outcome.error));
+    trial.expect(!outcome.changed, "a drawing that changes no value", "a change");
+    if (outcome.error != PF_Err_NONE) return;
+    const bool is_usual = row.width == kPlaces[0].width && row.height == kPlaces[0].height;
+    trial.expect(!is_usual || is_painted(panel, place.frame, true), "something painted", "nothing");
+    trial.expect(!is_usual || !is_painted(panel, place.frame, false), "nothing outside of the frame",
+                 "paint outside");
+    host::Panel other(panel_around(row.width, row.height, layout));
+    host::ControlEvents(instance, place, &other).draw();
+    trial.expect(panel.rgba() == other.rgba(), "the same drawing each time", "another");
+}
+
+PF_Point point_by_chance(const PF_UnionableRect& frame, std::mt19937_64& random) {
+    return {between(random, frame.left - 10, frame.right + 10),
+            between(random, frame.top - 10, frame.bottom + 30)};
+}
+
+/// Cancels, picks a colour or fails.
+host::PickedColor pick_by_chance(std::mt19937_64& random) {
+    constexpr PF_Err kAnswers[] = {PF_Interrupt_CANCEL, PF_Err_NONE, PF_Err_INTERNAL_STRUCT_DAMAGED};
+    const auto channel = [&] { return static_cast<float>(random() % 256) / 255.0f; };
+    return {kAnswers[random() % 3], {1, channel(), channel(), channel()}};
+}
+
+class Script {
+  public:
+    Script(Trial& trial, host::Instance& instance, const host::Control& control, std::mt19937_64 random)
+        : trial_(trial),
+          place_(place_of(control, 150, 50)),
+          random_(random),
+          panel_(panel_around(150, 50)),
+          events_(instance, place_, &panel_) {
+        panel_.color_picker = [this](const PF_PixelFloat&) {
+            const host::PickedColor picked = pick_by_chance(random_);
+            may_fail_ = picked.status == PF_Err_INTERNAL_STRUCT_DAMAGED;
+            return picked;
+        };
+    }
+
+    void play() {
+        for (int i = 0; i < kEventsOfScript; ++i)
+            click();
+        judge(events_.draw());
+    }
+
+  private:
+    void click() {
+        constexpr PF_Modifiers kModifiers[] = {PF_Mod_NONE, PF_Mod_NONE, PF_Mod_CMD_CTRL_KEY,
+                                               PF_Mod_SHIFT_KEY};
+        const PF_Point point = point_by_chance(place_.frame, random_);
+        const int clicks = between(random_, 1, 3);
+        const host::EventOutcome outcome = events_.click(point, clicks, kModifiers[random_() % 4]);
+        judge(outcome);
+        if (!outcome.drag_wanted) return;
+        for (int left = between(random_, 0, 4); left > 0; --left)
+            judge(events_.drag(point_by_chance(place_.frame, random_)));
+        judge(events_.release(point_by_chance(place_.frame, random_)));
+    }
+
+    void judge(const host::EventOutcome& outcome) {
+        trial_.expect(outcome.error == PF_Err_NONE || may_fail_, "no error", host::error_name(outcome.error));
+        may_fail_ = false;
+    }
+
+    Trial& trial_;
+    host::ControlPlace place_;
+    std::mt19937_64 random_;
+    host::Panel panel_;
+    host::ControlEvents events_;
+    bool may_fail_ = false;
+};
+
+/// The value that clicks have left must be storable, and a frame with it renderable.
+void judge_value(Stage& stage, host::Instance& instance, const host::Control& control) {
+    Trial& trial = stage.trial();
+    if (control.kind == host::ControlKind::kArbitrary) {
+        const auto value = std::get<host::Arbitrary>(instance.value_at(control.index, 0));
+        const auto back = host::ArbitraryValue::unflatten(stage.host(), control, value->flatten());
+        trial.expect(value->compare(*back) == PF_ArbCompare_EQUAL, "an edited value that is stored equal",
+                     "another value");
+    }
+    if (!stage.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) return;
+    host::FrameRequest request;
+    request.width = 20;
+    request.height = 12;
+    judged_frame(trial, instance, request);
+}
+
+void send_foreign(Trial& trial, host::Instance& instance, PF_ParamIndex index, PF_EventType type,
+                  PF_EffectArea area) {
+    host::Panel panel(panel_around(150, 50));
+    const PF_UnionableRect frame{kMargin, kMargin, kMargin + 150, kMargin + 50};
+    host::ControlEvents events(instance, {.index = index, .frame = frame, .area = area}, &panel);
+    PF_EventExtra event{};
+    event.e_type = type;
+    const host::EventOutcome outcome = events.send(event);
+    trial.expect(outcome.error == PF_Err_NONE, "no error", host::error_name(outcome.error));
+    trial.expect(!outcome.changed, "no value changed", "a change");
+    trial.expect(!is_painted(panel, frame, false), "nothing painted outside of the frame", "paint outside");
+}
+
+}  // namespace
+
+void play_drawing(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        const auto controls = drawn_controls(stage.host());
+        const auto instance = stage.host().new_instance();
+        for (const host::Control* control : controls) {
+            for (const auto& [layout_name, layout] : kLayouts) {
+                for (const PlaceRow& row : kPlaces) {
+                    const std::string name =
+                        std::to_string(control->index) + "-" + row.name + "-" + layout_name;
+                    stage.step(name, [&, which = layout] {
+                        judge_picture(stage.trial(), *instance, *control, row, which);
+                    });
+                }
+            }
+        }
+    });
+}
+
+void play_clicks(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        for (const host::Control* control : drawn_controls(stage.host())) {
+            for (int i = 0; i < kScripts; ++i) {
+                const std::string name = std::to_string(control->index) + "-script-" + std::to_string(i);
+                stage.step(name, [&] {
+                    const auto instance = stage.host().new_instance();
+                    Script(stage.trial(), *instance, *control, stage.trial().random(name)).play();
+                    judge_value(stage, *instance, *control);
+                });
+            }
+        }
+    });
+}
+
+void play_other_events(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        const auto instance = stage.host().new_instance();
+        for (const host::Control& control : stage.host().controls()) {
+            stage.step("changed-" + std::to_string(control.index),
+                       [&] { instance->user_changed_param(control.index); });
+            if (control.has_custom_ui() && control.has_value()) continue;
+            stage.step("draw-" + std::to_string(control.index), [&] {
+                send_foreign(stage.trial(), *instance, control.index, PF_Event_DRAW, PF_EA_CONTROL);
+            });
+        }
+        for (const host::Control* control : drawn_controls(stage.host())) {
+            for (const PF_EventType type : {PF_Event_NEW_CONTEXT, PF_Event_ACTIVATE, PF_Event_IDLE,
+                                            PF_Event_ADJUST_CURSOR, PF_Event_KEYDOWN, 77}) {
+                stage.step(std::to_string(control->index) + "-type-" + std::to_string(type), [&] {
+                    send_foreign(stage.trial(), *instance, control->index, type, PF_EA_CONTROL);
+                });
+            }
+            stage.step(std::to_string(control->index) + "-title", [&] {
+                send_foreign(stage.trial(), *instance, control->index, PF_Event_DRAW, PF_EA_PARAM_TITLE);
+            });
+        }
+    });
+}
+
+}  // namespace flumo::judge

@@ -1,0 +1,191 @@
+// Level 3: frames.
+#include <algorithm>
+#include <optional>
+
+#include "judge/cases/case_table.h"
+#include "judge/engine/callers_context.h"
+#include "judge/engine/frame_judge.h"
+
+namespace flumo::judge {
+
+namespace {
+
+constexpr std::pair<int, int> kSizes[] = {{1, 1}, {2, 3}, {7, 5}, {33, 17}, {64, 36}, {1, 40}, {50, 1}};
+constexpr int kPaddings[] = {0, 1, 7};
+constexpr int kLooks = 12;
+
+host::FrameRequest frame_of(int width, int height, host::Depth depth, int row_padding = 0) {
+    host::FrameRequest request;
+    request.width = width;
+    request.height = height;
+    request.depth = depth;
+    request.row_padding = row_padding;
+    return request;
+}
+
+/// A step for each depth, named after it.
+void for_each_depth(Stage& stage, const std::string& name, const std::function<void(host::Depth)>& body) {
+    for (const host::Depth depth : depths_of(stage)) {
+        stage.step(name + "@" + std::to_string(static_cast<int>(depth)), [&] { body(depth); });
+    }
+}
+
+/// What the host asks when only some part of a 40 x 30 frame is seen.
+constexpr std::pair<const char*, PF_LRect> kRegions[] = {
+    {"inside", {5, 7, 20, 19}},       {"corner", {0, 0, 1, 1}},     {"last-pixel", {39, 29, 40, 30}},
+    {"across", {-10, -10, 15, 12}},   {"beyond", {30, 20, 60, 50}}, {"empty", {10, 10, 10, 10}},
+    {"outside", {100, 100, 120, 120}}};
+
+bool same_rect(const PF_LRect& a, const PF_LRect& b) {
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+void judge_region(Trial& trial, host::Instance& instance, const host::FrameRequest& request) {
+    const host::FramePlan plan = instance.plan(request);
+    const host::FramePlan again = instance.plan(request);
+    trial.expect(same_rect(plan.result_rect, again.result_rect) &&
+                     same_rect(plan.max_result_rect, again.max_result_rect),
+                 "the same announcement each time", "two announcements");
+    judged_frame(trial, instance, request);
+}
+
+void judge_padding(Trial& trial, host::Instance& instance, host::Depth depth) {
+    std::optional<host::World> plain;
+    for (const int padding : kPaddings) {
+        set_layers(instance, depth, padding);
+        host::FrameRequest request = frame_of(19, 11, depth, padding);
+        const host::World frame = judged_frame(trial, instance, request);
+        if (plain) judge_same(trial, *plain, frame, "rows without padding");
+        if (!plain) plain = frame;
+    }
+}
+
+void judge_repetition(Stage& stage, host::Depth depth) {
+    const auto instance = stage.host().new_instance();
+    std::vector<host::World> frames;
+    host::FrameRequest request = frame_of(24, 14, depth);
+    for (request.frame = 0; request.frame < 4; ++request.frame)
+        frames.push_back(instance->render(request));
+    for (request.frame = 3; request.frame >= 0; --request.frame)
+        judge_same(stage.trial(), frames[static_cast<std::size_t>(request.frame)], instance->render(request),
+                   "the first time");
+    const auto other = stage.host().new_instance();
+    request.frame = 2;
+    judge_same(stage.trial(), frames[2], other->render(request), "another instance with the same settings");
+}
+
+void judge_context(Stage& stage, host::Depth depth, const std::function<bool()>& is_kept) {
+    const auto instance = stage.host().new_instance();
+    set_layers(*instance, depth, 0);
+    for (int frame = 0; frame < 2; ++frame) {
+        instance->render(frame_of(16 + frame, 9, depth));
+        stage.trial().expect(is_kept(), "the caller's OpenGL state kept", "another context or interface");
+    }
+}
+
+void judge_stopped(Stage& stage, host::Depth depth) {
+    const auto instance = stage.host().new_instance();
+    host::FrameRequest request = frame_of(24, 14, depth);
+    request.abort = [] { return PF_Interrupt_CANCEL; };
+    host::World world;
+    try {
+        // An effect that never asks whether to stop may well succeed.
+        instance->render(request, world);
+    } catch (const host::HostError& error) {
+        stage.trial().expect(error.code() == PF_Interrupt_CANCEL, "the host's own number, 517",
+                             host::error_name(error.code()));
+    }
+    request.abort = nullptr;
+    judged_frame(stage.trial(), *instance, request);
+}
+
+}  // namespace
+
+void play_frame_sizes(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        const auto instance = stage.host().new_instance();
+        for (const host::Depth depth : depths_of(stage)) {
+            for (const auto& [width, height] : kSizes) {
+                for (const int padding : kPaddings) {
+                    const host::FrameRequest request = frame_of(width, height, depth, padding);
+                    stage.step(name_of(request), [&] { judged_frame(stage.trial(), *instance, request); });
+                }
+            }
+        }
+    });
+}
+
+void play_row_padding(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        for_each_depth(stage, "padded", [&](host::Depth depth) {
+            const auto instance = stage.host().new_instance();
+            judge_padding(stage.trial(), *instance, depth);
+        });
+    });
+}
+
+void play_partial_frames(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        const auto instance = stage.host().new_instance();
+        for (const auto& [name, region] : kRegions) {
+            for_each_depth(stage, name, [&, rect = region](host::Depth depth) {
+                host::FrameRequest request = frame_of(40, 30, depth, 3);
+                request.region = rect;
+                judge_region(stage.trial(), *instance, request);
+            });
+        }
+        for (const int reduction : {2, 3}) {
+            for_each_depth(stage, "reduced-" + std::to_string(reduction), [&](host::Depth depth) {
+                host::FrameRequest request = frame_of(41, 31, depth, 3);
+                request.downsample_x.den = request.downsample_y.den = static_cast<A_u_long>(reduction);
+                judged_frame(stage.trial(), *instance, request);
+            });
+        }
+    });
+}
+
+void play_repeated_frames(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        for_each_depth(stage, "repeated", [&](host::Depth depth) { judge_repetition(stage, depth); });
+    });
+}
+
+void play_looks(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        const std::vector<host::Depth> depths = depths_of(stage);
+        for (int look = 0; look < kLooks; ++look) {
+            const std::string name = "look-" + std::to_string(look);
+            stage.step(name, [&] {
+                std::mt19937_64 random = stage.trial().random(name);
+                const host::Depth depth = depths[random() % depths.size()];
+                const auto instance = stage.host().new_instance();
+                set_by_chance(*instance, random, depth);
+                const int width = between(random, 1, 48);
+                judged_frame(stage.trial(), *instance, frame_of(width, between(random, 1, 48), depth, 2));
+            });
+        }
+    });
+}
+
+void play_callers_context(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        for_each_depth(stage, "none",
+                       [&](host::Depth depth) { judge_context(stage, depth, has_no_context); });
+        const auto caller = CallersContext::make();
+        if (!caller) {
+            stage.trial().note("EGL to offer a context for the caller", "none");
+            return;
+        }
+        for_each_depth(stage, "own", [&](host::Depth depth) {
+            judge_context(stage, depth, [&] { return caller->is_current(); });
+        });
+    });
+}
+
+void play_abort(Trial& trial) {
+    on_stage(trial, [](Stage& stage) {
+        for_each_depth(stage, "stopped", [&](host::Depth depth) { judge_stopped(stage, depth); });
+    });
+}
+
+}  // namespace flumo::judge

@@ -1,0 +1,107 @@
+#include "judge/engine/expectation.h"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace flumo::judge {
+
+namespace {
+
+using nlohmann::json;
+
+json range_json(const host::Range& range) {
+    return {range.min, range.max};
+}
+
+/// What the effect registered, under the keys that an expectation may have.
+json described(const host::Control& control, const std::map<int, std::string>& texts) {
+    const bool is_end = control.kind == host::ControlKind::kGroupEnd;
+    json object = {{"index", control.index},
+                   {"diskId", control.disk_id},
+                   {"name", is_end ? "" : control.name},
+                   {"kind", host::kind_name(control.kind)},
+                   {"group", control.group}};
+    if (control.is_number()) object["default"] = control.default_value;
+    if (const auto text = texts.find(control.index); text != texts.end()) object["default"] = text->second;
+    if (control.is_number() && control.kind != host::ControlKind::kAngle)
+        object["range"] = range_json(control.valid);
+    if (control.kind == host::ControlKind::kSlider || control.kind == host::ControlKind::kFloatSlider)
+        object["slider"] = range_json(control.slider);
+    if (control.kind == host::ControlKind::kFloatSlider) object["percent"] = control.percent;
+    if (control.kind == host::ControlKind::kPopup) {
+        const auto named = std::min(control.choices.size(), static_cast<std::size_t>(control.valid.max));
+        object["choices"] = std::vector(control.choices.begin(),
+                                        control.choices.begin() + static_cast<std::ptrdiff_t>(named));
+    }
+    return object;
+}
+
+/// Numbers are compared as the sliders hold them, in single precision.
+bool same(const json& a, const json& b) {
+    if (a.is_number() && b.is_number()) return a.get<float>() == b.get<float>();
+    if (!a.is_array() || !b.is_array() || a.size() != b.size()) return a == b;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (!same(a[i], b[i])) return false;
+    }
+    return true;
+}
+
+void compare(const json& expected, const json& seen, const std::string& what,
+             std::vector<Mismatch>& mismatches) {
+    for (const auto& [key, value] : expected.items()) {
+        if (!seen.contains(key) || same(value, seen[key])) continue;
+        mismatches.push_back({what + key + " " + value.dump(), seen[key].dump()});
+    }
+}
+
+/// `flumo info` writes flags as an object of value and names.
+json plain(const json& value) {
+    return value.is_object() && value.contains("value") ? value["value"] : value;
+}
+
+}  // namespace
+
+Expectation read_expectation(const std::filesystem::path& path) {
+    if (path.empty()) return {};
+    std::ifstream file(path);
+    json read = json::parse(file, nullptr, false);
+    if (read.is_array()) return {{}, std::move(read)};
+    if (!read.is_object()) throw std::runtime_error(path.string() + ": expected a JSON object or array");
+    Expectation expectation{json::object(), read.value("controls", json())};
+    for (const char* key :
+         {"name", "matchName", "category", "entryPoint", "version", "outFlags", "outFlags2"}) {
+        if (read.contains(key)) expectation.identity[key] = plain(read[key]);
+    }
+    return expectation;
+}
+
+std::vector<Mismatch> identity_mismatches(const Expectation& expected, const host::Registration& registration,
+                                          const host::EffectIdentity& identity) {
+    const json seen = {{"name", registration.name},         {"matchName", registration.match_name},
+                       {"category", registration.category}, {"entryPoint", registration.entry_point},
+                       {"version", identity.version},       {"outFlags", identity.flags},
+                       {"outFlags2", identity.flags2}};
+    std::vector<Mismatch> mismatches;
+    // Flags need all their bits: no single precision here.
+    for (const auto& [key, value] : expected.identity.items()) {
+        if (value != seen[key]) mismatches.push_back({key + " " + value.dump(), seen[key].dump()});
+    }
+    return mismatches;
+}
+
+std::vector<Mismatch> control_mismatches(const Expectation& expected,
+                                         const std::vector<host::Control>& controls,
+                                         const std::map<int, std::string>& texts) {
+    std::vector<Mismatch> mismatches;
+    if (expected.controls.size() != controls.size()) {
+        mismatches.push_back(
+            {std::to_string(expected.controls.size()) + " controls", std::to_string(controls.size())});
+    }
+    for (std::size_t i = 0; i < std::min(expected.controls.size(), controls.size()); ++i) {
+        compare(expected.controls[i], described(controls[i], texts),
+                "for control " + std::to_string(i + 1) + " ", mismatches);
+    }
+    return mismatches;
+}
+
+}  // namespace flumo::judge

@@ -1,0 +1,164 @@
+#include "judge/engine/frame_judge.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/frame.h"
+
+namespace flumo::judge {
+
+namespace {
+
+constexpr std::byte kMarks[2] = {std::byte{0x5A}, std::byte{0xC3}};
+
+host::WorldShape announced_shape(const host::FrameRequest& request, const PF_LRect& result) {
+    host::WorldShape shape{.depth = request.depth, .row_padding = request.row_padding};
+    if (host::is_empty(result)) return shape;
+    shape.width = result.right - result.left;
+    shape.height = result.bottom - result.top;
+    shape.origin_x = result.left;
+    shape.origin_y = result.top;
+    return shape;
+}
+
+host::World marked_frame(Trial& trial, host::Instance& instance, const host::FrameRequest& request,
+                         std::byte mark) {
+    const host::World input = *request.input;
+    host::World world(announced_shape(request, instance.plan(request).result_rect));
+    world.fill_bytes(mark);
+    instance.render(request, world);
+    trial.expect(world.guards_intact(), "nothing written outside of the pixels",
+                 "changed bytes behind a row or around the world");
+    trial.expect(input.same_picture(*request.input) && request.input->guards_intact(),
+                 "the input layer left alone", "changed bytes in it");
+    return world;
+}
+
+bool all_are(std::span<const std::byte> bytes, std::byte value) {
+    return std::ranges::all_of(bytes, [value](std::byte b) { return b == value; });
+}
+
+/// Pixels of two frames that are not the same, apart by whether both still carry their mark.
+struct Difference {
+    int unwritten = 0;
+    int changing = 0;
+};
+
+Difference compare(const host::World& first, const host::World& second) {
+    Difference difference;
+    const std::size_t step = host::pixel_size(first.depth());
+    for (int y = 0; y < first.height(); ++y) {
+        const auto a = first.row(y);
+        const auto b = second.row(y);
+        for (std::size_t at = 0; at < a.size(); at += step) {
+            const auto one = a.subspan(at, step);
+            const auto other = b.subspan(at, step);
+            if (std::ranges::equal(one, other)) continue;
+            const bool marked = all_are(one, kMarks[0]) && all_are(other, kMarks[1]);
+            ++(marked ? difference.unwritten : difference.changing);
+        }
+    }
+    return difference;
+}
+
+std::string pixels(int count, const host::World& world) {
+    return std::to_string(count) + " of " + std::to_string(world.width() * world.height()) + " pixels";
+}
+
+double number_by_chance(const host::Control& control, std::mt19937_64& random) {
+    if (control.kind == host::ControlKind::kAngle) return between(random, -720, 720);
+    const bool is_float = control.kind == host::ControlKind::kFloatSlider;
+    const double position = static_cast<double>(random() % 1001) / 1000.0;
+    const double value = control.slider.min + (control.slider.max - control.slider.min) * position;
+    return is_float ? value : std::clamp(std::round(value), control.valid.min, control.valid.max);
+}
+
+host::Value value_by_chance(host::Host& host, const host::Control& control, std::mt19937_64& random,
+                            host::Depth depth) {
+    if (control.is_number()) return number_by_chance(control, random);
+    if (control.kind == host::ControlKind::kLayer) {
+        const int width = between(random, 1, 40);
+        const int height = between(random, 1, 40);
+        const int padding = between(random, 0, 5);
+        return pattern(width, height, depth, padding, between(random, 0, 9));
+    }
+    const auto standard = host::ArbitraryValue::default_of(host, control);
+    const double t = between(random, 0, 4) / 4.0;
+    return host::Arbitrary(
+        host::ArbitraryValue::interpolate(*standard, *host::ArbitraryValue::fresh(host, control), t));
+}
+
+}  // namespace
+
+std::vector<host::Depth> depths_of(const Stage& stage) {
+    if (!stage.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) throw Skipped{"no smart rendering"};
+    std::vector<host::Depth> depths = {host::Depth::k8};
+    if (stage.has_flag(PF_OutFlag_DEEP_COLOR_AWARE)) depths.push_back(host::Depth::k16);
+    if (stage.has_flag2(PF_OutFlag2_FLOAT_COLOR_AWARE)) depths.push_back(host::Depth::k32);
+    return depths;
+}
+
+std::string name_of(const host::FrameRequest& request) {
+    return std::to_string(request.width) + "x" + std::to_string(request.height) + "@" +
+           std::to_string(static_cast<int>(request.depth)) + "+" + std::to_string(request.row_padding);
+}
+
+host::Layer pattern(int width, int height, host::Depth depth, int row_padding, int variant) {
+    auto world = std::make_shared<host::World>(
+        host::WorldShape{.width = width, .height = height, .depth = depth, .row_padding = row_padding});
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const auto share = [&](int a, int b) {
+                return static_cast<float>((x * a + y * b + variant * 13) % 29) / 28.0f;
+            };
+            world->set_rgba(x, y, {share(3, 7), share(11, 2), share(5, 19), 0.25f + 0.75f * share(1, 1)});
+        }
+    }
+    return world;
+}
+
+host::World judged_frame(Trial& trial, host::Instance& instance, const host::FrameRequest& request) {
+    host::FrameRequest asked = request;
+    if (!asked.input) {
+        const PF_LRect all = begin_frame(request, instance.host().input_layers()).frame_rect;
+        asked.input = pattern(all.right, all.bottom, request.depth, request.row_padding);
+    }
+    host::World first = marked_frame(trial, instance, asked, kMarks[0]);
+    const host::World second = marked_frame(trial, instance, asked, kMarks[1]);
+    if (first.width() != second.width() || first.height() != second.height()) {
+        trial.finding("one size at each asking", "two sizes");
+        return first;
+    }
+    const Difference difference = compare(first, second);
+    trial.expect(difference.unwritten == 0, "success only with every pixel written",
+                 pixels(difference.unwritten, first) + " untouched");
+    trial.expect(difference.changing == 0, "the same frame each time",
+                 pixels(difference.changing, first) + " different");
+    return first;
+}
+
+void judge_same(Trial& trial, const host::World& expected, const host::World& seen,
+                const std::string& whose) {
+    if (expected.same_picture(seen)) return;
+    const bool same_size = expected.width() == seen.width() && expected.height() == seen.height();
+    const Difference difference = same_size ? compare(expected, seen) : Difference{};
+    trial.finding(
+        "the frame of " + whose,
+        same_size ? pixels(difference.unwritten + difference.changing, seen) + " different" : "another size");
+}
+
+void set_by_chance(host::Instance& instance, std::mt19937_64& random, host::Depth depth) {
+    for (const host::Control& control : instance.host().controls()) {
+        if (control.has_value())
+            instance.set(control.index, value_by_chance(instance.host(), control, random, depth));
+    }
+}
+
+void set_layers(host::Instance& instance, host::Depth depth, int row_padding) {
+    for (const host::Control& control : instance.host().controls()) {
+        if (control.kind == host::ControlKind::kLayer)
+            instance.set(control.index, pattern(13, 9, depth, row_padding, control.index));
+    }
+}
+
+}  // namespace flumo::judge

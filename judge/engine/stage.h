@@ -1,0 +1,55 @@
+// The module with a host around it, for the length of a case.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/host.h"
+#include "host/instance.h"
+#include "judge/engine/ledger.h"
+#include "judge/engine/trial.h"
+
+namespace flumo::judge {
+
+class Stage {
+  public:
+    /// Loads the module. Throws ModuleError.
+    explicit Stage(Trial& trial, host::HostOptions options = {});
+
+    Trial& trial() { return trial_; }
+    host::Host& host() { return host_; }
+
+    /// Sets the module up. Throws HostError.
+    void start();
+    /// A step of the trial at whose end everything must be back that was lent in it, without a misuse.
+    void step(const std::string& name, const std::function<void()>& body);
+
+    /// From here on what is out beyond the state after set-up counts as lost and judged: set-down need not
+    /// bring it back.
+    void write_off_losses();
+    /// The last step.
+    void set_down();
+
+    /// Whether a bit of the effect's second flags is set.
+    bool has_flag2(PF_OutFlags2 flag) const { return (host_.identity().flags2 & flag) != 0; }
+    bool has_flag(PF_OutFlags flag) const { return (host_.identity().flags & flag) != 0; }
+
+  private:
+    Trial& trial_;
+    host::Module module_;
+    host::Host host_;
+    Ledger at_start_;
+    Ledger lost_;
+};
+
+/// Sets the module up, plays `body`, sets it down and judges that nothing is left.
+void on_stage(Trial& trial, const std::function<void(Stage&)>& body, host::HostOptions options = {});
+
+/// The controls that hold arbitrary data. Throws Skipped when there is none.
+std::vector<const host::Control*> arbitrary_controls(host::Host& host);
+/// The controls that draw themselves. Throws Skipped when there is none.
+std::vector<const host::Control*> drawn_controls(host::Host& host);
+
+}  // namespace flumo::judge

@@ -1,0 +1,84 @@
+#include "judge/engine/trial.h"
+
+#include <nlohmann/json.hpp>
+
+#include "host/host_error.h"
+#include "judge/engine/case.h"
+
+namespace flumo::judge {
+
+namespace {
+
+/// FNV-1a, which every machine computes alike.
+uint64_t hash_of(const std::string& text) {
+    uint64_t hash = 0xCBF29CE484222325;
+    for (const char c : text)
+        hash = (hash ^ static_cast<uint8_t>(c)) * 0x100000001B3;
+    return hash;
+}
+
+/// Texts of an effect may hold anything.
+std::string line(const nlohmann::json& object) {
+    return object.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
+}
+
+}  // namespace
+
+Trial::Trial(Subject subject, StepChoice choice, Say say)
+    : subject_(std::move(subject)), choice_(std::move(choice)), say_(std::move(say)) {}
+
+bool Trial::is_chosen(const std::string& name) {
+    if (choice_.only) return *choice_.only == name;
+    if (!choice_.after) return true;
+    if (*choice_.after == name) choice_.after.reset();
+    return false;
+}
+
+void Trial::guarded(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const Skipped&) {
+        throw;
+    } catch (const host::HostError& error) {
+        finding("the effect to do it", error.what());
+    } catch (const std::exception& error) {
+        finding("nothing that the host cannot go on with", error.what());
+    }
+}
+
+void Trial::step(const std::string& name, const std::function<void()>& body) {
+    if (!is_chosen(name)) return;
+    say_(line({{"step", name}}));
+    guarded(body);
+}
+
+void Trial::tell(const char* kind, const std::string& expected, const std::string& seen) {
+    say_(line({{kind, {{"expected", expected}, {"seen", seen}}}}));
+}
+
+void Trial::expect(bool holds, const std::string& expected, const std::string& seen) {
+    if (!holds) finding(expected, seen);
+}
+
+void Trial::finding(const std::string& expected, const std::string& seen) {
+    tell("finding", expected, seen);
+}
+
+void Trial::note(const std::string& expected, const std::string& seen) {
+    tell("note", expected, seen);
+}
+
+std::mt19937_64 Trial::random(const std::string& name) const {
+    return std::mt19937_64(subject_.seed ^ hash_of(name));
+}
+
+void Trial::play(const Case& played) {
+    try {
+        guarded([&] { played.play(*this); });
+    } catch (const Skipped& skipped) {
+        say_(line({{"skipped", skipped.why}}));
+    }
+    say_(line({{"done", true}}));
+}
+
+}  // namespace flumo::judge

@@ -1,0 +1,58 @@
+// One case as it is played in a process of its own: it names its steps before it takes them, so that whoever
+// listens knows what an effect was doing when it took the process down.
+#pragma once
+
+#include <functional>
+#include <random>
+#include <string>
+
+#include "judge/engine/subject.h"
+
+namespace flumo::judge {
+
+struct Case;
+
+/// Thrown by a case that does not apply to the effect.
+struct Skipped {
+    std::string why;
+};
+
+/// Belongs to one thread.
+class Trial {
+  public:
+    /// Takes one line of JSON at a time; see judge.h for its reader.
+    using Say = std::function<void(const std::string& line)>;
+
+    Trial(Subject subject, StepChoice choice, Say say);
+
+    const Subject& subject() const { return subject_; }
+
+    /// Plays `body` unless the choice leaves this step out. An exception in it is a finding. Names are unique
+    /// in a case and need nothing of the steps before.
+    void step(const std::string& name, const std::function<void()>& body);
+    void expect(bool holds, const std::string& expected, const std::string& seen);
+    void finding(const std::string& expected, const std::string& seen);
+    /// As finding(), for what is against no rule.
+    void note(const std::string& expected, const std::string& seen);
+    /// Random numbers that follow from the seed and this name.
+    std::mt19937_64 random(const std::string& name) const;
+
+    /// Plays the case and says that it is done. Throws nothing of the effect's.
+    void play(const Case& played);
+
+  private:
+    bool is_chosen(const std::string& name);
+    void guarded(const std::function<void()>& body);
+    void tell(const char* kind, const std::string& expected, const std::string& seen);
+
+    Subject subject_;
+    StepChoice choice_;
+    Say say_;
+};
+
+/// A whole number from `least` to `most`.
+inline int between(std::mt19937_64& random, int least, int most) {
+    return least + static_cast<int>(random() % static_cast<uint64_t>(int64_t{most} - least + 1));
+}
+
+}  // namespace flumo::judge

@@ -1,0 +1,38 @@
+// The property list by which a host on Windows knows an effect before it loads it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "judge/engine/trial.h"
+
+namespace flumo::judge {
+
+struct PropertyList {
+    uint32_t kind = 0;
+    std::string name;
+    std::string category;
+    std::string match_name;
+    /// On 64-bit Windows.
+    std::string entry_point;
+    uint32_t version = 0;
+    int32_t flags = 0;
+    int32_t flags2 = 0;
+};
+
+/// Properties of other keys are passed over. Throws ModuleError where the list is damaged or lacks one of
+/// the above; `name` is what the message calls it.
+PropertyList parse_property_list(const std::string& name, std::span<const std::byte> bytes);
+/// From the resources of a Windows module, or from a file that holds nothing but the list. Throws
+/// ModuleError.
+PropertyList read_property_list(const std::filesystem::path& path);
+
+bool is_windows_module(const std::filesystem::path& path);
+/// Finds fault with a Windows module that lacks an export.
+void judge_exports(Trial& trial, const std::filesystem::path& module, const std::string& entry_point);
+
+}  // namespace flumo::judge

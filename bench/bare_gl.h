@@ -6,7 +6,7 @@
 #include "bench/cost.h"
 #include "effect/gpu/render_data.h"
 #include "effect_api/effect.h"
-#include "host/world.h"
+#include "host/values/world.h"
 
 namespace flumo::bench {
 

@@ -4,19 +4,19 @@
 #include <sstream>
 #include <string>
 
-#include "cli/check_command.h"
-#include "cli/completion_command.h"
-#include "cli/controls_command.h"
-#include "cli/exit_status.h"
-#include "cli/help_format.h"
-#include "cli/info_command.h"
-#include "cli/panel_command.h"
-#include "cli/panel_options.h"
-#include "cli/render_command.h"
-#include "cli/render_options.h"
-#include "cli/session.h"
-#include "cli/stdout_guard.h"
-#include "cli/stop_signal.h"
+#include "cli/commands/check_command.h"
+#include "cli/commands/completion_command.h"
+#include "cli/commands/controls_command.h"
+#include "cli/commands/info_command.h"
+#include "cli/commands/panel_command.h"
+#include "cli/commands/render_command.h"
+#include "cli/options/help_format.h"
+#include "cli/options/panel_options.h"
+#include "cli/options/render_options.h"
+#include "cli/terminal/exit_status.h"
+#include "cli/terminal/stdout_guard.h"
+#include "cli/terminal/stop_signal.h"
+#include "job/session.h"
 
 namespace flumo::cli {
 namespace {
@@ -68,13 +68,13 @@ void add_list_options(CLI::App& command, ListOptions& options, const char* foote
 }
 
 ExitStatus list_controls(const ListOptions& options, const StdoutGuard& output) {
-    Session session(options.module);
+    job::Session session(options.module);
     output.write(options.json ? controls_as_json(session) : controls_as_text(session));
     return ExitStatus::kDone;
 }
 
 ExitStatus show_info(const ListOptions& options, const StdoutGuard& output) {
-    Session session(options.module);
+    job::Session session(options.module);
     if (options.check) {
         const auto took = static_cast<int>(check_rendering(session));
         std::fprintf(stderr, "flumo: check passed: context, programs and a 16x16 frame in %d ms\n", took);
@@ -144,7 +144,7 @@ ExitStatus run_and_report(int argc, char** argv, const StdoutGuard& output) try 
     return run(argc, argv, output);
 } catch (const Failure& failure) {
     std::fprintf(stderr, "flumo: %s\n", failure.what());
-    return failure.status();
+    return status_of(failure);
 } catch (const std::exception& error) {
     std::fprintf(stderr, "flumo: %s\n", error.what());
     return ExitStatus::kFrameFailed;
@@ -157,7 +157,7 @@ int main(int argc, char** argv) try {
     const flumo::cli::StdoutGuard output;
     flumo::cli::watch_stop_signals();
     return static_cast<int>(flumo::cli::run_and_report(argc, argv, output));
-} catch (const flumo::cli::Failure& failure) {
+} catch (const flumo::Failure& failure) {
     std::fprintf(stderr, "flumo: %s\n", failure.what());
-    return static_cast<int>(failure.status());
+    return static_cast<int>(flumo::cli::status_of(failure));
 }

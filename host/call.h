@@ -8,7 +8,7 @@
 
 #include "effect_api/effect.h"
 #include "host/faults.h"
-#include "host/value.h"
+#include "host/values/value.h"
 
 namespace flumo::host {
 

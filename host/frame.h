@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "effect_api/smart.h"
-#include "host/instance.h"
+#include "host/frame_request.h"
 
 namespace flumo::host {
 
@@ -19,6 +19,8 @@ struct LayerOrder {
     Layer layer{};
     int times_out = 0;
 };
+
+class InputLayers;
 
 struct FrameState {
     const FrameRequest& request;

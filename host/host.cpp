@@ -4,11 +4,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "host/arbitrary_value.h"
 #include "host/call.h"
 #include "host/callbacks/tables.h"
 #include "host/frame.h"
-#include "host/instance.h"
+#include "host/values/arbitrary_value.h"
 
 namespace flumo::host {
 
@@ -92,10 +91,6 @@ const Control& Host::control_by_disk_id(int disk_id) const {
     if (found == controls_.end())
         throw std::out_of_range("no control has the disk id " + std::to_string(disk_id));
     return *found;
-}
-
-std::unique_ptr<Instance> Host::new_instance() {
-    return std::unique_ptr<Instance>(new Instance(*this));
 }
 
 Outcome Host::send(PF_Cmd command, void* extra) {

@@ -18,11 +18,12 @@
 
 #include "effect_api/event.h"
 #include "host/accounting.h"
-#include "host/control.h"
 #include "host/faults.h"
 #include "host/handles.h"
-#include "host/host_error.h"
-#include "host/module.h"
+#include "host/module/command_sender.h"
+#include "host/module/host_error.h"
+#include "host/module/module.h"
+#include "host/values/control.h"
 
 namespace flumo::host {
 
@@ -50,16 +51,8 @@ struct EffectIdentity {
     std::string message;
 };
 
-/// Answer of one command.
-struct Outcome {
-    PF_Err error = PF_Err_NONE;
-    PF_OutData out{};
-    /// The text to show, when the effect asked to show one.
-    std::string message;
-};
-
 /// Set-up and set-down belong to one thread and exclude rendering; instances may render on any threads.
-class Host {
+class Host final : public CommandSender {
   public:
     explicit Host(const Module& module, HostOptions options = {});
     /// Sends the set-down when global set-up succeeded and none was sent.
@@ -103,7 +96,7 @@ class Host {
     const Module& module() const { return module_; }
 
     /// Sends any command outside an instance and reports what came back; throws nothing of the effect's.
-    Outcome send(PF_Cmd command, void* extra = nullptr);
+    Outcome send(PF_Cmd command, void* extra = nullptr) override;
 
     // For the other files of the host.
     PF_InData new_in_data();

@@ -45,6 +45,10 @@ Instance::Instance(Host& host) : host_(host) {
     }
 }
 
+std::unique_ptr<Instance> Host::new_instance() {
+    return std::unique_ptr<Instance>(new Instance(*this));
+}
+
 Instance::~Instance() {
     tracks_.clear();
     send_sequence(PF_Cmd_SEQUENCE_SETDOWN);

@@ -1,52 +1,17 @@
 // One applied effect: its sequence data, its controls' values, and its frames.
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <span>
 #include <vector>
 
-#include "host/arbitrary_value.h"
+#include "host/frame_request.h"
 #include "host/host.h"
-#include "host/value.h"
-#include "host/world.h"
+#include "host/values/arbitrary_value.h"
+#include "host/values/value.h"
+#include "host/values/world.h"
 
 namespace flumo::host {
-
-/// Frames per second as num / den, for example 30000 / 1001.
-struct FrameRate {
-    int num = 25;
-    int den = 1;
-};
-
-struct FrameRequest {
-    /// The layer at full resolution, in pixels.
-    int width = 0;
-    int height = 0;
-    Depth depth = Depth::k8;
-    int frame = 0;
-    FrameRate rate{};
-    /// Resolution of the frame: 1/2 is every second pixel. At most 1.
-    PF_RationalScale downsample_x{1, 1};
-    PF_RationalScale downsample_y{1, 1};
-    /// Part of the frame that is asked for, in layer pixels at the current resolution; all by default.
-    std::optional<PF_LRect> region{};
-    /// Gives the effect an output world of this place and size instead of the one that it announced.
-    std::optional<PF_LRect> output_rect{};
-    /// Unused pixels behind each row of the input and the output world.
-    int row_padding = 8;
-    /// The input layer at current resolution; transparent when null. Its size must be the frame's.
-    Layer input{};
-    /// What the host answers when the effect asks whether to stop; 0 when unset.
-    std::function<PF_Err()> abort{};
-};
-
-/// What the effect answered to pre-render.
-struct FramePlan {
-    PF_LRect result_rect{};
-    PF_LRect max_result_rect{};
-};
 
 /// Rendering may run on several threads at once, also on one instance; everything else, above all
 /// setting values, must not run at the same time as anything on this instance.

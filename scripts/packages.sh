@@ -9,7 +9,7 @@ packages_windows=(g++-mingw-w64-x86-64-posix dpkg-dev wine wine64 xvfb xauth ico
 packages_slurm=(slurm-wlm munge)
 packages_bench=(libbenchmark-dev python3)
 packages_fuzz=(clang libclang-rt-14-dev)
-packages_lint=(clang-format clang-tidy cppcheck)
+packages_lint=(clang-format clang-tidy cppcheck python3)
 
 # ensure_packages NAME...: installs those that are not there, saying which; needs root or sudo only then.
 ensure_packages() {

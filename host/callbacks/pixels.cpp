@@ -4,7 +4,7 @@
 #include "host/callbacks/answer.h"
 #include "host/callbacks/refuse.h"
 #include "host/callbacks/tables.h"
-#include "host/world.h"
+#include "host/values/world.h"
 
 namespace flumo::host {
 

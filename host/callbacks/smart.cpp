@@ -4,6 +4,7 @@
 #include "host/callbacks/answer.h"
 #include "host/callbacks/tables.h"
 #include "host/frame.h"
+#include "host/instance.h"
 
 namespace flumo::host {
 

@@ -1,6 +1,7 @@
 // The application's colours, its colour picker, and the way from an event to what can be drawn on.
 #include "host/callbacks/answer.h"
 #include "host/callbacks/refuse.h"
+#include "host/panel/panel.h"
 #include "host/panel/panel_state.h"
 
 namespace flumo::host {

@@ -42,6 +42,11 @@ uint8_t straight(uint32_t channel, uint32_t alpha) {
 
 }  // namespace
 
+// The suites are handed out by a panel only, so a call that reaches them has one.
+PanelState& state_of(Call& call) {
+    return static_cast<Panel*>(call.suites)->state();
+}
+
 Panel::Panel(const PanelOptions& options) : options_(options) {
     if (options.width <= 0 || options.height <= 0 || !(options.scale > 0)) {
         throw std::invalid_argument("a panel needs a width, a height and a scale above 0");

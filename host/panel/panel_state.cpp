@@ -4,11 +4,6 @@
 
 namespace flumo::host {
 
-// The suites are handed out by a panel only, so a call that reaches them has one.
-PanelState& state_of(Call& call) {
-    return static_cast<Panel*>(call.suites)->state();
-}
-
 bool is_state(Call& call, const void* reference) {
     if (reference == &state_of(call)) return true;
     misused(call, "drew with a reference that is not this panel's");

@@ -11,9 +11,10 @@
 
 #include "effect_api/suites.h"
 #include "host/call.h"
-#include "host/panel/panel.h"
 
 namespace flumo::host {
+
+class Panel;
 
 struct CairoDelete {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }

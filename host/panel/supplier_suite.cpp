@@ -4,6 +4,7 @@
 
 #include "host/callbacks/answer.h"
 #include "host/callbacks/refuse.h"
+#include "host/panel/panel.h"
 #include "host/panel/panel_state.h"
 
 namespace flumo::host {

@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "host/arbitrary_value.h"
+#include "host/values/arbitrary_value.h"
 #include "judge/cases/case_table.h"
 #include "judge/engine/expectation.h"
 #include "judge/engine/ledger.h"

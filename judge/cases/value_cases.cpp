@@ -3,7 +3,7 @@
 #include <array>
 #include <cstring>
 
-#include "host/arbitrary_value.h"
+#include "host/values/arbitrary_value.h"
 #include "judge/cases/case_table.h"
 #include "judge/engine/arbitrary_calls.h"
 #include "judge/engine/stage.h"

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "host/control.h"
 #include "host/host.h"
-#include "host/module.h"
+#include "host/module/module.h"
+#include "host/values/control.h"
 
 namespace flumo::judge {
 

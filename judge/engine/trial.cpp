@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "host/host_error.h"
+#include "host/module/host_error.h"
 #include "judge/engine/case.h"
 
 namespace flumo::judge {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <fstream>
 
-#include "host/module.h"
+#include "host/module/module.h"
 
 namespace flumo::judge {
 

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <map>
 
-#include "host/module.h"
+#include "host/module/module.h"
 #include "judge/windows_module/pe_file.h"
 
 namespace flumo::judge {

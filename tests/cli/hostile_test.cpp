@@ -4,9 +4,9 @@
 
 #include <fstream>
 
-#include "cli/file_contents.h"
-#include "tests/cli/program.h"
-#include "tests/cli/scratch_folder.h"
+#include "base/file_contents.h"
+#include "tests/support/program.h"
+#include "tests/support/scratch_folder.h"
 
 namespace flumo::cli {
 namespace {
@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-Said bash(const std::string& script) {
-    return run_program({"bash", "-c", script});
+flumo::test::Said bash(const std::string& script) {
+    return flumo::test::run_program({"bash", "-c", script});
 }
 
 // Job control gives the program its own group, so that SIGINT is not ignored as in background jobs.
@@ -35,15 +35,15 @@ std::string wait_for(const std::string& file) {
 }
 
 TEST(Hostile, StoppedAndResumedEqualsUninterrupted) {
-    const ScratchFolder folder;
+    const flumo::test::ScratchFolder folder;
     for (const char* name : {"whole", "INT", "TERM", "KILL"})
         fs::create_directory(folder / name);
     ASSERT_EQ(bash(render_into(folder / "whole") + "wait $pid").status, 0);
     for (const auto& [signal, status] :
          {std::pair("INT", 130), std::pair("TERM", 143), std::pair("KILL", 137)}) {
         const fs::path out = folder / signal;
-        const Said stopped = bash(kJobControl + render_into(out) + wait_for("0020.png") + "kill -" + signal +
-                                  " $pid; wait $pid");
+        const flumo::test::Said stopped = bash(kJobControl + render_into(out) + wait_for("0020.png") +
+                                               "kill -" + signal + " $pid; wait $pid");
         ASSERT_EQ(stopped.status, status) << stopped.errors;
         ASSERT_FALSE(fs::exists(out / "0200.png")) << "stopped too late to show anything";
         for (const auto& entry : fs::directory_iterator(out)) {
@@ -75,37 +75,37 @@ TEST(Hostile, AFullDiskLeavesNothingHalfWritten) {
         if (std::string_view(row.shell) != "bash" && !may_mount)
             GTEST_SKIP() << "no right to mount a small disk";
         for (const char* output : {"a.png", "a.exr", "a.mov", "a.mkv", "a.gif"}) {
-            const ScratchFolder folder;
+            const flumo::test::ScratchFolder folder;
             const std::string script = folder / "script";
             std::ofstream(script) << "cd " << folder.path().string() << " && " << row.place
                                   << " 2> /dev/null && { " FLUMO_PROGRAM " render --depth 16 -q --size "
                                   << row.size << " -o " << output << "; echo $?; ls -A; }";
-            const Said said = bash(std::string(row.shell) + " " + script);
+            const flumo::test::Said said = bash(std::string(row.shell) + " " + script);
             EXPECT_EQ(said.output, std::string("5\n") + row.left) << row.place << output;
-            EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+            EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
             EXPECT_THAT(said.errors, StartsWith(std::string("flumo: cannot write \"") + output + "\": "));
         }
     }
 }
 
 TEST(Hostile, StandardOutputThatIsFullIsAnError) {
-    const ScratchFolder folder;
+    const flumo::test::ScratchFolder folder;
     const std::string render = "render --size 64x36 --frames 1-3 ";
     for (const std::string& command : {std::string("controls"), render + "-o -",
                                        render + "--progress json -o '" + (folder / "#.png").string() + "'"}) {
-        const Said said = bash(FLUMO_PROGRAM " " + command + " > /dev/full");
+        const flumo::test::Said said = bash(FLUMO_PROGRAM " " + command + " > /dev/full");
         EXPECT_EQ(said.status, 5) << command;
-        EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+        EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
     }
 }
 
 TEST(Hostile, AFolderThatGoesAwayEndsTheRun) {
-    const ScratchFolder folder;
+    const flumo::test::ScratchFolder folder;
     fs::create_directory(folder / "out");
-    const Said said = bash(render_into(folder / "out") + wait_for("0005.png") + "until rm -r " +
-                           (folder / "out").string() + " 2>/dev/null; do :; done; wait $pid");
+    const flumo::test::Said said = bash(render_into(folder / "out") + wait_for("0005.png") + "until rm -r " +
+                                        (folder / "out").string() + " 2>/dev/null; do :; done; wait $pid");
     EXPECT_EQ(said.status, 5) << said.errors;
-    EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+    EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
     EXPECT_EQ(folder.file_count(), 0u);
 }
 

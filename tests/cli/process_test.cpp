@@ -8,12 +8,12 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "cli/exr_file.h"
-#include "cli/file_contents.h"
-#include "cli/picture_file.h"
-#include "cli/png_file.h"
-#include "tests/cli/program.h"
-#include "tests/cli/scratch_folder.h"
+#include "base/file_contents.h"
+#include "media/exr_file.h"
+#include "media/picture_file.h"
+#include "media/png_file.h"
+#include "tests/support/program.h"
+#include "tests/support/scratch_folder.h"
 
 namespace flumo::cli {
 namespace {
@@ -27,30 +27,30 @@ using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
-Said run(std::vector<std::string> arguments) {
+flumo::test::Said run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), FLUMO_PROGRAM);
-    return run_program(arguments);
+    return flumo::test::run_program(arguments);
 }
 
 // A small frame into a scratch folder, and more arguments.
 class FlumoProcess : public testing::Test {
   protected:
-    Said render(const std::string& output, const std::vector<std::string>& more = {}) {
+    flumo::test::Said render(const std::string& output, const std::vector<std::string>& more = {}) {
         std::vector<std::string> arguments = {"render", "--size", "64x36", "-o", folder_ / output};
         arguments.insert(arguments.end(), more.begin(), more.end());
         return run(arguments);
     }
 
-    Picture rendered(const std::vector<std::string>& more = {}) {
-        const Said said = render("frame.png", more);
+    media::Picture rendered(const std::vector<std::string>& more = {}) {
+        const flumo::test::Said said = render("frame.png", more);
         EXPECT_EQ(said.status, 0) << said.errors;
         EXPECT_EQ(said.output, "");
-        return read_picture(folder_ / "frame.png");
+        return media::read_picture(folder_ / "frame.png");
     }
 
     void write(const std::string& name, const std::string& text) { std::ofstream(folder_ / name) << text; }
 
-    ScratchFolder folder_;
+    flumo::test::ScratchFolder folder_;
 };
 
 TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
@@ -83,10 +83,10 @@ TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
         {{"--sise", "64x36"}, 2, "--sise"},
     };
     for (const auto& row : cases) {
-        const Said said = render("frame.png", row.arguments);
+        const flumo::test::Said said = render("frame.png", row.arguments);
         EXPECT_EQ(said.status, row.status) << said.errors;
         EXPECT_THAT(said.errors, HasSubstr(row.expected));
-        EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+        EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
         EXPECT_EQ(said.output, "");
     }
     EXPECT_EQ(folder_.file_count(), 1u);
@@ -99,9 +99,9 @@ TEST_F(FlumoProcess, TellsOutputThatCannotBeWrittenBeforeTheWork) {
     for (const auto& [output, reason] : {Refused("none/a.png", "its folder does not exist"),
                                          {"file/a.png", "its folder does not exist"},
                                          {"taken.png", "it is a folder"}}) {
-        const Said said = render(output);
+        const flumo::test::Said said = render(output);
         EXPECT_EQ(said.status, 5) << said.errors;
-        EXPECT_TRUE(is_one_line(said.errors)) << said.errors;
+        EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
         EXPECT_THAT(said.errors, HasSubstr(std::string(output) + "\": " + reason));
     }
     EXPECT_EQ(run({"render", "-o", "/proc/flumo.png"}).status, 5);
@@ -114,7 +114,7 @@ TEST_F(FlumoProcess, TellsOutputThatCannotBeWrittenBeforeTheWork) {
 TEST_F(FlumoProcess, TellsThatThereIsNoOpenGl) {
     setenv("LIBGL_DRIVERS_PATH", "/nonexistent", 1);
     setenv("__EGL_VENDOR_LIBRARY_FILENAMES", "/nonexistent", 1);
-    const Said said = render("frame.png");
+    const flumo::test::Said said = render("frame.png");
     unsetenv("LIBGL_DRIVERS_PATH");
     unsetenv("__EGL_VENDOR_LIBRARY_FILENAMES");
     EXPECT_EQ(said.status, 4) << said.errors;
@@ -126,7 +126,7 @@ TEST_F(FlumoProcess, RendersWithOneThreadOnADriverThatCrashesWithMore) {
     for (const char* driver : {"llvmpipe", "softpipe"}) {
         setenv("GALLIUM_DRIVER", driver, 1);
         const bool crashes = run({"info"}).output.find("llvmpipe") != std::string::npos;
-        const Said said = render("frame.png", {"--threads", "2"});
+        const flumo::test::Said said = render("frame.png", {"--threads", "2"});
         EXPECT_EQ(said.status, 0) << said.errors;
         EXPECT_EQ(said.errors.starts_with("flumo: one thread renders"), crashes) << driver << said.errors;
         EXPECT_THAT(render("frame.png", {"--threads", "1"}).errors, Not(HasSubstr("one thread"))) << driver;
@@ -136,7 +136,7 @@ TEST_F(FlumoProcess, RendersWithOneThreadOnADriverThatCrashesWithMore) {
 
 TEST_F(FlumoProcess, TellsThatAFrameFailed) {
     // A doubled side beyond what any driver's textures reach today.
-    const Said said = run({"render", "--size", "30000x1", "-o", folder_ / "wide.png"});
+    const flumo::test::Said said = run({"render", "--size", "30000x1", "-o", folder_ / "wide.png"});
     EXPECT_EQ(said.status, 1) << said.errors;
     EXPECT_THAT(said.errors, StartsWith("flumo: frame 0: "));
     EXPECT_EQ(folder_.file_count(), 0u);
@@ -146,7 +146,7 @@ TEST_F(FlumoProcess, UsageWithoutCommandOrOutput) {
     EXPECT_EQ(run({}).status, 2);
     EXPECT_EQ(run({"paint"}).status, 2);
     EXPECT_EQ(run({"render"}).status, 2);
-    const Said help = run({"render", "--help"});
+    const flumo::test::Said help = run({"render", "--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.errors, "");
     for (const char* part : {"--gradient", "--layer3", "1920x1080", "Examples:", "Exit status"}) {
@@ -154,7 +154,7 @@ TEST_F(FlumoProcess, UsageWithoutCommandOrOutput) {
     }
 }
 
-json parsed(const Said& said) {
+json parsed(const flumo::test::Said& said) {
     EXPECT_EQ(said.status, 0) << said.errors;
     EXPECT_EQ(said.errors, "");
     return json::parse(said.output);
@@ -169,7 +169,7 @@ TEST_F(FlumoProcess, ListsTheControls) {
     for (std::size_t i = 0; i < expected.size(); ++i)
         EXPECT_EQ(controls[i], expected[i]);
 
-    const Said text = run({"controls"});
+    const flumo::test::Said text = run({"controls"});
     EXPECT_EQ(text.status, 0);
     EXPECT_THAT(text.output, StartsWith("Index"));
     EXPECT_EQ(std::ranges::count(text.output, '\n'), 87);
@@ -197,23 +197,23 @@ TEST_F(FlumoProcess, ShowsIdentityFlagsAndDriver) {
     for (const char* key : {"version", "vendor", "renderer", "revision"}) {
         EXPECT_FALSE(info["openGl"].at(key).get<std::string>().empty()) << key;
     }
-    const Said text = run({"info"});
+    const flumo::test::Said text = run({"info"});
     EXPECT_THAT(text.output,
                 AllOf(StartsWith("name"), HasSubstr(info["openGl"]["renderer"].get<std::string>())));
 }
 
 TEST_F(FlumoProcess, LayersReachTheEffect) {
-    write_png(folder_ / "black.png", {1, 1, std::vector<uint8_t>{0, 0, 0, 255}});
-    write_png(folder_ / "white.png", {1, 1, std::vector<uint16_t>{65535, 65535, 65535, 65535}});
+    media::write_png(folder_ / "black.png", {1, 1, std::vector<uint8_t>{0, 0, 0, 255}});
+    media::write_png(folder_ / "white.png", {1, 1, std::vector<uint16_t>{65535, 65535, 65535, 65535}});
     const std::vector<std::string> colours = {"--gradient", "Gradient=0:#f00,1:#00f", "--set",
                                               "NoiseContrast=100"};
     const auto with_layer = [&](const std::string& option, const std::string& file,
                                 const std::string& depth) {
         std::vector<std::string> arguments = colours;
         arguments.insert(arguments.end(), {option, folder_ / file, "--depth", depth});
-        return std::get<std::vector<uint16_t>>(to_16_bit(rendered(arguments)).samples);
+        return std::get<std::vector<uint16_t>>(media::to_16_bit(rendered(arguments)).samples);
     };
-    const auto plain = std::get<std::vector<uint16_t>>(to_16_bit(rendered(colours)).samples);
+    const auto plain = std::get<std::vector<uint16_t>>(media::to_16_bit(rendered(colours)).samples);
     for (const char* depth : {"8", "16", "32"}) {
         // Times black the field is 0 everywhere: the first stop's red.
         const auto black = with_layer("--layer1", "black.png", depth);
@@ -233,9 +233,9 @@ TEST_F(FlumoProcess, SceneAndOptionsMakeTheSamePicture) {
         "Gradient": [{"frame": 1, "value": [{"at": 0, "color": "#000000"}, {"at": 1, "color": "#ff0000"}]},
                      {"frame": 5, "value": [{"at": 0.5, "color": "#000000"}, {"at": 1, "color": "#0000ff"}]}]}})");
     const std::string look = folder_ / "look.json";
-    const Said said = run({"render", "--scene", look, "-o", folder_ / "scene.png"});
+    const flumo::test::Said said = run({"render", "--scene", look, "-o", folder_ / "scene.png"});
     ASSERT_EQ(said.status, 0) << said.errors;
-    const Picture scene = read_picture(folder_ / "scene.png");
+    const media::Picture scene = media::read_picture(folder_ / "scene.png");
     // The last of two values counts.
     const std::vector<std::string> same = {
         "--depth", "16",       "--set", "NoiseType=Smoke", "--set",      "Scale=30",
@@ -246,11 +246,11 @@ TEST_F(FlumoProcess, SceneAndOptionsMakeTheSamePicture) {
     for (const auto& [option, value] : {Option("--frames", "4"), {"--set", "Evolution=0"}, {"--depth", "32"}})
         EXPECT_FALSE(rendered({"--scene", look, option, value}).samples == scene.samples) << option;
     run({"render", "--scene", look, "--size", "16x9", "--depth", "8", "-o", folder_ / "small.png"});
-    const Picture small = read_picture(folder_ / "small.png");
+    const media::Picture small = media::read_picture(folder_ / "small.png");
     EXPECT_EQ(small.width, 16u);
     EXPECT_TRUE(std::holds_alternative<std::vector<uint8_t>>(small.samples));
     run({"render", "--set", "NoiseVisible=off", "-o", folder_ / "full.png"});
-    EXPECT_EQ(read_picture(folder_ / "full.png").height, 1080u);
+    EXPECT_EQ(media::read_picture(folder_ / "full.png").height, 1080u);
 }
 
 }  // namespace

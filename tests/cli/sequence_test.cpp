@@ -8,11 +8,11 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "cli/exr_file.h"
-#include "cli/file_contents.h"
-#include "cli/text_list.h"
-#include "tests/cli/program.h"
-#include "tests/cli/scratch_folder.h"
+#include "base/file_contents.h"
+#include "base/text_list.h"
+#include "media/exr_file.h"
+#include "tests/support/program.h"
+#include "tests/support/scratch_folder.h"
 
 namespace flumo::cli {
 namespace {
@@ -35,18 +35,18 @@ class Sequence : public testing::Test {
 
     std::string in(const std::string& name) const { return folder_ / name; }
 
-    Said render(const std::string& output, const Words& more = {}) const {
+    flumo::test::Said render(const std::string& output, const Words& more = {}) const {
         Words words = {FLUMO_PROGRAM,   "render", "--scene",
                        in("shot.json"), "-o",     output == "-" ? output : in(output)};
         words.insert(words.end(), more.begin(), more.end());
-        return run_program(words);
+        return flumo::test::run_program(words);
     }
 
     void expect_same(const std::string& a, const std::string& b) const {
         EXPECT_EQ(read_file(in(a)), read_file(in(b))) << a << " and " << b;
     }
 
-    ScratchFolder folder_;
+    flumo::test::ScratchFolder folder_;
 };
 
 std::vector<json> json_lines(const std::string& output) {
@@ -62,7 +62,7 @@ TEST_F(Sequence, ShardsMakeTheWholeAndKeepWhatIsThere) {
     std::filesystem::create_directory(in("parts"));
     ASSERT_EQ(render("whole/####.png", {"--start-number", "10"}).status, 0);
     for (const char* shard : {"3/3", "1/3", "2/3"}) {
-        const Said result = render("parts/####.png", {"--start-number", "10", "--shard", shard});
+        const flumo::test::Said result = render("parts/####.png", {"--start-number", "10", "--shard", shard});
         ASSERT_EQ(result.status, 0) << result.errors;
     }
     for (int number = 10; number <= 16; ++number) {
@@ -81,7 +81,7 @@ TEST_F(Sequence, KeepsGoingPastAFrameOutOfTime) {
     Words frames = {"--frames", "1,2000000000,3", "--fps", "1/1000"};
     EXPECT_EQ(render("a.####.png", frames).status, 1);
     frames.insert(frames.end(), {"--keep-going", "--progress", "json"});
-    const Said result = render("b.####.png", frames);
+    const flumo::test::Said result = render("b.####.png", frames);
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, StartsWith("flumo: frame 2000000000: "));
     EXPECT_TRUE(std::filesystem::exists(in("b.0003.png")));
@@ -102,20 +102,22 @@ TEST_F(Sequence, VideosAreWhatTheirEndingSays) {
         {"v.gif", "gif", "gif|64|36|bgra|", true},
     };
     for (const auto& row : cases) {
-        const Said result = render(row.name);
+        const flumo::test::Said result = render(row.name);
         ASSERT_EQ(result.status, 0) << row.name << result.errors;
-        const auto probe = run_program({"ffprobe", "-v", "error", "-count_frames", "-show_entries",
-                                        "stream=codec_name,width,height,pix_fmt,r_frame_rate,nb_read_frames",
-                                        "-of", "compact=p=0:nk=1", in(row.name)});
+        const auto probe =
+            flumo::test::run_program({"ffprobe", "-v", "error", "-count_frames", "-show_entries",
+                                      "stream=codec_name,width,height,pix_fmt,r_frame_rate,nb_read_frames",
+                                      "-of", "compact=p=0:nk=1", in(row.name)});
         EXPECT_THAT(probe.output, AllOf(StartsWith(row.expected), EndsWith("|7\n")));
-        const auto decoded = run_program({"ffmpeg", "-v", "error", "-c:v", row.decoder, "-i", in(row.name),
-                                          "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgba", "-"});
+        const auto decoded =
+            flumo::test::run_program({"ffmpeg", "-v", "error", "-c:v", row.decoder, "-i", in(row.name),
+                                      "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgba", "-"});
         uint8_t least_alpha = 255;
         for (size_t i = 3; i < decoded.output.size(); i += 4)
             least_alpha = std::min(least_alpha, static_cast<uint8_t>(decoded.output[i]));
         EXPECT_EQ(least_alpha < 128, row.has_alpha) << row.name;
     }
-    const auto lossless = run_program(
+    const auto lossless = flumo::test::run_program(
         {"ffmpeg", "-v", "error", "-i", in("v.mkv"), "-f", "rawvideo", "-pix_fmt", "rgba64le", "-"});
     EXPECT_EQ(lossless.output, render("-", {"--raw", "rgba64le"}).output);
 }
@@ -127,7 +129,7 @@ TEST_F(Sequence, AVideoThatFfmpegRefusesLeavesNothing) {
     const std::string path = std::getenv("PATH");
     for (const std::string& search : {in("bin") + ":" + path, in("empty")}) {
         setenv("PATH", search.c_str(), 1);
-        const Said result = render("v.mp4");
+        const flumo::test::Said result = render("v.mp4");
         setenv("PATH", path.c_str(), 1);
         EXPECT_EQ(result.status, 5);
         EXPECT_THAT(result.errors,
@@ -138,18 +140,19 @@ TEST_F(Sequence, AVideoThatFfmpegRefusesLeavesNothing) {
 
 TEST_F(Sequence, AnExrRendersItselfAgain) {
     std::filesystem::create_directory(in("far"));
-    const json listed = json::parse(run_program({FLUMO_PROGRAM, "controls", "--json"}).output);
+    const json listed = json::parse(flumo::test::run_program({FLUMO_PROGRAM, "controls", "--json"}).output);
     for (const char* type : {"half", "float"}) {
         ASSERT_EQ(render("a.exr", {"--frames", "-77", "--exr-type", type, "--fps", "24000/1001", "--set",
                                    "LinesVisible=on", "--set", "Scale=33.3"})
                       .status,
                   0);
         const auto again =
-            run_program({FLUMO_PROGRAM, "render", "--from", in("a.exr"), "-o", in("far/b.exr")});
+            flumo::test::run_program({FLUMO_PROGRAM, "render", "--from", in("a.exr"), "-o", in("far/b.exr")});
         ASSERT_EQ(again.status, 0) << again.errors;
         expect_same("a.exr", "far/b.exr");
-        const ExrNotes notes = read_exr_notes(in("far/b.exr"));
-        EXPECT_EQ(notes.type, std::string_view(type) == "half" ? ExrType::kHalf : ExrType::kFloat);
+        const media::ExrNotes notes = media::read_exr_notes(in("far/b.exr"));
+        EXPECT_EQ(notes.type,
+                  std::string_view(type) == "half" ? media::ExrType::kHalf : media::ExrType::kFloat);
         EXPECT_EQ(notes.rate->num, 24000);
         EXPECT_EQ(notes.rate->den, 1001);
         const json controls = json::parse(notes.scene)["controls"];
@@ -168,12 +171,12 @@ TEST_F(Sequence, ToolsHearHowFarItCameAndFramesComeAlone) {
     EXPECT_EQ(lines.back()["event"], "done");
     EXPECT_EQ(lines[3]["total"], 7);
 
-    const Said openjd = render("a.#.png", {"--progress", "openjd"});
+    const flumo::test::Said openjd = render("a.#.png", {"--progress", "openjd"});
     EXPECT_THAT(openjd.output, HasSubstr("openjd_progress: 42.9\nopenjd_status: "));
-    const Said failed = render("none/a.#.png", {"--progress", "openjd"});
+    const flumo::test::Said failed = render("none/a.#.png", {"--progress", "openjd"});
     EXPECT_THAT(failed.output, StartsWith("openjd_fail: cannot write"));
 
-    const Said stream = render("-", {"--progress", "json"});
+    const flumo::test::Said stream = render("-", {"--progress", "json"});
     const std::string header = "YUV4MPEG2 W64 H36 F30:1 Ip A1:1 C444 XCOLORRANGE=LIMITED\n";
     EXPECT_EQ(stream.output.size(), header.size() + 7 * (6 + 64 * 36 * 3));
     EXPECT_THAT(stream.output, StartsWith(header + "FRAME\n"));
@@ -184,7 +187,7 @@ TEST_F(Sequence, ToolsHearHowFarItCameAndFramesComeAlone) {
 TEST_F(Sequence, ATerminalShowsABarAndItsColoursMayBeRefused) {
     // What a terminal of its own shows; the program `script` makes one.
     const auto shown = [](const std::string& variable, const std::string& arguments) {
-        return run_program(
+        return flumo::test::run_program(
             {"env", "TERM=xterm", variable, "script", "-qec", FLUMO_PROGRAM " " + arguments, "/dev/null"});
     };
     const struct {
@@ -200,7 +203,7 @@ TEST_F(Sequence, ATerminalShowsABarAndItsColoursMayBeRefused) {
         EXPECT_THAT(shown(row.variable, shot).output, HasSubstr(row.expected)) << row.variable;
     }
     EXPECT_THAT(render("a.#.png").errors, StartsWith("flumo: 7 of 7 frames (100 %)"));
-    const Said usage = shown("NO_COLOR=1", "render");
+    const flumo::test::Said usage = shown("NO_COLOR=1", "render");
     EXPECT_EQ(usage.status, 2);
     EXPECT_THAT(usage.output, HasSubstr("\n  flumo render -o look.png "));
 }
@@ -210,9 +213,9 @@ TEST_F(Sequence, ShellsAndPeopleAreHelped) {
                             " completion bash); COMP_WORDS=(flumo render --set Lines); COMP_CWORD=3; "
                             "compopt() { :; }; _flumo; echo \"${COMPREPLY[*]}\"; "
                             "COMP_WORDS=(flumo render --sk); COMP_CWORD=2; _flumo; echo \"${COMPREPLY[*]}\"";
-    const auto bash = run_program({"bash", "-c", ask});
+    const auto bash = flumo::test::run_program({"bash", "-c", ask});
     EXPECT_THAT(bash.output, AllOf(HasSubstr("LinesCount= "), HasSubstr("\n--skip-existing\n")));
-    const auto check = run_program({FLUMO_PROGRAM, "info", "--check"});
+    const auto check = flumo::test::run_program({FLUMO_PROGRAM, "info", "--check"});
     EXPECT_EQ(check.status, 0);
     EXPECT_THAT(check.errors, HasSubstr("check passed"));
 }

@@ -14,7 +14,7 @@
 #include "effect/params/control_table.h"
 #include "tests/faults/gl_spy.h"
 #include "tests/faults/stage.h"
-#include "tests/host/caller_context.h"
+#include "tests/support/caller_context.h"
 
 namespace flumo::test {
 namespace {

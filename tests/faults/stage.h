@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "host/instance.h"
-#include "tests/host/result_of.h"
+#include "tests/support/result_of.h"
 
 namespace flumo::test {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tests/faults/stage.h"
-#include "tests/host/caller_context.h"
+#include "tests/support/caller_context.h"
 
 namespace flumo::test {
 

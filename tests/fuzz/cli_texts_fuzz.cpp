@@ -5,15 +5,15 @@
 #include <set>
 #include <string_view>
 
-#include "cli/exit_status.h"
-#include "cli/frame_list.h"
-#include "cli/frame_rate.h"
-#include "cli/gradient_text.h"
-#include "cli/output_pattern.h"
-#include "cli/pointer_script.h"
-#include "cli/scene.h"
-#include "cli/shard.h"
-#include "tests/cli/sample_catalog.h"
+#include "base/failure.h"
+#include "base/frame_rate.h"
+#include "cli/options/pointer_script.h"
+#include "job/shard.h"
+#include "media/output_pattern.h"
+#include "scene/frame_list.h"
+#include "scene/gradient_text.h"
+#include "scene/scene.h"
+#include "tests/scene/sample_catalog.h"
 
 namespace flumo::cli {
 namespace {
@@ -23,15 +23,15 @@ void require(bool held) {
 }
 
 void read_gradient(std::string_view text) {
-    const std::vector<Stop> stops = parse_gradient(text);
+    const std::vector<scene::Stop> stops = scene::parse_gradient(text);
     // Equal positions become one stop.
-    require(to_stored_form(stops).size() <= 4 + 24 * stops.size());
-    for (const Stop& stop : stops)
-        require(stop.kind >= StopKind::kLinear);
+    require(scene::to_stored_form(stops).size() <= 4 + 24 * stops.size());
+    for (const scene::Stop& stop : stops)
+        require(stop.kind >= scene::StopKind::kLinear);
 }
 
 void check_scene(std::string_view text) {
-    const Scene scene = parse_scene(text, "/scene.json", sample_catalog());
+    const scene::Scene scene = scene::parse_scene(text, "/scene.json", scene::sample_catalog());
     require(!scene.size || (scene.size->width > 0 && scene.size->height > 0));
     require(!scene.depth || *scene.depth == 8 || *scene.depth == 16 || *scene.depth == 32);
     for (const auto& [index, track] : scene.tracks) {
@@ -45,13 +45,13 @@ void check_scene(std::string_view text) {
 }
 
 void check_frames(std::string_view text) {
-    const std::vector<int> frames = parse_frame_list(text);
+    const std::vector<int> frames = scene::parse_frame_list(text);
     require(!frames.empty() && frames.size() <= 1000000);
     require(std::set<int>(frames.begin(), frames.end()).size() == frames.size());
 }
 
 void check_pattern(std::string_view text) {
-    const OutputPattern pattern(text);
+    const media::OutputPattern pattern(text);
     for (const auto& [a, b] : {std::pair(0, 1), std::pair(-1, 1), std::pair(9, 10), std::pair(-12, -2)})
         require((pattern.path_of(a) != pattern.path_of(b)) == pattern.has_frame_number());
 }
@@ -63,8 +63,8 @@ void check_rate(std::string_view text) {
 }
 
 void check_shard(std::string_view text) {
-    const Shard shard = parse_shard(text);
-    const ShardRange range = range_of(shard, 1000);
+    const job::Shard shard = job::parse_shard(text);
+    const job::ShardRange range = job::range_of(shard, 1000);
     require(shard.part >= 1 && shard.part <= shard.count && range.begin <= range.end && range.end <= 1000);
 }
 
@@ -89,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
         kReaders[data[0] % std::size(kReaders)](text);
     } catch (const Failure& failure) {
         require(*failure.what() != '\0');
-        require(failure.status() == ExitStatus::kUsage || failure.status() == ExitStatus::kUnreadableInput);
+        require(failure.kind() == FailureKind::kUsage || failure.kind() == FailureKind::kUnreadableInput);
     }
     return 0;
 }

@@ -1,5 +1,5 @@
 // Files that are no modules, and the real one loaded again and again.
-#include "host/module.h"
+#include "host/module/module.h"
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "effect_api/effect_api.h"
-#include "host/module.h"
+#include "host/module/module.h"
 
 namespace flumo::host::test {
 

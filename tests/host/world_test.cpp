@@ -1,4 +1,4 @@
-#include "host/world.h"
+#include "host/values/world.h"
 
 #include <gtest/gtest.h>
 

@@ -8,9 +8,9 @@
 
 #include "effect/entry/pipl.h"
 #include "judge/cases/case_table.h"
-#include "tests/cli/program.h"
-#include "tests/cli/scratch_folder.h"
 #include "tests/judge/flumo_check.h"
+#include "tests/support/program.h"
+#include "tests/support/scratch_folder.h"
 
 namespace flumo::judge::test {
 namespace {
@@ -31,12 +31,12 @@ class CheckCommand : public testing::Test {
         return folder_ / name;
     }
 
-    cli::ScratchFolder folder_;
+    flumo::test::ScratchFolder folder_;
 };
 
 /// What the program says to the end of a shell's line; `before` stands before its name.
 std::string say(const std::string& command, const std::string& before = "") {
-    return cli::run_program({"sh", "-c", before + FLUMO_PROGRAM " " + command}).output;
+    return flumo::test::run_program({"sh", "-c", before + FLUMO_PROGRAM " " + command}).output;
 }
 
 TEST_F(CheckCommand, HoldsAnEffectToWhatIsExpected) {

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "tests/cli/program.h"
+#include "tests/support/program.h"
 
 namespace flumo::judge::test {
 
@@ -24,7 +24,7 @@ std::string Checked::findings() const {
 
 Checked flumo_check(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {FLUMO_PROGRAM, "check", "--json"});
-    const cli::Said said = cli::run_program(arguments);
+    const flumo::test::Said said = flumo::test::run_program(arguments);
     return {said.status, said.errors, nlohmann::json::parse(said.output, nullptr, false)};
 }
 

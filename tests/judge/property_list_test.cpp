@@ -8,10 +8,10 @@
 #include <random>
 
 #include "effect/entry/pipl.h"
-#include "host/module.h"
+#include "host/module/module.h"
 #include "judge/windows_module/pe_file.h"
-#include "tests/cli/scratch_folder.h"
 #include "tests/judge/flumo_check.h"
+#include "tests/support/scratch_folder.h"
 
 namespace flumo::judge {
 namespace {
@@ -96,7 +96,7 @@ class TinyImage {
 };
 
 TEST(PropertyList, OfAWindowsModuleIsJudgedWithItsExports) {
-    const cli::ScratchFolder folder;
+    const flumo::test::ScratchFolder folder;
     const std::string path = folder / "tiny.aex";
     TinyImage image;
     const auto check = [&](std::vector<std::string> words) {

@@ -3,7 +3,7 @@
 
 #include "host/host.h"
 #include "host/instance.h"
-#include "tests/host/result_of.h"
+#include "tests/support/result_of.h"
 
 namespace flumo::tests {
 

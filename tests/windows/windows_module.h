@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "host/module.h"
+#include "host/module/module.h"
 #include "tests/windows/platform_spy.h"
 
 namespace flumo::tests {

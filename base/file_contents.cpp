@@ -1,0 +1,71 @@
+#include "base/file_contents.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+
+#include "base/failure.h"
+
+namespace flumo {
+namespace {
+
+// A device or a pipe may never end.
+constexpr size_t kMostPictureBytes = size_t{4} << 30;
+constexpr size_t kMostTextBytes = size_t{64} << 20;
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+Failure cannot_read(const std::filesystem::path& path) {
+    return input_failure("cannot read \"" + path.string() + "\": " + std::generic_category().message(errno));
+}
+
+File open_file(const std::filesystem::path& path) {
+    File file(std::fopen(path.c_str(), "rb"), std::fclose);
+    if (!file) throw cannot_read(path);
+    return file;
+}
+
+// Appends at most `count` bytes and returns how many there were.
+template <typename Container>
+size_t append(std::FILE* file, Container& contents, size_t count) {
+    const size_t before = contents.size();
+    contents.resize(before + count);
+    const size_t got = std::fread(contents.data() + before, 1, count, file);
+    contents.resize(before + got);
+    return got;
+}
+
+template <typename Container>
+Container read_all(const std::filesystem::path& path, size_t most) {
+    constexpr size_t kChunk = size_t{1} << 20;
+    const File file = open_file(path);
+    Container contents;
+    while (append(file.get(), contents, kChunk) == kChunk) {
+        if (contents.size() > most)
+            throw input_failure("cannot read \"" + path.string() + "\": it is too large; expected at most " +
+                                std::to_string(most / kChunk) + " MiB");
+    }
+    if (std::ferror(file.get()) != 0) throw cannot_read(path);
+    return contents;
+}
+
+}  // namespace
+
+std::vector<uint8_t> read_file(const std::filesystem::path& path) {
+    return read_all<std::vector<uint8_t>>(path, kMostPictureBytes);
+}
+
+std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t count) {
+    const File file = open_file(path);
+    std::vector<uint8_t> contents;
+    append(file.get(), contents, count);
+    if (std::ferror(file.get()) != 0) throw cannot_read(path);
+    return contents;
+}
+
+std::string read_text_file(const std::filesystem::path& path) {
+    return read_all<std::string>(path, kMostTextBytes);
+}
+
+}  // namespace flumo

@@ -1,0 +1,20 @@
+// Whole files into memory.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace flumo {
+
+/// All bytes of a file. Throws Failure (unreadable input), naming the file.
+std::vector<uint8_t> read_file(const std::filesystem::path& path);
+
+/// The first `count` bytes, fewer where the file is shorter. Throws as read_file.
+std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t count);
+
+/// The same as text.
+std::string read_text_file(const std::filesystem::path& path);
+
+}  // namespace flumo

@@ -1,0 +1,232 @@
+#include "cli/options/render_options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+
+#include "base/frame_rate.h"
+#include "base/parse_number.h"
+#include "base/text_list.h"
+#include "cli/terminal/exit_status.h"
+#include "scene/depth.h"
+#include "scene/frame_list.h"
+
+namespace flumo::cli {
+namespace {
+
+constexpr int kMostThreads = 64;
+// Leaves room for the longest list behind it.
+constexpr int kLargestStartNumber = 1'000'000'000;
+
+constexpr const char* kFooter = R"(
+Examples:
+  flumo render -o look.png
+      the default look at 1920x1080
+  flumo render --size 960x540 --set NoiseType=voronoi --set Scale=150 -o cells.png
+      another generator, half again as large
+  flumo render --gradient 'Gradient=0:#0b1026,0.6:sin:#ff6a00,1:#ffffff' --depth 16 -o fire.png
+      a gradient of three stops
+  flumo render --set ColorizeMode=2 --layer3 palette.jpg -o painted.png
+      colours from a picture
+  flumo render --scene examples/loop.json --frames 1-48x2 -o 'loop.####.exr'
+      every second frame of a scene with keyframes
+  flumo render --scene examples/loop.json --fps 25 -o loop.mov
+      a video with alpha
+  flumo render --scene shot.json --shard 2/4 --skip-existing -o 'shot.####.exr'
+      the second of four machines' part, whether begun before or not
+  flumo render --scene shot.json -o - | ffplay -
+      to another program
+
+`flumo controls` lists every Id with its range. Exit status: 0 done, 1 a frame failed, 2 usage,
+3 an input cannot be read, 4 no usable OpenGL, 5 the output cannot be written, 130 or 143 stopped by a
+signal after finishing the frames that were begun.)";
+
+job::Assignment parse_assignment(const std::string& option, const std::string& text) {
+    const size_t mark = text.find('=');
+    if (mark == std::string::npos || mark == 0) {
+        throw usage_failure(option + " " + in_quotes(text) + ": expected Id=value");
+    }
+    return {option, text.substr(0, mark), text.substr(mark + 1)};
+}
+
+void set_size(RenderOptions& options, const std::string& text) {
+    options.size = parse_frame_size(text);
+}
+
+void set_depth(RenderOptions& options, const std::string& text) {
+    const auto depth = parse_number<long>(text);
+    if (!depth) throw usage_failure("depth " + in_quotes(text) + ": expected 8, 16 or 32");
+    options.depth = scene::checked_depth(*depth);
+}
+
+void set_frames(RenderOptions& options, const std::string& text) {
+    options.frames = scene::parse_frame_list(text);
+}
+
+void set_control(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back(parse_assignment("--set", text));
+}
+
+void set_gradient(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back(parse_assignment("--gradient", text));
+}
+
+void set_layer1(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back({"--layer1", "Layer1", text});
+}
+
+void set_layer2(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back({"--layer2", "Layer2", text});
+}
+
+void set_layer3(RenderOptions& options, const std::string& text) {
+    options.assignments.push_back({"--layer3", "Layer3", text});
+}
+
+void set_scene(RenderOptions& options, const std::string& text) {
+    options.scene = text;
+}
+
+void set_from(RenderOptions& options, const std::string& text) {
+    options.from = text;
+}
+
+void set_rate(RenderOptions& options, const std::string& text) {
+    options.rate = parse_frame_rate(text);
+}
+
+void set_shard(RenderOptions& options, const std::string& text) {
+    options.shard = job::parse_shard(text);
+}
+
+void set_start_number(RenderOptions& options, const std::string& text) {
+    options.start_number = parse_number<int>(text);
+    if (!options.start_number || std::abs(*options.start_number) > kLargestStartNumber)
+        throw usage_failure("start number " + in_quotes(text) + ": expected a number up to 1000000000");
+}
+
+void set_threads(RenderOptions& options, const std::string& text) {
+    const auto threads = parse_number<int>(text);
+    if (!threads || *threads < 1 || *threads > kMostThreads) {
+        throw usage_failure("threads " + in_quotes(text) + ": expected 1 to " + std::to_string(kMostThreads));
+    }
+    options.render_threads = *threads;
+}
+
+void set_exr_type(RenderOptions& options, const std::string& text) {
+    if (text != "half" && text != "float") {
+        throw usage_failure("exr type " + in_quotes(text) + ": expected half or float");
+    }
+    options.exr_type = text == "half" ? media::ExrType::kHalf : media::ExrType::kFloat;
+}
+
+void set_raw(RenderOptions& options, const std::string& text) {
+    options.raw = media::parse_raw_format(text);
+}
+
+void set_progress(RenderOptions& options, const std::string& text) {
+    options.progress = parse_progress_form(text);
+}
+
+void set_quiet(RenderOptions& options, const std::string&) {
+    options.progress = ProgressForm::kNone;
+}
+
+void set_skip_existing(RenderOptions& options, const std::string&) {
+    options.skip_existing = true;
+}
+
+void set_no_clobber(RenderOptions& options, const std::string&) {
+    options.no_clobber = true;
+}
+
+void set_keep_going(RenderOptions& options, const std::string&) {
+    options.keep_going = true;
+}
+
+void set_module(RenderOptions& options, const std::string& text) {
+    options.module = text;
+}
+
+void set_output(RenderOptions& options, const std::string& text) {
+    options.output = media::OutputPattern(text);
+}
+
+// Without a placeholder the option is a flag.
+struct OptionRow {
+    const char* heading;
+    const char* names;
+    const char* placeholder;
+    const char* help;
+    const char* default_text;
+    void (*apply)(RenderOptions&, const std::string&);
+};
+
+constexpr OptionRow kRows[] = {
+    {"Frame", "--size", "WxH", "Size in pixels", "1920x1080", set_size},
+    {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)", "8", set_depth},
+    {"Frame", "--frames", "LIST", "Frames to render, such as 7, 1-100, 1-100x2, 1,5,9", "0", set_frames},
+    {"Frame", "--fps", "N[/D]", "Frames per second, such as 25 or 30000/1001", "25", set_rate},
+    {"Frame", "--shard", "K/N", "Only part K of N of the frames, for N machines", "", set_shard},
+    {"Look", "--scene", "FILE",
+     "A scene file (JSON): size, depth, frames, fps and controls,\nwhich the other options override", "",
+     set_scene},
+    {"Look", "--from", "FILE.exr", "The scene in the header of an EXR that flumo wrote: that\nframe again",
+     "", set_from},
+    {"Look", "--set", "Id=VALUE", "Value of a control: a number, a popup's name, on or off;\nrepeatable", "",
+     set_control},
+    {"Look", "--gradient", "Id=STOPS",
+     "Stops of Gradient or LinesGradient as position[:kind]:colour\nwith kinds linear, sin (usual) and edge; "
+     "or "
+     "the effect's text\nor stored form; or @FILE; repeatable",
+     "", set_gradient},
+    {"Layers", "--layer1", "FILE", "Picture that multiplies the noise", "none", set_layer1},
+    {"Layers", "--layer2", "FILE", "Picture that is added to the noise", "none", set_layer2},
+    {"Layers", "--layer3", "FILE", "Picture for the colorize modes from a layer", "none", set_layer3},
+    {"Output", "-o,--output", "PATTERN",
+     "File to write. Pictures: .png or .exr, with #### or %04d for\nthe frame number. Video, through ffmpeg: "
+     ".mp4 (H.264),\n.mov (ProRes 4444, alpha), .mkv (FFV1, 16 bits, alpha),\n.webm (VP9, alpha), .gif. "
+     "A single - writes to standard\noutput, /dev/null nowhere; required",
+     "", set_output},
+    {"Output", "--raw", "FORMAT", "For -o -: rgba, rgba64le or rgbaf32 without a header, or y4m", "y4m",
+     set_raw},
+    {"Output", "--exr-type", "TYPE", "half or float", "float", set_exr_type},
+    {"Output", "--start-number", "N", "Number the files from N, whatever the frames", "the frame",
+     set_start_number},
+    {"Output", "--skip-existing", "", "Leave files that are there: resumes a rendering", "",
+     set_skip_existing},
+    {"Output", "--no-clobber", "", "Refuse to begin when a file is there", "", set_no_clobber},
+    {"Run", "--keep-going", "", "Go on past a frame that fails; ends with status 1", "", set_keep_going},
+    {"Run", "--threads", "N", "Threads that render; encoding has its own", "1", set_threads},
+    {"Run", "--progress", "FORM",
+     "bar, lines, json (an object a line), openjd or none;\njson and openjd go to standard output",
+     "by terminal", set_progress},
+    {"Run", "-q,--quiet", "", "The same as --progress none", "", set_quiet},
+    {"Run", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo", set_module},
+};
+
+void add_row(CLI::App& command, RenderOptions& options, const OptionRow& row) {
+    const auto apply_all = [&options, apply = row.apply](const std::vector<std::string>& values) {
+        for (const std::string& value : values)
+            apply(options, value);
+    };
+    if (*row.placeholder == '\0') {
+        const auto apply_once = [&options, apply = row.apply](int64_t) { apply(options, ""); };
+        command.add_flag_function(row.names, apply_once, row.help)->group(row.heading);
+        return;
+    }
+    CLI::Option* option =
+        command.add_option_function<std::vector<std::string>>(row.names, apply_all, row.help);
+    option->group(row.heading)->type_name(row.placeholder)->allow_extra_args(false);
+    if (*row.default_text != '\0') option->default_str(row.default_text);
+}
+
+}  // namespace
+
+void add_render_options(CLI::App& command, RenderOptions& options) {
+    for (const OptionRow& row : kRows)
+        add_row(command, options, row);
+    command.footer(kFooter);
+}
+
+}  // namespace flumo::cli

@@ -1,0 +1,36 @@
+// What is to be rendered, with nothing left open.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "base/frame_size.h"
+#include "host/values/world.h"
+#include "job/render_request.h"
+#include "media/output_pattern.h"
+#include "scene/control.h"
+#include "scene/track.h"
+
+namespace flumo::job {
+
+struct RenderJob {
+    FrameSize size = {};
+    host::Depth depth = host::Depth::k8;
+    std::vector<int> frames = {0};
+    host::FrameRate rate = {};
+    scene::Tracks tracks = {};
+    media::OutputPattern output;
+    media::ExrType exr_type = media::ExrType::kFloat;
+    /// Number of the first file, where files are not numbered by frames.
+    std::optional<int> start_number = {};
+
+    /// Where the frame at this position of `frames` goes.
+    std::filesystem::path path_of(size_t position) const;
+};
+
+/// The request over its scene over defaults. Throws Failure: (usage) for values that the controls do not take
+/// and for several frames that would get one name, (unreadable input) for a scene, EXR or gradient file.
+RenderJob make_render_job(const RenderRequest& request, const scene::ControlCatalog& catalog);
+
+}  // namespace flumo::job

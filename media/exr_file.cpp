@@ -1,0 +1,201 @@
+#include "media/exr_file.h"
+
+#include <OpenEXR/ImfChannelList.h>
+#include <OpenEXR/ImfFrameBuffer.h>
+#include <OpenEXR/ImfHeader.h>
+#include <OpenEXR/ImfIO.h>
+#include <OpenEXR/ImfInputFile.h>
+#include <OpenEXR/ImfOutputFile.h>
+#include <OpenEXR/ImfRational.h>
+#include <OpenEXR/ImfStandardAttributes.h>
+#include <OpenEXR/ImfStringAttribute.h>
+#include <OpenEXR/ImfVersion.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+
+namespace flumo::media {
+namespace {
+
+constexpr const char* kSceneAttribute = "flumoScene";
+
+using ChannelNames = std::array<const char*, 4>;
+constexpr ChannelNames kColourNames = {"R", "G", "B", "A"};
+
+template <typename Sample>
+constexpr Imf::PixelType pixel_type() {
+    return sizeof(Sample) == sizeof(float) ? Imf::FLOAT : Imf::HALF;
+}
+
+// Slices of interleaved pixels whose first one lies at the window's top left corner.
+template <typename Sample>
+Imf::FrameBuffer frame_buffer(Sample* pixels, const Imath::Box2i& window, const ChannelNames& names) {
+    constexpr size_t kPixelSize = 4 * sizeof(Sample);
+    const auto width = static_cast<size_t>(window.size().x + 1);
+    Imf::FrameBuffer buffer;
+    for (size_t channel = 0; channel < names.size(); ++channel) {
+        const double missing = channel == 3 ? 1.0 : 0.0;
+        if (channel > 0 && std::string_view(names[channel]) == names[channel - 1]) continue;
+        buffer.insert(names[channel], Imf::Slice::Make(pixel_type<Sample>(), pixels + channel, window,
+                                                       kPixelSize, kPixelSize * width, 1, 1, missing));
+    }
+    return buffer;
+}
+
+int64_t pixel_count(const Imath::Box2i& window) {
+    return (int64_t{window.max.x} - window.min.x + 1) * (int64_t{window.max.y} - window.min.y + 1);
+}
+
+void require_reasonable(const Imath::Box2i& window, size_t file_bytes) {
+    if (window.isEmpty()) throw std::runtime_error("the picture is empty");
+    require_plausible_size(static_cast<size_t>(int64_t{window.max.x} - window.min.x + 1),
+                           static_cast<size_t>(int64_t{window.max.y} - window.min.y + 1), file_bytes);
+}
+
+// A file of luminance alone names one channel for all three colours.
+ChannelNames channel_names(const Imf::Header& header) {
+    const Imf::ChannelList& channels = header.channels();
+    if (channels.findChannel("R") || channels.findChannel("G") || channels.findChannel("B")) {
+        return kColourNames;
+    }
+    if (channels.findChannel("RY") || channels.findChannel("BY"))
+        throw std::runtime_error("it stores luminance and chroma (Y, RY, BY)");
+    if (channels.findChannel("Y")) return {"Y", "Y", "Y", "A"};
+    throw std::runtime_error("it has none of the channels R, G, B and Y");
+}
+
+std::vector<float> read_window(Imf::InputFile& file, const Imath::Box2i& window) {
+    const ChannelNames names = channel_names(file.header());
+    std::vector<float> pixels(static_cast<size_t>(pixel_count(window)) * 4);
+    file.setFrameBuffer(frame_buffer(pixels.data(), window, names));
+    file.readPixels(window.min.y, window.max.y);
+    if (*names[0] == 'Y') {
+        for (size_t i = 0; i < pixels.size(); i += 4)
+            pixels[i + 1] = pixels[i + 2] = pixels[i];
+    }
+    return pixels;
+}
+
+// The part of `pixels` (which fill `from`) that lies in `to`; the rest of `to` is transparent.
+std::vector<float> reframe(const std::vector<float>& pixels, const Imath::Box2i& from,
+                           const Imath::Box2i& to) {
+    if (from == to) return pixels;
+    std::vector<float> framed(static_cast<size_t>(pixel_count(to)) * 4);
+    const int left = std::max(from.min.x, to.min.x);
+    const int right = std::min(from.max.x, to.max.x);
+    const auto offset = [](const Imath::Box2i& window, int x, int y) {
+        return (int64_t{y - window.min.y} * (window.size().x + 1) + (x - window.min.x)) * 4;
+    };
+    for (int y = std::max(from.min.y, to.min.y); y <= std::min(from.max.y, to.max.y) && left <= right; ++y) {
+        std::copy_n(pixels.begin() + offset(from, left, y), int64_t{right - left + 1} * 4,
+                    framed.begin() + offset(to, left, y));
+    }
+    return framed;
+}
+
+Imf::Header header_of(const Picture& picture, const ExrNotes& notes) {
+    Imf::Header header(static_cast<int>(picture.width), static_cast<int>(picture.height));
+    header.compression() = Imf::ZIP_COMPRESSION;
+    const Imf::PixelType type = notes.type == ExrType::kHalf ? Imf::HALF : Imf::FLOAT;
+    for (const char* name : kColourNames)
+        header.channels().insert(name, Imf::Channel(type));
+    if (notes.rate) Imf::addFramesPerSecond(header, Imf::Rational(notes.rate->num, notes.rate->den));
+    if (!notes.scene.empty()) header.insert(kSceneAttribute, Imf::StringAttribute(notes.scene));
+    return header;
+}
+
+// The library's own stream tells nothing of what fails when its file closes: the table of lines, which is
+// written then, and what the buffer still holds.
+class CheckedStream : public Imf::OStream {
+  public:
+    explicit CheckedStream(const std::filesystem::path& path)
+        : OStream(path.c_str()), file_(std::fopen(path.c_str(), "wb"), std::fclose) {
+        if (!file_) fail();
+    }
+
+    void write(const char* bytes, int count) override {
+        const auto size = static_cast<size_t>(count);
+        if (std::fwrite(bytes, 1, size, file_.get()) != size) fail();
+    }
+    uint64_t tellp() override { return static_cast<uint64_t>(std::ftell(file_.get())); }
+    void seekp(uint64_t position) override {
+        if (std::fseek(file_.get(), static_cast<long>(position), SEEK_SET) != 0) fail();
+    }
+
+    /// Once the library is done. Throws what it kept to itself.
+    void close() {
+        if (std::fclose(file_.release()) != 0 && error_ == 0) error_ = errno;
+        if (error_ != 0) throw std::runtime_error(std::generic_category().message(error_));
+    }
+
+  private:
+    [[noreturn]] void fail() {
+        error_ = errno;
+        throw std::runtime_error(std::generic_category().message(error_));
+    }
+
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    int error_ = 0;
+};
+
+template <typename Sample>
+void write_samples(Imf::OStream& stream, const Imf::Header& header, const std::vector<Sample>& samples) {
+    Imf::OutputFile file(stream, header);
+    const Imath::Box2i& window = header.dataWindow();
+    // The library's slices are mutable for the sake of reading; writing leaves them alone.
+    file.setFrameBuffer(frame_buffer(const_cast<Sample*>(samples.data()), window, kColourNames));
+    file.writePixels(window.size().y + 1);
+}
+
+}  // namespace
+
+bool is_exr(std::span<const uint8_t> bytes) {
+    return bytes.size() >= 4 && Imf::isImfMagic(reinterpret_cast<const char*>(bytes.data()));
+}
+
+Picture read_exr(const std::filesystem::path& path) {
+    Imf::InputFile file(path.c_str());
+    const Imath::Box2i data = file.header().dataWindow();
+    const Imath::Box2i display = file.header().displayWindow();
+    const auto bytes = static_cast<size_t>(std::filesystem::file_size(path));
+    require_reasonable(data, bytes);
+    require_reasonable(display, bytes);
+    if (!file.isComplete()) throw std::runtime_error("the file ends too early");
+    return {static_cast<size_t>(display.size().x + 1), static_cast<size_t>(display.size().y + 1),
+            reframe(read_window(file, data), data, display)};
+}
+
+void write_exr(const std::filesystem::path& path, const Picture& picture, const ExrNotes& notes) {
+    const auto& samples = std::get<std::vector<float>>(picture.samples);
+    const Imf::Header header = header_of(picture, notes);
+    CheckedStream stream(path);
+    if (notes.type == ExrType::kFloat) {
+        write_samples(stream, header, samples);
+    } else {
+        write_samples(stream, header, std::vector<half>(samples.begin(), samples.end()));
+    }
+    stream.close();
+}
+
+ExrNotes read_exr_notes(const std::filesystem::path& path) {
+    const Imf::InputFile file(path.c_str());
+    const Imf::Header& header = file.header();
+    ExrNotes notes;
+    const Imf::Channel* const red = header.channels().findChannel("R");
+    if (red && red->type == Imf::HALF) notes.type = ExrType::kHalf;
+    if (Imf::hasFramesPerSecond(header)) {
+        const Imf::Rational rate = Imf::framesPerSecond(header);
+        notes.rate = host::FrameRate{rate.n, static_cast<int>(rate.d)};
+    }
+    if (const auto* scene = header.findTypedAttribute<Imf::StringAttribute>(kSceneAttribute))
+        notes.scene = scene->value();
+    return notes;
+}
+
+}  // namespace flumo::media

@@ -1,0 +1,15 @@
+// Frame lists as renderers write them.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace flumo::scene {
+
+/// The frames of a list in the order written, each once: `7`, `1-100`, `1-100x2` (every second; `:`
+/// may stand for `x`), several parts with commas, negative numbers as in `-10--5`.
+/// Throws Failure (usage) for anything else: a reversed range, a step below 1, more than a million
+/// frames.
+std::vector<int> parse_frame_list(std::string_view text);
+
+}  // namespace flumo::scene

@@ -1,0 +1,30 @@
+// Scene files, written.
+#pragma once
+
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "host/host.h"
+#include "scene/scene.h"
+
+namespace flumo::scene {
+
+/// A scene as a file: what it sets, and every control with its keyframes or its value, also those that stand
+/// at their defaults; layers by absolute file names. Numbers read back as the same bits.
+class SceneText {
+  public:
+    /// `catalog` holds the controls of the effect that `host` has set up. Throws HostError.
+    SceneText(const Scene& scene, const ControlCatalog& catalog, host::Host& host);
+    ~SceneText();
+    SceneText(const SceneText&) = delete;
+    SceneText& operator=(const SceneText&) = delete;
+
+    /// The scene that renders this frame alone. May be called from several threads.
+    std::string of_frame(int frame) const;
+
+  private:
+    std::unique_ptr<nlohmann::ordered_json> scene_;
+};
+
+}  // namespace flumo::scene

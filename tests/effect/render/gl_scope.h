@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "effect/gpu/render_data.h"
@@ -27,6 +28,18 @@ class GlScope {
   private:
     AESDK_OpenGL_SavedContext saved_;
     std::shared_ptr<AESDK_OpenGL_EffectRenderData> record_;
+};
+
+/// As long as this lives, this thread's frames are drawn by the main program, as on a hardware driver.
+class MainProgramScope {
+  public:
+    MainProgramScope() : software_(std::exchange(GlScope()->softwareDriver, false)) {}
+    ~MainProgramScope() { AESDK_OpenGL_RenderDataForThread()->softwareDriver = software_; }
+    MainProgramScope(const MainProgramScope&) = delete;
+    MainProgramScope& operator=(const MainProgramScope&) = delete;
+
+  private:
+    bool software_;
 };
 
 /// Level 0 of a texture, rows from 0 on.

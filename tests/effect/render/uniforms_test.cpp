@@ -133,6 +133,7 @@ std::map<std::string, GLenum> active_uniforms(GLuint program) {
 }
 
 TEST(Uniforms, OfAFrame) {
+    const MainProgramScope main_program;
     Look look = {{Layer2, flat_layer({1, 1, 1, 1})}};
     std::map<std::string, GLenum> types;
     for (const Row& row : kRows) {
@@ -151,6 +152,7 @@ TEST(Uniforms, OfAFrame) {
 }
 
 TEST(Uniforms, ScaleOfZeroIsInfinite) {
+    const MainProgramScope main_program;
     shoot({{{Scale, 0}}, {.width = 1, .height = 1}});
     const GlScope gl;
     EXPECT_EQ(uniform(gl->mainProgram, "scale", 2), (std::vector{HUGE_VALF, HUGE_VALF}));
@@ -158,6 +160,7 @@ TEST(Uniforms, ScaleOfZeroIsInfinite) {
 
 // A program in the main one's place shows what the real one does not read.
 TEST(Uniforms, SizeIsSent) {
+    const MainProgramScope main_program;
     const GlScope gl;
     const std::array<int, 2> attributes = {kAttributePosition, kAttributeUVs};
     const char* text =

@@ -4,12 +4,12 @@ packages_build=(
     g++ cmake ninja-build pkg-config libglbinding-dev libegl-dev libgl-dev libgl1-mesa-dri libegl-mesa0
     libpng-dev libopenexr-dev nlohmann-json3-dev libcli11-dev libcairo2-dev glslang-tools ffmpeg git
 )
-packages_test=(libgtest-dev libgmock-dev googletest)
+packages_test=(libgtest-dev libgmock-dev googletest python3)
 packages_windows=(g++-mingw-w64-x86-64-posix dpkg-dev wine wine64 xvfb xauth icoutils zip)
 packages_slurm=(slurm-wlm munge)
 packages_bench=(libbenchmark-dev python3)
 packages_fuzz=(clang libclang-rt-14-dev)
-packages_lint=(clang-format clang-tidy cppcheck python3)
+packages_lint=(clang-format clang-tidy cppcheck cloc python3)
 
 # ensure_packages NAME...: installs those that are not there, saying which; needs root or sudo only then.
 ensure_packages() {

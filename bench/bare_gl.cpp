@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "effect/gpu/draw.h"
+#include "effect/gpu/gl/draw.h"
 #include "effect/gpu/gl_context.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/saved_context.h"
@@ -146,7 +146,7 @@ void BareGl::draw_main() const {
         glActiveTexture(GL_TEXTURE0 + static_cast<unsigned int>(unit));
         glBindTexture(GL_TEXTURE_2D, textures_[unit]);
     }
-    SetBlendMode(1);
+    SetBlendMode(BlendMode::kOver);
     draw_quad(objects_.frameVertexArray, objects_.frameVertexBuffer);
     glDisable(GL_BLEND);
 }

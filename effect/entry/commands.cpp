@@ -10,6 +10,7 @@
 #include "effect/params/params_setup.h"
 #include "effect/render/smart_pre_render.h"
 #include "effect/render/smart_render.h"
+#include "effect/suites/errors.h"
 #include "effect/suites/suite_handler.h"
 
 namespace flumo {
@@ -63,13 +64,7 @@ PF_Err Plain(const CommandCall& call) {
 /// A sequence command: whatever its handler throws comes back as a number.
 template <DataHandler kHandler>
 PF_Err Guarded(const CommandCall& call) {
-    try {
-        return kHandler(call.in_data, call.out_data);
-    } catch (PF_Err thrown) {
-        return thrown;
-    } catch (...) {
-        return PF_Err_OUT_OF_MEMORY;
-    }
+    return CommandResult([&call] { return kHandler(call.in_data, call.out_data); });
 }
 
 struct Command {

@@ -5,24 +5,20 @@
 #include "effect/identity/effect_strings.h"
 #include "effect/identity/identity.h"
 #include "effect/licence/licence.h"
-#include "effect/suites/handle_unlock.h"
+#include "effect/suites/errors.h"
+#include "effect/suites/host_handle.h"
 #include "effect/suites/suite_handler.h"
 
 namespace flumo {
 namespace {
 
-/// Runs GL work with the caller's own context put back behind it.
+/// Runs GL work and makes the caller's own context current again after it.
 template <typename Work>
 PF_Err WithSavedContext(const Work& work) {
-    try {
-        AESDK_OpenGL_SavedContext saved;
+    return CommandResult([&work] {
+        const AESDK_OpenGL_SavedContext saved;
         work();
-        return PF_Err_NONE;
-    } catch (PF_Err thrown) {
-        return thrown;
-    } catch (...) {
-        return PF_Err_OUT_OF_MEMORY;
-    }
+    });
 }
 
 /// Fails on a machine that cannot make a GL context, before any frame is asked for.
@@ -49,24 +45,23 @@ PF_Err GlobalDataSetup(PF_InData* in_data, PF_OutData* out_data) {
     const PF_Handle handle = handles.host_new_handle(sizeof(GlobalPluginData));
     if (!handle) return PF_Err_INTERNAL_STRUCT_DAMAGED;
 
-    auto* data = static_cast<GlobalPluginData*>(handles.host_lock_handle(handle));
-    // Unlocked also when the lock gave nothing.
-    const HandleUnlock unlock(handles, handle);
-    if (!data) return PF_Err_NONE;
-    const PF_Err err = RegisterPlugin(in_data, suites, *data);
+    const HandleLock lock(handles, handle);
+    if (!lock.DataOrNull()) {
+        // The host gets its unlock also after a failed lock.
+        handles.host_unlock_handle(handle);
+        return PF_Err_NONE;
+    }
+    const PF_Err err = RegisterPlugin(in_data, suites, *static_cast<GlobalPluginData*>(lock.Data()));
     if (err == PF_Err_NONE) out_data->global_data = handle;
     return err;
 }
 
 PF_Err DisposeGlobalData(PF_InData* in_data) {
     if (!in_data->global_data) return PF_Err_NONE;
-    try {
+    return CommandResult([in_data] {
         AEGP_SuiteHandler suites(in_data->pica_basicP);
         suites.HandleSuite().host_dispose_handle(in_data->global_data);
-        return PF_Err_NONE;
-    } catch (PF_Err thrown) {
-        return thrown;
-    }
+    });
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <bit>
 #include <new>
 
-#include "effect/suites/handle_unlock.h"
+#include "effect/suites/host_handle.h"
 #include "effect/suites/suite_handler.h"
 
 namespace flumo {
@@ -18,11 +18,10 @@ bool StoreLiveHandle(PF_InData* in_data, PF_OutData* out_data) {
     const PF_HandleSuite1& handles = suites.HandleSuite();
     const PF_Handle handle = handles.host_new_handle(sizeof(SequenceStateByte));
     if (!handle) return false;
-    if (void* state = handles.host_lock_handle(handle)) {
-        const HandleUnlock unlock(handles, handle);
-        new (state) SequenceStateByte;
-        out_data->sequence_data = handle;
-    }
+    const HandleLock lock(handles, handle);
+    if (!lock.DataOrNull()) return true;
+    new (lock.Data()) SequenceStateByte;
+    out_data->sequence_data = handle;
     return true;
 }
 
@@ -35,10 +34,9 @@ PF_Err StoreFlatHandle(PF_InData* in_data, PF_OutData* out_data, const Fill& fil
     const PF_HandleSuite1& handles = suites.HandleSuite();
     const PF_Handle flat = handles.host_new_handle(sizeof(FlatSequenceRecord));
     if (!flat) return PF_Err_INTERNAL_STRUCT_DAMAGED;
-    void* bytes = handles.host_lock_handle(flat);
-    if (!bytes) return PF_Err_NONE;
-    const HandleUnlock unlock(handles, flat);
-    fill(handles, bytes);
+    const HandleLock lock(handles, flat);
+    if (!lock.DataOrNull()) return PF_Err_NONE;
+    fill(handles, lock.Data());
     out_data->sequence_data = flat;
     return PF_Err_NONE;
 }

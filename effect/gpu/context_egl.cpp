@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "effect/gpu/fault.h"
+#include "effect/gpu/gl/fault.h"
 #include "effect/gpu/platform_context.h"
 
 namespace flumo {

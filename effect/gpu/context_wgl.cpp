@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "effect/gpu/fault.h"
+#include "effect/gpu/gl/fault.h"
 #include "effect/gpu/platform_context.h"
 
 namespace flumo {

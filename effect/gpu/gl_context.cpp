@@ -7,6 +7,7 @@
 #include <iostream>
 #include <mutex>
 
+#include "effect/gpu/gl/driver_messages.h"
 #include "effect/gpu/platform_context.h"
 #include "effect/gpu/software_driver.h"
 
@@ -42,6 +43,7 @@ void AESDK_OpenGL_StartContext(AESDK_OpenGL_EffectCommonData& record,
     MakePlatformContextCurrent(record);
     record.softwareDriver = IsSoftwareRenderer(AESDK_OpenGL_LogVersion());
     record.extensions = glbinding::ContextInfo::extensions();
+    LogDriverMessages(record.extensions);
 }
 
 void AESDK_OpenGL_MakeCurrent(const AESDK_OpenGL_EffectCommonData& record) {

@@ -4,8 +4,9 @@
 
 #include <array>
 
-#include "effect/gpu/draw.h"
-#include "effect/gpu/program.h"
+#include "effect/gpu/gl/draw.h"
+#include "effect/gpu/gl/program.h"
+#include "effect/gpu/gl/texture.h"
 #include "effect/shaders/shader_texts.h"
 
 using namespace gl33core;
@@ -66,16 +67,8 @@ void MakeFramebuffer(RenderData& renderData) {
     glBindRenderbuffer(GL_RENDERBUFFER, renderData.renderbuffer);
 }
 
-void MakeTexture(GLuint& texture, GLsizei width, GLsizei height) {
-    if (texture != 0) return;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, static_cast<GLint>(GL_LINEAR));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, static_cast<GLint>(GL_LINEAR));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, static_cast<GLint>(GL_CLAMP_TO_EDGE));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, static_cast<GLint>(GL_CLAMP_TO_EDGE));
-    glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(GL_RGBA32F), width, height, 0, GL_RGBA,
-                 GL_UNSIGNED_BYTE, nullptr);
+void MakeTarget(GLuint& texture, GLsizei width, GLsizei height) {
+    if (texture == 0) texture = MakeFloatTexture(width, height, kWrapClamp, GL_UNSIGNED_BYTE);
 }
 
 struct ProgramRow {
@@ -120,9 +113,9 @@ void AESDK_OpenGL_PrepareResources(RenderData& renderData, uint16_t width, uint1
     MakeQuad(renderData.frameVertexArray, renderData.frameVertexBuffer, nullptr);
     MakeQuad(renderData.quadVertexArray, renderData.quadVertexBuffer, &quad);
     MakeFramebuffer(renderData);
-    MakeTexture(renderData.largeTexture, width * largeFactor, height * largeFactor);
-    MakeTexture(renderData.resultTexture, width, height);
-    MakeTexture(renderData.outputTexture, width, height);
+    MakeTarget(renderData.largeTexture, width * largeFactor, height * largeFactor);
+    MakeTarget(renderData.resultTexture, width, height);
+    MakeTarget(renderData.outputTexture, width, height);
     MakePrograms(renderData);
 }
 

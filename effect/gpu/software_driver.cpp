@@ -7,8 +7,8 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "effect/gpu/fault.h"
-#include "effect/gpu/program.h"
+#include "effect/gpu/gl/fault.h"
+#include "effect/gpu/gl/program.h"
 #include "effect/shaders/shader_texts.h"
 
 using namespace gl33core;

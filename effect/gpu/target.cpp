@@ -2,9 +2,11 @@
 
 #include <glbinding/gl33core/gl.h>
 
+#include <string>
 #include <string_view>
 
-#include "effect/gpu/fault.h"
+#include "effect/gpu/gl/fault.h"
+#include "effect/gpu/gl/log.h"
 
 using namespace gl33core;
 
@@ -14,9 +16,10 @@ void AESDK_OpenGL_BindTarget(const AESDK_OpenGL_EffectRenderData& renderData, GL
     glBindFramebuffer(GL_FRAMEBUFFER, renderData.framebuffer);
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
     glDrawBuffer(GL_COLOR_ATTACHMENT0);
-    if (AESDK_OpenGL_FramebufferStatusText() != std::string_view("OK")) {
-        throw AESDK_OpenGL_Fault{kFaultFramebuffer};
-    }
+    const char* status = AESDK_OpenGL_FramebufferStatusText();
+    if (status == std::string_view("OK")) return;
+    LogMessage(std::string("Flumo: ") + status);
+    throw AESDK_OpenGL_Fault{kFaultFramebuffer};
 }
 
 const char* FramebufferStatusWords(GLenum status) {

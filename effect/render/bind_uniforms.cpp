@@ -4,14 +4,13 @@
 
 #include <cstring>
 
-#include "effect/gpu/draw.h"
+#include "effect/gpu/gl/draw.h"
 #include "effect/gpu/software_driver.h"
-#include "effect/gpu/target.h"
 #include "effect/gradient/value/gradient_lock.h"
 #include "effect/render/frame_look.h"
 #include "effect/render/passes.h"
 #include "effect/render/ramp_texture.h"
-#include "effect/render/report_framebuffer_status.h"
+#include "effect/render/select_target.h"
 #include "effect/render/uniforms.h"
 #include "effect/render/upload.h"
 
@@ -109,11 +108,6 @@ void DrawFrameQuad(const RenderData& renderData, const QuadVertices& vertices) {
 
 }  // namespace
 
-void SelectTarget(PF_InData* in_data, PF_OutData* out_data, const RenderData& renderData, GLuint texture) {
-    AESDK_OpenGL_BindTarget(renderData, texture);
-    ReportFramebufferStatus(in_data, out_data);
-}
-
 void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHandler& suites,
                          RenderData& renderData, ParamSnapshot& snapshot, A_long width, A_long height,
                          A_long originX, A_long originY, float multiplier16bit) {
@@ -126,7 +120,7 @@ void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHan
     const GradientLock noiseGradient(suites.HandleSuite(), snapshot.noiseGradient);
     const GradientLock linesGradient(suites.HandleSuite(), snapshot.linesGradient);
 
-    SetBlendMode(1);
+    SetBlendMode(BlendMode::kOver);
     const GLuint program = ImageProgram(renderData, snapshot);
     glUseProgram(program);
     SetFrameUniforms(program, {.snapshot = snapshot,
@@ -143,7 +137,7 @@ void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHan
 
     glViewport(0, 0, width, height);
     SelectTarget(in_data, out_data, renderData, renderData.resultTexture);
-    ResolvePass(renderData, width, height, renderData.largeTexture, 3, true);
+    ResolvePass(renderData, width, height, renderData.largeTexture, BlendMode::kOff, true);
 }
 
 }  // namespace flumo

@@ -17,8 +17,4 @@ void BindUniformsAndDraw(PF_InData* in_data, PF_OutData* out_data, AEGP_SuiteHan
                          AESDK_OpenGL_EffectRenderData& renderData, ParamSnapshot& snapshot, A_long width,
                          A_long height, A_long originX, A_long originY, float multiplier16bit);
 
-/// AESDK_OpenGL_BindTarget followed by ReportFramebufferStatus, as every pass of a frame begins.
-void SelectTarget(PF_InData* in_data, PF_OutData* out_data, const AESDK_OpenGL_EffectRenderData& renderData,
-                  gl::GLuint texture);
-
 }  // namespace flumo

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "effect/gpu/software_driver.h"
+#include "effect/suites/errors.h"
 
 using namespace gl33core;
 
@@ -37,9 +38,8 @@ void IterateFloats(const RenderData& renderData, const PF_iterateFloatSuite1& it
                    std::span<const PF_PixelFloat> pixels) {
     FloatFrame frame{pixels, inputWorld};
     const SoftwareTurnPause pause(renderData);
-    const PF_Err err = iteration.iterate(in_data, 0, inputWorld->height, inputWorld, nullptr, &frame,
-                                         CopyFloatPixel, outputWorld);
-    if (err != PF_Err_NONE) throw PF_Err{err};
+    ThrowOnError(iteration.iterate(in_data, 0, inputWorld->height, inputWorld, nullptr, &frame,
+                                   CopyFloatPixel, outputWorld));
 }
 
 template <typename Pixel>

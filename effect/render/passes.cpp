@@ -2,7 +2,6 @@
 
 #include <glbinding/gl33core/gl.h>
 
-#include "effect/gpu/draw.h"
 #include "effect/render/screen_matrix.h"
 
 using namespace gl33core;
@@ -27,8 +26,8 @@ void DrawScreen(const AESDK_OpenGL_EffectRenderData& renderData, GLuint program,
 }  // namespace
 
 void ResolvePass(const AESDK_OpenGL_EffectRenderData& renderData, A_long w, A_long h, GLuint source,
-                 int blendNumber, bool blur) {
-    SetBlendMode(blendNumber);
+                 BlendMode blend, bool blur) {
+    SetBlendMode(blend);
     const GLuint program = blur ? renderData.blurProgram : renderData.copyProgram;
     UseProgram(program, w, h);
     if (blur) {

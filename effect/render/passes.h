@@ -1,8 +1,9 @@
-// The two passes behind the image: reduction, and conversion to the host's pixels.
+// The two passes after the image: reduction, and conversion to the host's pixels.
 #pragma once
 
 #include <glbinding/gl/types.h>
 
+#include "effect/gpu/gl/draw.h"
 #include "effect/gpu/render_data.h"
 #include "effect_api/types.h"
 
@@ -11,7 +12,7 @@ namespace flumo {
 /// Draws `source` over the bound target, w x h pixels. With `blur` the five-tap filter of the double-size
 /// image, otherwise a plain copy. Leaves no program in use and blending off.
 void ResolvePass(const AESDK_OpenGL_EffectRenderData& renderData, A_long w, A_long h, gl::GLuint source,
-                 int blendNumber, bool blur);
+                 BlendMode blend, bool blur);
 
 /// Draws `source`, premultiplied red, green, blue, alpha, into the bound and cleared target of w x h pixels
 /// as straight alpha, red, green, blue divided by `multiplier16bit`. Leaves outputProgram in use and

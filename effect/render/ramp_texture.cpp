@@ -5,7 +5,6 @@
 #include <array>
 
 #include "effect/gradient/value/sample_gradient.h"
-#include "effect/render/upload.h"
 
 using namespace gl33core;
 
@@ -27,11 +26,8 @@ RampTexels SampleRamp(const GradientRecord& gradient) {
 
 }  // namespace
 
-GLuint UploadGradientRamp(const GradientRecord& gradient, int wrap) {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    AllocateFloatTexture(kRampWidth, 1, wrap);
+GLuint UploadGradientRamp(const GradientRecord& gradient, TextureWrap wrap) {
+    const GLuint texture = MakeFloatTexture(kRampWidth, 1, wrap, GL_FLOAT);
     const RampTexels texels = SampleRamp(gradient);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, kRampWidth);
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, kRampWidth, 1, GL_RGBA, GL_FLOAT, texels.data());

@@ -1,8 +1,9 @@
-// The one place where stops become a texture.
+// Uploading the stops of a gradient to a texture.
 #pragma once
 
 #include <glbinding/gl/types.h>
 
+#include "effect/gpu/gl/texture.h"
 #include "effect/gradient/value/gradient.h"
 
 namespace flumo {
@@ -11,8 +12,7 @@ namespace flumo {
 inline constexpr int kRampWidth = 2048;
 
 /// A new GL_RGBA32F texture of kRampWidth x 1 texels, red, green, blue, alpha, the stops' colours as they
-/// are at every depth of the host. `wrap` is a TextureWrap. The gradient is locked by the caller, who owns
-/// the texture.
-gl::GLuint UploadGradientRamp(const GradientRecord& gradient, int wrap);
+/// are at every depth of the host. The gradient is locked by the caller, who owns the texture.
+gl::GLuint UploadGradientRamp(const GradientRecord& gradient, TextureWrap wrap);
 
 }  // namespace flumo

@@ -15,7 +15,9 @@
 #include "effect/render/download.h"
 #include "effect/render/passes.h"
 #include "effect/render/pixel_format.h"
+#include "effect/render/select_target.h"
 #include "effect/render/smart_pre_render.h"
+#include "effect/suites/errors.h"
 #include "effect/suites/suite_access.h"
 #include "effect/suites/suite_handler.h"
 
@@ -39,22 +41,8 @@ struct Frame {
     const PF_WorldSuite2* worldSuite = nullptr;
 };
 
-template <typename Work>
-PF_Err ErrorOf(Work work) {
-    try {
-        return work();
-    } catch (const PF_Err& thrown) {
-        return thrown;
-    } catch (...) {
-        return PF_Err_OUT_OF_MEMORY;
-    }
-}
-
 PF_Err BuildSuites(Frame& frame) {
-    return ErrorOf([&frame] {
-        frame.suites.emplace(frame.in_data->pica_basicP);
-        return PF_Err_NONE;
-    });
+    return CommandResult([&frame] { frame.suites.emplace(frame.in_data->pica_basicP); });
 }
 
 PF_Err AcquireWorldSuite(Frame& frame) {
@@ -71,7 +59,7 @@ PF_Err Gather(Frame& frame) {
     const PF_ProgPtr effect_ref = frame.in_data->effect_ref;
     const PF_SmartRenderCallbacks& host = *frame.extra->cb;
     frame.snapshot.in_data = frame.in_data;
-    PF_Err err = ErrorOf([&frame] { return TakeParamSnapshot(frame.snapshot); });
+    PF_Err err = CommandResult([&frame] { return TakeParamSnapshot(frame.snapshot); });
     const PF_Err suitesErr = BuildSuites(frame);
     if (err == PF_Err_NONE) err = suitesErr;
     if (err == PF_Err_NONE) {
@@ -91,8 +79,7 @@ void StartOnFirstFrame(RenderData& renderData) {
 
 const PixelFormatRow& InputFormat(const Frame& frame) {
     PF_PixelFormat format = PF_PixelFormat_INVALID;
-    const PF_Err err = frame.worldSuite->PF_GetPixelFormat(frame.inputWorld, &format);
-    if (err != PF_Err_NONE) throw PF_Err{err};
+    ThrowOnError(frame.worldSuite->PF_GetPixelFormat(frame.inputWorld, &format));
     return PixelFormatInfo(format);
 }
 
@@ -136,10 +123,7 @@ void RenderInContext(Frame& frame) {
 /// The frame, then the host's question whether the user cancelled, asked with the caller's context back.
 /// A failed frame does not ask.
 PF_Err Render(Frame& frame) {
-    const PF_Err err = ErrorOf([&frame] {
-        RenderInContext(frame);
-        return PF_Err_NONE;
-    });
+    const PF_Err err = CommandResult([&frame] { RenderInContext(frame); });
     return err != PF_Err_NONE ? err : frame.in_data->inter.abort(frame.in_data->effect_ref);
 }
 

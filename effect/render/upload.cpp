@@ -2,6 +2,7 @@
 
 #include <glbinding/gl33core/gl.h>
 
+#include "effect/suites/errors.h"
 #include "effect_api/suites.h"
 
 using namespace gl33core;
@@ -64,23 +65,9 @@ PF_Err UploadPixels(const PF_InData& in_data, PF_LayerDef& world) {
 
 }  // namespace
 
-void AllocateFloatTexture(GLsizei width, GLsizei height, int wrap) {
-    const GLenum wrapMode = wrap == kWrapRepeat ? GL_REPEAT : GL_CLAMP_TO_EDGE;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, static_cast<GLint>(GL_LINEAR));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, static_cast<GLint>(GL_LINEAR));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, static_cast<GLint>(wrapMode));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, static_cast<GLint>(wrapMode));
-    glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(GL_RGBA32F), width, height, 0, GL_RGBA, GL_FLOAT,
-                 nullptr);
-}
-
-GLuint UploadLayer(PF_InData* in_data, PF_LayerDef* world, int wrap) {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    AllocateFloatTexture(world->width, world->height, wrap);
-    const PF_Err err = UploadPixels(*in_data, *world);
-    if (err != PF_Err_NONE) throw PF_Err{err};
+GLuint UploadLayer(PF_InData* in_data, PF_LayerDef* world, TextureWrap wrap) {
+    const GLuint texture = MakeFloatTexture(world->width, world->height, wrap, GL_FLOAT);
+    ThrowOnError(UploadPixels(*in_data, *world));
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     glBindTexture(GL_TEXTURE_2D, 0);
     return texture;

@@ -3,17 +3,12 @@
 
 #include <utility>
 
+#include "effect/suites/errors.h"
 #include "effect_api/drawbot.h"
 
 namespace flumo {
 
-/// A drawing object could not be made or given back; `status` is the host's number.
-struct DRAWBOT_Exception {
-    SPErr status;
-};
-
-/// Owns one drawing object. Destruction gives it back and ignores the result; Release() gives it back
-/// and reports.
+/// Owns one drawing object. Destruction releases it and ignores the result; Release() reports a failure.
 template <typename Ref>
 class DrawbotOwner {
   public:
@@ -22,21 +17,18 @@ class DrawbotOwner {
 
     Ref Get() const { return reference_; }
 
-    /// Gives the object back now. Throws DRAWBOT_Exception when the host reports a failure.
-    void Release() { Check(GiveBack()); }
+    /// Releases the object now. Throws DRAWBOT_Exception when the host reports a failure.
+    void Release() { ThrowOnDrawingError(ReleaseHeld()); }
 
   protected:
     explicit DrawbotOwner(const DRAWBOT_SupplierSuite1& suite) : suite_(suite) {}
-    ~DrawbotOwner() { GiveBack(); }
+    ~DrawbotOwner() { ReleaseHeld(); }
 
-    static void Check(SPErr status) {
-        if (status != 0) throw DRAWBOT_Exception{status};
-    }
     /// Where the host writes the object that it makes.
     Ref* Slot() { return &reference_; }
 
   private:
-    SPErr GiveBack() {
+    SPErr ReleaseHeld() {
         const Ref held = std::exchange(reference_, nullptr);
         return held ? suite_.ReleaseObject(reinterpret_cast<DRAWBOT_ObjectRef>(held)) : 0;
     }
@@ -51,7 +43,7 @@ class DRAWBOT_BrushP : public DrawbotOwner<DRAWBOT_BrushRef> {
     DRAWBOT_BrushP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier,
                    const DRAWBOT_ColorRGBA& color)
         : DrawbotOwner(suite) {
-        Check(suite.NewBrush(supplier, &color, Slot()));
+        ThrowOnDrawingError(suite.NewBrush(supplier, &color, Slot()));
     }
 };
 
@@ -61,14 +53,14 @@ class DRAWBOT_PenP : public DrawbotOwner<DRAWBOT_PenRef> {
     DRAWBOT_PenP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier,
                  const DRAWBOT_ColorRGBA& color, float width)
         : DrawbotOwner(suite) {
-        Check(suite.NewPen(supplier, &color, width, Slot()));
+        ThrowOnDrawingError(suite.NewPen(supplier, &color, width, Slot()));
     }
 };
 
 class DRAWBOT_PathP : public DrawbotOwner<DRAWBOT_PathRef> {
   public:
     DRAWBOT_PathP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier) : DrawbotOwner(suite) {
-        Check(suite.NewPath(supplier, Slot()));
+        ThrowOnDrawingError(suite.NewPath(supplier, Slot()));
     }
 };
 
@@ -79,7 +71,8 @@ class DRAWBOT_ImageP : public DrawbotOwner<DRAWBOT_ImageRef> {
     DRAWBOT_ImageP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier, A_long width,
                    A_long height, DRAWBOT_PixelLayout layout, const void* pixels)
         : DrawbotOwner(suite) {
-        Check(suite.NewImageFromBuffer(supplier, width, height, width * 4, layout, pixels, Slot()));
+        ThrowOnDrawingError(
+            suite.NewImageFromBuffer(supplier, width, height, width * 4, layout, pixels, Slot()));
     }
 };
 

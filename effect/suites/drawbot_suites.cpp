@@ -7,11 +7,12 @@
 namespace flumo {
 namespace {
 
-/// One suite of the group: what it is called, and how its pointer gets into the group.
+/// One suite of the group: what it is called, and how its pointer gets into the group and out of it.
 struct GroupMember {
     const char* name;
     int32 version;
     void (*store)(DrawbotSuites& suites, const void* suite);
+    const void* (*load)(const DrawbotSuites& suites);
 };
 
 template <auto kMember>
@@ -20,11 +21,21 @@ void Store(DrawbotSuites& suites, const void* suite) {
     suites.*kMember = static_cast<Pointer>(suite);
 }
 
+template <auto kMember>
+const void* Load(const DrawbotSuites& suites) {
+    return suites.*kMember;
+}
+
+template <auto kMember>
+constexpr GroupMember Member(const char* name, int32 version) {
+    return {name, version, Store<kMember>, Load<kMember>};
+}
+
 constexpr GroupMember kGroup[] = {
-    {kDRAWBOT_DrawSuite, kDRAWBOT_DrawSuite_Version1, Store<&DrawbotSuites::draw>},
-    {kDRAWBOT_SupplierSuite, kDRAWBOT_SupplierSuite_Version1, Store<&DrawbotSuites::supplier>},
-    {kDRAWBOT_SurfaceSuite, kDRAWBOT_SurfaceSuite_Version2, Store<&DrawbotSuites::surface>},
-    {kDRAWBOT_PathSuite, kDRAWBOT_PathSuite_Version1, Store<&DrawbotSuites::path>},
+    Member<&DrawbotSuites::draw>(kDRAWBOT_DrawSuite, kDRAWBOT_DrawSuite_Version1),
+    Member<&DrawbotSuites::supplier>(kDRAWBOT_SupplierSuite, kDRAWBOT_SupplierSuite_Version1),
+    Member<&DrawbotSuites::surface>(kDRAWBOT_SurfaceSuite, kDRAWBOT_SurfaceSuite_Version2),
+    Member<&DrawbotSuites::path>(kDRAWBOT_PathSuite, kDRAWBOT_PathSuite_Version1),
 };
 
 }  // namespace
@@ -48,6 +59,12 @@ PF_Err AEFX_ReleaseDrawbotSuites(PF_InData* in_data, PF_OutData* out_data) {
         AEFX_ReleaseSuite(in_data, out_data, member.name, member.version, nullptr);
     }
     return PF_Err_NONE;
+}
+
+void ReleaseAcquiredDrawbotSuites(PF_InData* in_data, PF_OutData* out_data, const DrawbotSuites& suites) {
+    for (const GroupMember& member : kGroup) {
+        if (member.load(suites)) AEFX_ReleaseSuite(in_data, out_data, member.name, member.version, nullptr);
+    }
 }
 
 }  // namespace flumo

@@ -1,4 +1,4 @@
-// The host's drawing suites, which are only of use together.
+// The host's drawing suites, which are acquired and released together.
 #pragma once
 
 #include "effect_api/drawbot.h"
@@ -6,6 +6,7 @@
 
 namespace flumo {
 
+/// The four suites; a member is null while its suite is not acquired.
 struct DrawbotSuites {
     const DRAWBOT_DrawbotSuite1* draw;
     const DRAWBOT_SupplierSuite1* supplier;
@@ -20,5 +21,8 @@ PF_Err AEFX_AcquireDrawbotSuites(PF_InData* in_data, PF_OutData* out_data, Drawb
 
 /// Releases all four in the same order, acquired or not. Always PF_Err_NONE.
 PF_Err AEFX_ReleaseDrawbotSuites(PF_InData* in_data, PF_OutData* out_data);
+
+/// Releases those suites of the group that were acquired, as after a failed AEFX_AcquireDrawbotSuites.
+void ReleaseAcquiredDrawbotSuites(PF_InData* in_data, PF_OutData* out_data, const DrawbotSuites& suites);
 
 }  // namespace flumo

@@ -16,16 +16,16 @@ struct DisposeHandle {
     void operator()(PF_Handle handle) const { handles.host_dispose_handle(handle); }
 };
 
-/// A handle that goes back to the host unless it is released to a new owner.
+/// A handle that is disposed of at scope end unless it is released to a new owner.
 using OwnedHandle = std::unique_ptr<void*, DisposeHandle>;
 
-/// A handle of `size` bytes; null when the host has none to give.
+/// A handle of `size` bytes; null when the host has no memory for it.
 inline OwnedHandle NewHandle(const PF_HandleSuite1& handles, A_HandleSize size) {
     return {handles.host_new_handle(size), DisposeHandle{handles}};
 }
 
 /// Locks `handle` for its own lifetime. The suite and the handle stay the caller's and must outlive the
-/// lock. A null handle counts as a lock that yields nothing; only a lock that was given is given back.
+/// lock. A null handle counts as a failed lock; a failed lock is not unlocked.
 class HandleLock {
   public:
     HandleLock(const PF_HandleSuite1& handles, PF_Handle handle)
@@ -36,7 +36,10 @@ class HandleLock {
     HandleLock(const HandleLock&) = delete;
     HandleLock& operator=(const HandleLock&) = delete;
 
-    /// The locked bytes. Throws PF_Err_OUT_OF_MEMORY when the lock yielded nothing.
+    /// The locked bytes; null when the lock failed.
+    void* DataOrNull() const { return data_; }
+
+    /// The locked bytes. Throws PF_Err_OUT_OF_MEMORY when the lock failed.
     void* Data() const {
         if (!data_) throw PF_Err{PF_Err_OUT_OF_MEMORY};
         return data_;

@@ -1,21 +1,22 @@
-// Suites that the user should hear of when they are missing, held for one scope.
+// Suites whose absence is shown to the user, held for one scope.
 #pragma once
 
 #include "effect/suites/drawbot_suites.h"
+#include "effect/suites/errors.h"
 #include "effect/suites/suite_access.h"
 #include "effect_api/suites.h"
 
 namespace flumo {
 
-/// One suite. The constructor leaves the host's message and throws PF_Err 516 when it is missing.
+/// One suite. When it is missing, the constructor leaves a message for the user and throws
+/// PF_Err_BAD_CALLBACK_PARAM.
 template <typename Suite>
 class AcquiredSuite {
   public:
     AcquiredSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int32 version)
         : in_data_(in_data), out_data_(out_data), name_(name), version_(version) {
         const void* suite = nullptr;
-        const PF_Err status = AEFX_AcquireSuite(in_data, out_data, name, version, nullptr, &suite);
-        if (status) throw PF_Err{status};
+        ThrowOnError(AEFX_AcquireSuite(in_data, out_data, name, version, nullptr, &suite));
         suite_ = static_cast<const Suite*>(suite);
     }
     ~AcquiredSuite() { AEFX_ReleaseSuite(in_data_, out_data_, name_, version_, nullptr); }
@@ -32,8 +33,8 @@ class AcquiredSuite {
     const Suite* suite_ = nullptr;
 };
 
-/// The four drawing suites. The constructor throws PF_Err 516, with the host's message left, when one is
-/// missing, and gives back those that it got before.
+/// The four drawing suites. When one is missing, the constructor leaves a message for the user, releases
+/// those that it acquired before and throws PF_Err_BAD_CALLBACK_PARAM.
 class AcquiredDrawbot {
   public:
     AcquiredDrawbot(PF_InData* in_data, PF_OutData* out_data);

@@ -1,19 +1,19 @@
-// The host's suites whose lack the user should see: the caller pairs acquire and release itself.
+// Acquiring and releasing suites whose absence is shown to the user. The caller pairs the two itself.
 #pragma once
 
 #include "effect_api/suites.h"
 
 namespace flumo {
 
-/// Puts the suite into `*suite`. What counts is the pointer, not the number that the host returns: a
-/// suite that comes with an error is a success here. Without a basic suite or a pointer the result is
+/// Puts the suite into `*suite`. The pointer decides, not the number that the host returns: a suite that
+/// comes with an error is a success here. Without a basic suite or a pointer the result is
 /// PF_Err_BAD_CALLBACK_PARAM, and `message` is shown to the user.
 /// @param message null for a standard text; passed as a format, so it must hold no percent sign
-/// @param suite where the pointer goes; null there after a failure
+/// @param suite receives the pointer; null after a failure
 PF_Err AEFX_AcquireSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int32 version,
                          const char* message, const void** suite);
 
-/// Gives a suite back, also one that was never acquired; what the host answers is ignored. Without a
+/// Releases a suite, also one that was never acquired; the host's result is ignored. Without a
 /// basic suite the result is PF_Err_BAD_CALLBACK_PARAM, and `message` is shown to the user.
 PF_Err AEFX_ReleaseSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int32 version,
                          const char* message);

@@ -9,7 +9,7 @@
 #include "effect/gradient/value/gradient_lock.h"
 #include "effect/gradient/value/gradient_text.h"
 #include "effect/gradient/value/interpolate_gradient.h"
-#include "effect/suites/command_result.h"
+#include "effect/suites/errors.h"
 #include "effect/suites/suite_handler.h"
 
 namespace flumo {
@@ -22,6 +22,15 @@ struct HandleAccess {
     AEGP_SuiteHandler suites;
     const PF_HandleSuite1& handles;
 };
+
+// Runs `work` on the stops of one locked gradient.
+template <typename Work>
+PF_Err WithStops(PF_InData* in_data, GradientHandle gradient, const Work& work) {
+    const HandleAccess access(in_data);
+    const GradientLock lock(access.handles, gradient);
+    work(lock.Stops());
+    return PF_Err_NONE;
+}
 
 PF_Err GradientDispose(PF_InData* in_data, GradientHandle gradient) {
     const HandleAccess access(in_data);
@@ -44,68 +53,62 @@ PF_Err GradientCopy(PF_InData* in_data, GradientHandle source, GradientHandle ta
 }
 
 PF_Err GradientFlatSize(PF_InData* in_data, GradientHandle gradient, A_u_long* size) {
-    const HandleAccess access(in_data);
-    const GradientLock lock(access.handles, gradient);
-    *size = FlatGradientSize(lock.Stops());
-    return PF_Err_NONE;
+    return WithStops(in_data, gradient,
+                     [size](const GradientStopMap& stops) { *size = FlatGradientSize(stops); });
 }
 
-// The host is trusted to pass a buffer of the size that it was told.
+// The buffer has the size that the host was told; its own size is not tested.
 PF_Err GradientFlatten(PF_InData* in_data, GradientHandle gradient, void* bytes) {
-    const HandleAccess access(in_data);
-    const GradientLock lock(access.handles, gradient);
-    FlattenGradient(lock.Stops(), bytes);
-    return PF_Err_NONE;
+    return WithStops(in_data, gradient,
+                     [bytes](const GradientStopMap& stops) { FlattenGradient(stops, bytes); });
 }
 
 PF_Err GradientUnflatten(PF_InData* in_data, const void* bytes, A_u_long size, GradientHandle gradient) {
-    const HandleAccess access(in_data);
-    const GradientLock lock(access.handles, gradient);
-    UnflattenGradient(bytes, size, lock.Stops());
-    return PF_Err_NONE;
+    return WithStops(in_data, gradient,
+                     [bytes, size](GradientStopMap& stops) { UnflattenGradient(bytes, size, stops); });
 }
 
 PF_Err GradientInterpolate(PF_InData* in_data, GradientHandle left, GradientHandle right, PF_FpLong t,
                            GradientHandle result) {
     const HandleAccess access(in_data);
-    const GradientLock left_lock(access.handles, left);
-    const GradientLock right_lock(access.handles, right);
+    const GradientLock leftLock(access.handles, left);
+    const GradientLock rightLock(access.handles, right);
     const GradientLock lock(access.handles, result);
-    lock.Stops() = InterpolateGradients(left_lock.Stops(), right_lock.Stops(), t);
+    lock.Stops() = InterpolateGradients(leftLock.Stops(), rightLock.Stops(), t);
     return PF_Err_NONE;
 }
 
 PF_Err GradientCompare(PF_InData* in_data, GradientHandle a, GradientHandle b, PF_ArbCompareResult* result) {
     const HandleAccess access(in_data);
-    const GradientLock a_lock(access.handles, a);
-    const GradientLock b_lock(access.handles, b);
-    *result = GradientsMatch(a_lock.Stops(), b_lock.Stops()) ? PF_ArbCompare_EQUAL : PF_ArbCompare_NOT_EQUAL;
+    const GradientLock aLock(access.handles, a);
+    const GradientLock bLock(access.handles, b);
+    *result = GradientsMatch(aLock.Stops(), bLock.Stops()) ? PF_ArbCompare_EQUAL : PF_ArbCompare_NOT_EQUAL;
     return PF_Err_NONE;
 }
 
 PF_Err GradientPrintSize(PF_InData* in_data, GradientHandle gradient, A_u_long* size) {
-    const HandleAccess access(in_data);
-    const GradientLock lock(access.handles, gradient);
-    *size = static_cast<A_u_long>(FormatGradientText(lock.Stops()).size() + 1);
-    return PF_Err_NONE;
+    return WithStops(in_data, gradient, [size](const GradientStopMap& stops) {
+        *size = static_cast<A_u_long>(FormatGradientText(stops).size() + 1);
+    });
 }
 
-// A buffer that is not exactly the printed size, larger ones included, is left alone.
+// Writes nothing into a buffer whose size is not exactly the printed size, larger ones included.
 PF_Err GradientPrint(PF_InData* in_data, GradientHandle gradient, A_u_long size, A_char* buffer) {
-    const HandleAccess access(in_data);
-    const GradientLock lock(access.handles, gradient);
-    const std::string text = FormatGradientText(lock.Stops());
-    if (text.size() + 1 == size) std::memcpy(buffer, text.c_str(), size);
-    return PF_Err_NONE;
+    return WithStops(in_data, gradient, [size, buffer](const GradientStopMap& stops) {
+        const std::string text = FormatGradientText(stops);
+        if (text.size() + 1 == size) std::memcpy(buffer, text.c_str(), size);
+    });
 }
 
-// Meant: the host's text is never read, so every scan ends like one of an empty text and leaves the
-// white gradient. A printed gradient does not scan back.
+// The host's text is not read, so every scan ends like one of an empty text and leaves the white gradient. A
+// printed gradient does not scan back.
 PF_Err GradientScan(PF_InData* in_data, GradientHandle gradient) {
-    const HandleAccess access(in_data);
-    const GradientLock lock(access.handles, gradient);
-    std::istringstream empty;
-    return ParseGradientText(empty, lock.Stops());
+    PF_Err err = PF_Err_NONE;
+    WithStops(in_data, gradient, [&err](GradientStopMap& stops) {
+        std::istringstream empty;
+        err = ParseGradientText(empty, stops);
+    });
+    return err;
 }
 
 // Fills the slot with a white gradient, then runs `fill` on whatever handle the slot holds.

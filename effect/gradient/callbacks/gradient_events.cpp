@@ -6,7 +6,7 @@
 #include "effect/gradient/editor/ramp_drawing.h"
 #include "effect/gradient/editor/ramp_editor.h"
 #include "effect/gradient/value/gradient_lock.h"
-#include "effect/suites/command_result.h"
+#include "effect/suites/errors.h"
 #include "effect/suites/scoped_suites.h"
 #include "effect/suites/suite_handler.h"
 
@@ -29,10 +29,6 @@ struct RampEvent {
     void MarkChanged() const { param.uu.change_flags = PF_ChangeFlag_CHANGED_VALUE; }
     void MarkHandled() const { event.evt_out_flags = PF_EO_HANDLED_EVENT; }
 };
-
-void Require(PF_Err status) {
-    if (status) throw PF_Err{status};
-}
 
 DragWords ReadWords(const PF_DoClickEventInfo& click) {
     DragWords words;
@@ -71,7 +67,7 @@ PF_Err GradientClick(const RampEvent& ramp) {
         click.send_drag = true;
         WriteWords(PackDragState(outcome.drag), click);
     }
-    if (outcome.action == ClickAction::kPickColor) Require(PickColor(ramp, *outcome.picked));
+    if (outcome.action == ClickAction::kPickColor) ThrowOnError(PickColor(ramp, *outcome.picked));
     ramp.MarkHandled();
     return PF_Err_NONE;
 }
@@ -89,10 +85,10 @@ PF_Err GradientDrag(const RampEvent& ramp) {
 }
 
 DRAWBOT_DrawRef DrawingReference(const RampEvent& ramp) {
-    const AcquiredSuite<PF_EffectCustomUISuite1> custom_ui(
-        ramp.in_data, ramp.out_data, kPFEffectCustomUISuite, kPFEffectCustomUISuiteVersion1);
+    const AcquiredSuite<PF_EffectCustomUISuite1> customUi(ramp.in_data, ramp.out_data, kPFEffectCustomUISuite,
+                                                          kPFEffectCustomUISuiteVersion1);
     DRAWBOT_DrawRef reference = nullptr;
-    Require(custom_ui->PF_GetDrawingReference(ramp.event.contextH, &reference));
+    ThrowOnError(customUi->PF_GetDrawingReference(ramp.event.contextH, &reference));
     return reference;
 }
 
@@ -106,8 +102,8 @@ void ReadPanelColors(const RampEvent& ramp, RampCanvas& canvas) {
     const AcquiredSuite<PFAppSuite4> app(ramp.in_data, ramp.out_data, kPFAppSuite, kPFAppSuiteVersion4);
     PF_App_Color background{};
     PF_App_Color text{};
-    Require(app->PF_AppGetBgColor(&background));
-    Require(app->PF_AppGetColor(PF_App_Color_TEXT, &text));
+    ThrowOnError(app->PF_AppGetBgColor(&background));
+    ThrowOnError(app->PF_AppGetColor(PF_App_Color_TEXT, &text));
     canvas.background = ToDrawbot(background);
     canvas.outline = ToDrawbot(text);
 }
@@ -120,8 +116,8 @@ RampCanvas OpenCanvas(const RampEvent& ramp, const DrawbotSuites& drawbot) {
                       .background = {},
                       .outline = {}};
     const DRAWBOT_DrawRef reference = DrawingReference(ramp);
-    Require(drawbot.draw->GetSupplier(reference, &canvas.supplier));
-    Require(drawbot.draw->GetSurface(reference, &canvas.surface));
+    ThrowOnDrawingError(drawbot.draw->GetSupplier(reference, &canvas.supplier));
+    ThrowOnDrawingError(drawbot.draw->GetSurface(reference, &canvas.surface));
     ReadPanelColors(ramp, canvas);
     return canvas;
 }
@@ -132,7 +128,7 @@ PF_Err GradientDraw(const RampEvent& ramp) {
     const GradientStopMap& stops = lock.Stops();
     const AcquiredDrawbot drawbot(ramp.in_data, ramp.out_data);
     const RampCanvas canvas = OpenCanvas(ramp, drawbot.Suites());
-    if (ramp.IsOnControl()) Require(PaintRamp(canvas, ramp.Geometry(), stops));
+    if (ramp.IsOnControl()) PaintRamp(canvas, ramp.Geometry(), stops);
     ramp.MarkHandled();
     return PF_Err_NONE;
 }

@@ -13,7 +13,7 @@ namespace flumo {
 /// One piece of the outline in panel pixels from the marker's upper middle. A line ends at the last
 /// point; a curve is a cubic with the first two as its control points.
 struct MarkerStep {
-    bool is_curve;
+    bool isCurve;
     std::array<DRAWBOT_PointF32, 3> points;
 };
 

@@ -8,7 +8,7 @@
 
 namespace flumo {
 
-/// Where and with what to paint. Everything belongs to the host and is only borrowed.
+/// Where and with what to paint. Suites and references stay the host's.
 struct RampCanvas {
     const DrawbotSuites& drawbot;
     const PF_HandleSuite1& handles;
@@ -19,10 +19,9 @@ struct RampCanvas {
 };
 
 /// Paints the background, the ramp's image and one marker for each stop, later stops over earlier ones.
-/// Returns the first failing call's status and stops painting there; PF_Err_OUT_OF_MEMORY when the
-/// supplier takes neither pixel layout or the pixels get no handle. Throws DRAWBOT_Exception when a
-/// drawing object cannot be made or given back and PF_Err 4 when the pixels cannot be locked. Whatever
-/// was made is given back on every way out.
-PF_Err PaintRamp(const RampCanvas& canvas, const RampGeometry& ramp, const GradientStopMap& stops);
+/// Throws DRAWBOT_Exception with the status of the first drawing call that fails and paints nothing after it;
+/// throws PF_Err_OUT_OF_MEMORY when the supplier accepts neither pixel layout, or when the pixels get no
+/// handle or no lock. What was made is released in any case.
+void PaintRamp(const RampCanvas& canvas, const RampGeometry& ramp, const GradientStopMap& stops);
 
 }  // namespace flumo

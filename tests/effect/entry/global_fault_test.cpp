@@ -7,7 +7,7 @@
 
 #include "effect/entry/effect_main.h"
 #include "effect/entry/global.h"
-#include "effect/gpu/fault.h"
+#include "effect/gpu/gl/fault.h"
 #include "effect/gpu/global_context.h"
 #include "effect/licence/licence.h"
 #include "host/callbacks/tables.h"

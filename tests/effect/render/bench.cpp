@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "effect/gpu/draw.h"
-#include "effect/gpu/fault.h"
-#include "effect/gpu/program.h"
+#include "effect/gpu/gl/draw.h"
+#include "effect/gpu/gl/fault.h"
+#include "effect/gpu/gl/program.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/target.h"
 #include "effect/render/uniforms.h"
@@ -81,7 +81,7 @@ std::vector<Texel> evaluate(const std::string& expression, std::span<const Point
                                .downsampleX = 1,
                                .multiplier16bit = 1});
     BindSampler(program, arguments, "benchPoints", kPointsUnit);
-    SetBlendMode(3);
+    SetBlendMode(BlendMode::kOff);
     glBindVertexArray(gl->quadVertexArray);
     DrawQuad(gl->quadVertexBuffer);
     glBindVertexArray(0);

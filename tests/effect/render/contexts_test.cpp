@@ -5,16 +5,17 @@
 
 #include <future>
 
-#include "effect/gpu/draw.h"
-#include "effect/gpu/fault.h"
+#include "effect/gpu/gl/draw.h"
+#include "effect/gpu/gl/fault.h"
+#include "effect/gpu/gl/program.h"
+#include "effect/gpu/gl/shader_log.h"
 #include "effect/gpu/gl_context.h"
-#include "effect/gpu/program.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/target.h"
 #include "effect/gradient/value/gradient.h"
 #include "effect/render/passes.h"
 #include "effect/render/ramp_texture.h"
-#include "effect/render/report_framebuffer_status.h"
+#include "effect/render/select_target.h"
 #include "effect/render/upload.h"
 #include "effect/shaders/shader_texts.h"
 #include "tests/effect/render/gl_scope.h"
@@ -123,6 +124,20 @@ TEST(Records, MakeAnewOnlyWhatASizeChanges) {
     }
 }
 
+// The same place as the drivers of Mesa, NVIDIA and AMD write it, and logs that name none.
+TEST(ShaderLogs, QuoteTheLineThatTheyName) {
+    const char* const text = "#version 330\n\n  x = 1;\n";
+    const auto quote = [text](const char* log) { return ShaderLogMessage("failed", log, text); };
+    for (const std::string log :
+         {"0:3(5): error: syntax error", "0(3) : error C1503: undefined variable \"x\"",
+          "ERROR: 0:3: 'x' : undeclared identifier"}) {
+        EXPECT_EQ(quote((log + "\nmore").c_str()), "failed\n" + log + "\n    3 |   x = 1;\nmore");
+    }
+    for (const std::string log :
+         {"error: no main()", "0:4(1): beyond the text", "10:3 is no place", "0(x)", "0:"})
+        EXPECT_EQ(quote(log.c_str()), "failed\n" + log);
+}
+
 template <class Fault>
 int code_of(const std::function<void()>& work) {
     try {
@@ -143,17 +158,29 @@ TEST(Faults, TellTheirKind) {
     const char* const unlinkable =
         "#version 330\nin vec3 out_uvs;\nout vec4 colourOut;\nvoid main() { colourOut = out_uvs.xyzz; }\n";
     const std::array<int, 2> list = {kAttributePosition, kAttributeUVs};
-    for (const auto& texts :
-         {std::pair(broken, kCopyFragmentText), {kUvVertexText, broken}, {kUvVertexText, unlinkable}}) {
+    struct Case {
+        const char* vertex;
+        const char* fragment;
+        const char* log;
+    };
+    const Case cases[] = {{broken, kCopyFragmentText, "Flumo: a vertex shader does not compile\n.*colourOut"},
+                          {kUvVertexText, broken, "Flumo: a fragment shader does not compile\n.*colourOut"},
+                          {kUvVertexText, unlinkable, "Flumo: a program does not link\n.*out_uvs"}};
+    for (const Case& it : cases) {
+        testing::internal::CaptureStderr();
         EXPECT_EQ(
-            code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BuildProgram(texts.first, texts.second, list); }),
-            6);
+            code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BuildProgram(it.vertex, it.fragment, list); }), 6);
+        const std::string log = testing::internal::GetCapturedStderr();
+        EXPECT_THAT(log, testing::ContainsRegex(it.log));
+        EXPECT_EQ(it.fragment == unlinkable,
+                  log.find("\n    2 | void main() { colourOut = 1; }\n") == log.npos)
+            << log;
     }
     EXPECT_EQ(code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_BindTarget(*gl, 0); }), 3);
     RenderData nowhere, unmade;
     nowhere.renderContext = &nowhere;
     EXPECT_EQ(code_of<AESDK_OpenGL_Fault>([&] { AESDK_OpenGL_StartContext(unmade, &nowhere); }), 1);
-    // The user is told of an incomplete target that is found behind the binding.
+    // The user is told of an incomplete target that is found after the binding.
     PF_UtilCallbacks utils{};
     utils.ansi.sprintf = std::sprintf;
     PF_InData in{};
@@ -177,7 +204,7 @@ TEST(Faults, TellTheirKind) {
 }
 
 /// Draws texels over a clear colour through the copy program.
-Texel copied(const RenderData& record, int mode, const Texel& below, const Texel& above) {
+Texel copied(const RenderData& record, BlendMode mode, const Texel& below, const Texel& above) {
     const GLuint texture = make_texture(4, 1, std::vector<Texel>(4, above));
     AESDK_OpenGL_BindTarget(record, record.resultTexture);
     glViewport(0, 0, 4, 1);
@@ -192,15 +219,15 @@ TEST(Passes, BlendAsTheirNumberSays) {
     const GlScope gl;
     AESDK_OpenGL_PrepareResources(*gl, 4, 1, 1);
     const Texel above = {1, 0.5F, 0.25F, 0.5F}, below = {0.25F, 0.5F, 1, 0.5F};
-    EXPECT_EQ(copied(*gl, 1, below, above), (Texel{0.625F, 0.5F, 0.625F, 0.75F}));
-    EXPECT_EQ(copied(*gl, 2, below, above), (Texel{0.75F, 0.75F, 1.125F, 0.75F}));
-    EXPECT_EQ(copied(*gl, 3, below, above), above);
+    EXPECT_EQ(copied(*gl, BlendMode::kOver, below, above), (Texel{0.625F, 0.5F, 0.625F, 0.75F}));
+    EXPECT_EQ(copied(*gl, BlendMode::kAdd, below, above), (Texel{0.75F, 0.75F, 1.125F, 0.75F}));
+    EXPECT_EQ(copied(*gl, BlendMode::kOff, below, above), above);
     EXPECT_EQ(glIsEnabled(GL_BLEND), GL_FALSE) << "a pass leaves blending off";
     glEnable(GL_BLEND);
-    SetBlendMode(0);
-    SetBlendMode(4);
+    SetBlendMode(BlendMode{0});
+    SetBlendMode(BlendMode{4});
     EXPECT_EQ(glIsEnabled(GL_BLEND), GL_TRUE) << "other numbers change nothing";
-    SetBlendMode(3);
+    SetBlendMode(BlendMode::kOff);
 }
 
 // No frame of this build draws with the colour text, so it is drawn here: colours as they come, coordinates
@@ -217,7 +244,7 @@ TEST(Passes, ColourTextFollowsThePlaceOnTheTarget) {
     const auto drawn = [&](GLuint program) {
         const GLuint copy = std::exchange(record.copyProgram, program);
         glVertexAttrib4f(2, 0.125F, 0.25F, 0.5F, 0.75F);
-        const Texel texel = copied(record, 3, {}, {});
+        const Texel texel = copied(record, BlendMode::kOff, {}, {});
         record.copyProgram = copy;
         return texel;
     };

@@ -6,8 +6,8 @@
 #include <glbinding/callbacks.h>
 #include <glbinding/gl/gl.h>
 
+#include "effect/gpu/gl/texture.h"
 #include "effect/gpu/gl_context.h"
-#include "effect/render/upload.h"
 
 using namespace gl;
 
@@ -31,10 +31,7 @@ std::vector<Texel> read_texture(GLuint texture) {
 }
 
 GLuint make_texture(GLsizei width, GLsizei height, const std::vector<Texel>& texels) {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    AllocateFloatTexture(width, height, kWrapClamp);
+    const GLuint texture = MakeFloatTexture(width, height, kWrapClamp, GL_FLOAT);
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, GL_RGBA, GL_FLOAT, texels.data());
     glBindTexture(GL_TEXTURE_2D, 0);
     return texture;

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <set>
 
-#include "effect/gpu/program.h"
+#include "effect/gpu/gl/program.h"
 #include "effect/shaders/shader_texts.h"
 #include "tests/effect/render/gl_scope.h"
 #include "tests/effect/render/looks.h"

@@ -1,4 +1,4 @@
-#include "effect/gpu/draw.h"
+#include "effect/gpu/gl/draw.h"
 
 #include <glbinding/gl33core/gl.h>
 
@@ -50,18 +50,16 @@ void DrawQuad(GLuint vertexBuffer) {
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
-void SetBlendMode(int number) {
-    switch (number) {
-        case 1:
+void SetBlendMode(BlendMode mode) {
+    switch (mode) {
+        case BlendMode::kOver:
             Blend(GL_ONE_MINUS_SRC_ALPHA);
             break;
-        case 2:
+        case BlendMode::kAdd:
             Blend(GL_ONE);
             break;
-        case 3:
+        case BlendMode::kOff:
             glDisable(GL_BLEND);
-            break;
-        default:
             break;
     }
 }

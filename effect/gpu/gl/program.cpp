@@ -1,10 +1,12 @@
-#include "effect/gpu/program.h"
+#include "effect/gpu/gl/program.h"
 
 #include <glbinding/gl33core/gl.h>
 
 #include <array>
 
-#include "effect/gpu/fault.h"
+#include "effect/gpu/gl/fault.h"
+#include "effect/gpu/gl/log.h"
+#include "effect/gpu/gl/shader_log.h"
 
 using namespace gl33core;
 
@@ -14,22 +16,9 @@ namespace {
 
 using LogBuffer = std::array<GLchar, 4096>;
 
-// A log is read into this buffer and goes no further: the host learns of the failure by number alone.
-void RequireCompiled(GLuint shader) {
-    GLint status = 0;
-    glGetShaderiv(shader, GL_COMPILE_STATUS, &status);
-    if (status != 0) return;
-    LogBuffer log{};
-    glGetShaderInfoLog(shader, static_cast<GLsizei>(log.size()), nullptr, log.data());
-    throw AESDK_OpenGL_Fault{kFaultProgram};
-}
-
-void RequireLinked(GLuint program) {
-    GLint status = 0;
-    glGetProgramiv(program, GL_LINK_STATUS, &status);
-    if (status != 0) return;
-    LogBuffer log{};
-    glGetProgramInfoLog(program, static_cast<GLsizei>(log.size()), nullptr, log.data());
+/// Logs what the driver said of a shader or a program, and throws.
+[[noreturn]] void Fail(const char* failure, const LogBuffer& log, const char* text) {
+    LogMessage(ShaderLogMessage(failure, log.data(), text));
     throw AESDK_OpenGL_Fault{kFaultProgram};
 }
 
@@ -37,8 +26,24 @@ GLuint CompileShader(GLenum stage, const char* text) {
     const GLuint shader = glCreateShader(stage);
     glShaderSource(shader, 1, &text, nullptr);
     glCompileShader(shader);
-    RequireCompiled(shader);
-    return shader;
+    GLint status = 0;
+    glGetShaderiv(shader, GL_COMPILE_STATUS, &status);
+    if (status != 0) return shader;
+    LogBuffer log{};
+    glGetShaderInfoLog(shader, static_cast<GLsizei>(log.size()), nullptr, log.data());
+    Fail(stage == GL_VERTEX_SHADER ? "Flumo: a vertex shader does not compile"
+                                   : "Flumo: a fragment shader does not compile",
+         log, text);
+}
+
+void Link(GLuint program) {
+    glLinkProgram(program);
+    GLint status = 0;
+    glGetProgramiv(program, GL_LINK_STATUS, &status);
+    if (status != 0) return;
+    LogBuffer log{};
+    glGetProgramInfoLog(program, static_cast<GLsizei>(log.size()), nullptr, log.data());
+    Fail("Flumo: a program does not link", log, "");
 }
 
 void BindAttributes(GLuint program, std::span<const int> attributes) {
@@ -59,8 +64,7 @@ GLuint AESDK_OpenGL_BuildProgram(const char* vertexText, const char* fragmentTex
     glAttachShader(program, vertex);
     glAttachShader(program, fragment);
     BindAttributes(program, attributes);
-    glLinkProgram(program);
-    RequireLinked(program);
+    Link(program);
     glDetachShader(program, vertex);
     glDetachShader(program, fragment);
     glDeleteShader(vertex);

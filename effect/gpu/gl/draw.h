@@ -21,8 +21,14 @@ void BindSampler(gl::GLuint program, gl::GLuint texture, const char* name, gl::G
 /// has bound the vertex array.
 void DrawQuad(gl::GLuint vertexBuffer);
 
-/// 1: straight colour over the target, which becomes premultiplied. 2: the same, added. 3: no blending.
-/// Other numbers change nothing.
-void SetBlendMode(int number);
+/// How a pass combines its colour with the target.
+enum class BlendMode : int {
+    kOver = 1,  // straight colour over the target, which becomes premultiplied
+    kAdd = 2,   // the same, added
+    kOff = 3    // no blending
+};
+
+/// Numbers that are no BlendMode change nothing.
+void SetBlendMode(BlendMode mode);
 
 }  // namespace flumo

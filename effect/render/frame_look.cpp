@@ -1,6 +1,7 @@
 #include "effect/render/frame_look.h"
 
 #include <cmath>
+#include <span>
 
 namespace flumo {
 
@@ -8,24 +9,24 @@ namespace {
 
 using P = ParamSnapshot;
 
-// Numbers as the uniforms have them: a tiny percentage may be 0 there.
-float Percent(double value) {
-    return static_cast<float>(value * 0.01);
+constexpr int kStaysAsDeclared = -1;
+
+// A part that is off becomes a constant and is left out of the program. One that is on stays as the text
+// declares it: its work is done in any case, and a compiler that knew so would merge its factors with those
+// around it, which changes last bits.
+int OffOrAsDeclared(bool on) {
+    return on ? kStaysAsDeclared : 0;
 }
 
-/// The switches that the text compares with 1 and nothing else.
+/// The switches that are on at exactly 1.
 template <auto Field>
-int IsOne(const P& p) {
-    return static_cast<int>(p.*Field) == 1 ? 1 : 0;
+bool IsOne(const P& p) {
+    return static_cast<int>(p.*Field) == 1;
 }
 
-constexpr int kStaysUniform = -1;
-
-// A loop that is on stays a uniform: known as a constant, its factors would be merged with those of the
-// noise, and the last bits would be others.
 template <auto Field>
-int LoopIsOff(const P& p) {
-    return IsOne<Field>(p) != 0 ? kStaysUniform : 0;
+int Switch(const P& p) {
+    return OffOrAsDeclared(IsOne<Field>(p));
 }
 
 /// A choice from 1 to Last; all others are alike.
@@ -35,18 +36,20 @@ int Choice(const P& p) {
     return value >= 1 && value <= Last ? static_cast<int>(value) : 0;
 }
 
-int LinesLoop(const P& p) {
-    return p.linesLoop == 0 ? 0 : 1;
+// By the number that the uniform has: a tiny percentage may be 0 in single precision.
+bool IsZeroPercent(double value) {
+    return static_cast<float>(value * 0.01) == 0.0F;
 }
 
 template <auto Field>
-int IsNotZero(const P& p) {
-    return Percent(p.*Field) != 0.0F ? 1 : 0;
+int Amplitude(const P& p) {
+    return OffOrAsDeclared(!IsZeroPercent(p.*Field));
 }
 
-// A width that is infinite, or that may become so, jitters by what is not a number, at any amplitude.
+// Infinity times an amplitude of 0 is not a number, so an infinite width is not left to itself.
 int LineWidthsJitter(const P& p) {
-    return IsNotZero<&P::widthRandomize>(p) != 0 || !(std::abs(p.lineWidth) < 1e30) ? 1 : 0;
+    const bool isFinite = std::abs(p.lineWidth) < 1e30;
+    return OffOrAsDeclared(!isFinite || !IsZeroPercent(p.widthRandomize));
 }
 
 bool IsModerate(double value) {
@@ -61,10 +64,14 @@ bool AlphaNoiseIsFinite(const P& p) {
            IsModerate(p.alphaRandomize);
 }
 
-// Fluid and Smoke are never negative, so no threshold up to 0 masks anything.
-int LinesMasked(const P& p) {
+// Fluid and Smoke are never negative, so that no threshold up to 0 masks anything.
+bool LinesAreMasked(const P& p) {
     const bool neverNegative = p.linesAlphaNoiseType == 1 || p.linesAlphaNoiseType == 3;
-    return neverNegative && p.linesAlphaThreshold <= 0 && AlphaNoiseIsFinite(p) ? 0 : 1;
+    return !(neverNegative && p.linesAlphaThreshold <= 0 && AlphaNoiseIsFinite(p));
+}
+
+int LinesMasked(const P& p) {
+    return OffOrAsDeclared(LinesAreMasked(p));
 }
 
 struct SwitchRow {
@@ -73,59 +80,57 @@ struct SwitchRow {
     int (*value)(const P& p);
 };
 
-constexpr SwitchRow kHeightSwitches[] = {
+constexpr SwitchRow kFrameSwitches[] = {
     {"int", "noiseType", Choice<&P::noiseType, 4>},
-    {"int", "loopEvolution", LoopIsOff<&P::loopEvolution>},
-    {"int", "noiseVisible", IsOne<&P::noiseVisible>},
-    {"float", "linesVisible", IsOne<&P::linesVisible>},
+    {"int", "loopEvolution", Switch<&P::loopEvolution>},
+    {"int", "noiseVisible", Switch<&P::noiseVisible>},
+    {"float", "linesVisible", Switch<&P::linesVisible>},
 };
 
 constexpr SwitchRow kColorSwitches[] = {
-    {"int", "noiseBottomCroppingEnabled", IsOne<&P::noiseBottomCroppingEnabled>},
-    {"int", "noiseTopCroppingEnabled", IsOne<&P::noiseTopCroppingEnabled>},
+    {"int", "noiseBottomCroppingEnabled", Switch<&P::noiseBottomCroppingEnabled>},
+    {"int", "noiseTopCroppingEnabled", Switch<&P::noiseTopCroppingEnabled>},
     {"int", "colorizeMode", Choice<&P::colorizeMode, 4>},
-    {"int", "noiseGradientLoop", IsOne<&P::noiseGradientLoop>},
-    {"bool", "positionsJitter", IsNotZero<&P::gradientRandomizeAmplitude>},
+    {"bool", "positionsJitter", Amplitude<&P::gradientRandomizeAmplitude>},
 };
 
 constexpr SwitchRow kLineSwitches[] = {
-    {"int", "linesBottomCroppingEnabled", IsOne<&P::linesBottomCroppingEnabled>},
-    {"int", "linesTopCroppingEnabled", IsOne<&P::linesTopCroppingEnabled>},
-    {"int", "linesLoop", LinesLoop},
+    {"int", "linesBottomCroppingEnabled", Switch<&P::linesBottomCroppingEnabled>},
+    {"int", "linesTopCroppingEnabled", Switch<&P::linesTopCroppingEnabled>},
     {"int", "linesBlendMode", Choice<&P::linesBlendMode, 3>},
-    {"int", "linesGradientLoop", IsOne<&P::linesGradientLoop>},
-    {"bool", "linesJitter", IsNotZero<&P::linesRandomize>},
+    {"bool", "linesJitter", Amplitude<&P::linesRandomize>},
     {"bool", "lineWidthsJitter", LineWidthsJitter},
-    {"bool", "lineColorsJitter", IsNotZero<&P::gradientRandomize>},
+    {"bool", "lineColorsJitter", Amplitude<&P::gradientRandomize>},
     {"bool", "linesMasked", LinesMasked},
 };
 
 constexpr SwitchRow kMaskSwitches[] = {
-    {"bool", "lineMasksJitter", IsNotZero<&P::alphaRandomize>},
+    {"bool", "lineMasksJitter", Amplitude<&P::alphaRandomize>},
     {"int", "linesAlphaNoiseType", Choice<&P::linesAlphaNoiseType, 4>},
-    {"int", "linesAlphaNoiseLoopEvolution", LoopIsOff<&P::linesAlphaNoiseLoopEvolution>},
+    {"int", "linesAlphaNoiseLoopEvolution", Switch<&P::linesAlphaNoiseLoopEvolution>},
 };
 
-template <size_t Count>
-void Add(Look& look, const SwitchRow (&rows)[Count], const P& snapshot) {
-    for (const SwitchRow& row : rows) {
-        const int value = row.value(snapshot);
-        if (value != kStaysUniform) look.push_back({row.type, row.name, value});
-    }
+void Add(Look& look, const char* type, const char* name, int value) {
+    if (value != kStaysAsDeclared) look.push_back({type, name, value});
+}
+
+void Add(Look& look, std::span<const SwitchRow> rows, const P& snapshot) {
+    for (const SwitchRow& row : rows)
+        Add(look, row.type, row.name, row.value(snapshot));
 }
 
 }  // namespace
 
 Look LookOfFrame(ParamSnapshot& snapshot) {
-    const bool layer1 = SnapshotLayer1(snapshot) != nullptr;
-    const bool layer2 = SnapshotLayer2(snapshot) != nullptr;
-    const bool layer3 = SnapshotLayer3(snapshot) != nullptr;
-    Look look = {{"int", "useLayer1", layer1}, {"int", "useLayer2", layer2}, {"int", "useLayer3", layer3}};
-    Add(look, kHeightSwitches, snapshot);
-    if (IsOne<&P::noiseVisible>(snapshot) != 0) Add(look, kColorSwitches, snapshot);
-    if (IsOne<&P::linesVisible>(snapshot) != 0) {
+    Look look;
+    Add(look, "int", "useLayer1", OffOrAsDeclared(SnapshotLayer1(snapshot) != nullptr));
+    Add(look, "int", "useLayer2", OffOrAsDeclared(SnapshotLayer2(snapshot) != nullptr));
+    Add(look, "int", "useLayer3", OffOrAsDeclared(SnapshotLayer3(snapshot) != nullptr));
+    Add(look, kFrameSwitches, snapshot);
+    if (IsOne<&P::noiseVisible>(snapshot)) Add(look, kColorSwitches, snapshot);
+    if (IsOne<&P::linesVisible>(snapshot)) {
         Add(look, kLineSwitches, snapshot);
-        if (LinesMasked(snapshot) != 0) Add(look, kMaskSwitches, snapshot);
+        if (LinesAreMasked(snapshot)) Add(look, kMaskSwitches, snapshot);
     }
     return look;
 }

@@ -36,9 +36,11 @@ std::unique_ptr<host::Instance> random_instance(std::mt19937_64& random, Depth d
         if (control.kind == ControlKind::kSlider && control.valid.min >= 1)
             instance->set(control.index, static_cast<double>(1 + chance % 6));
         if (control.kind != ControlKind::kFloatSlider) continue;
-        if (chance < 8) instance->set(control.index, control.default_value);
+        if (chance < 12 && chance != 8) instance->set(control.index, control.default_value);
         if (chance == 8 && random() % 4 == 0) instance->set(control.index, edge_value(control, random));
     }
+    // Frames without noise are one in eight: half of them would be empty.
+    if (random() % 4 != 0) instance->set(static_cast<int>(Section::NoiseVisible) + 1, 1.0);
     return instance;
 }
 

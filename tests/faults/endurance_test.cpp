@@ -1,13 +1,9 @@
 // Many threads, many lives, many frames.
-#include <glbinding/CallbackMask.h>
-#include <glbinding/FunctionCall.h>
-#include <glbinding/callbacks.h>
 #include <gmock/gmock.h>
 #include <malloc.h>
 
 #include <barrier>
 #include <fstream>
-#include <mutex>
 #include <random>
 #include <thread>
 
@@ -84,21 +80,8 @@ void render_some(const Jobs& jobs, std::size_t first, int count, Tally& tally) {
     }
 }
 
-/// From now on threads take turns in the driver, call by call; all else goes on at once. This thread has
-/// rendered.
-// llvmpipe of Mesa 22.3 needs it, even for contexts that share nothing: whoever draws, uploads or reads back
-// walks the unfinished scenes of all contexts (llvmpipe_flush_resource), while their own threads end and
-// reuse these without a lock. Now and then a walk meets a half overwritten list of textures, and crashes.
-void let_gl_calls_take_turns() {
-    static std::mutex driver;
-    glbinding::setBeforeCallback([](const glbinding::FunctionCall&) { driver.lock(); });
-    glbinding::setAfterCallback([](const glbinding::FunctionCall&) { driver.unlock(); });
-    glbinding::setCallbackMask(glbinding::CallbackMask::Before | glbinding::CallbackMask::After);
-}
-
 TEST(Threads, RenderWhatOneThreadRenders) {
     Stage stage;
-    let_gl_calls_take_turns();
     Tally tally;
     std::unique_ptr<Jobs> jobs = std::make_unique<Jobs>(stage);
     const auto contexts_before = gl_spy::alive(GlObject::kContext);

@@ -95,6 +95,34 @@ void* map_buffer(GLenum target, GLenum access) {
     return fails(GlPoint::kMapBuffer) ? nullptr : driver_map.load()(target, access);
 }
 
+std::atomic<GLuint (*)()> driver_create_program;
+std::atomic<void (*)(GLuint)> driver_delete_program;
+std::atomic<const GLubyte* (*)(GLenum)> driver_string;
+std::atomic<const char*> renderer_name;
+
+GLuint create_program() {
+    count(GlObject::kProgram, 1);
+    return driver_create_program.load()();
+}
+
+void delete_program(GLuint program) {
+    count(GlObject::kProgram, program != 0 ? -1 : 0);
+    driver_delete_program.load()(program);
+}
+
+const GLubyte* get_string(GLenum what) {
+    const char* const name = renderer_name;
+    return what == GL_RENDERER && name != nullptr ? reinterpret_cast<const GLubyte*>(name)
+                                                  : driver_string.load()(what);
+}
+
+/// Hands out `replacement` and keeps the driver's own function.
+template <auto& kDriver, auto kReplacement>
+Address take(Address driver) {
+    kDriver = reinterpret_cast<decltype(kDriver.load())>(driver);
+    return reinterpret_cast<Address>(kReplacement);
+}
+
 struct Hook {
     std::string_view name;
     Address (*take)(Address driver);
@@ -113,16 +141,11 @@ constexpr Hook kHooks[] = {
     {"glDeleteBuffers", Names<GlObject::kBuffer>::take_delete},
     {"glGetShaderiv", StatusQuery<GlPoint::kCompile, GL_COMPILE_STATUS>::take},
     {"glGetProgramiv", StatusQuery<GlPoint::kLink, GL_LINK_STATUS>::take},
-    {"glCheckFramebufferStatus",
-     [](Address driver) {
-         driver_status = reinterpret_cast<GLenum (*)(GLenum)>(driver);
-         return reinterpret_cast<Address>(&framebuffer_status);
-     }},
-    {"glMapBuffer",
-     [](Address driver) {
-         driver_map = reinterpret_cast<void* (*)(GLenum, GLenum)>(driver);
-         return reinterpret_cast<Address>(&map_buffer);
-     }},
+    {"glCheckFramebufferStatus", take<driver_status, framebuffer_status>},
+    {"glMapBuffer", take<driver_map, map_buffer>},
+    {"glCreateProgram", take<driver_create_program, create_program>},
+    {"glDeleteProgram", take<driver_delete_program, delete_program>},
+    {"glGetString", take<driver_string, get_string>},
 };
 
 }  // namespace
@@ -165,6 +188,10 @@ void fail_every(GlPoint point) {
 void clear() {
     failing_call = kNone;
     std::ranges::fill(counted, 0);
+}
+
+void rename_renderer(const char* name) {
+    renderer_name = name;
 }
 
 }  // namespace gl_spy

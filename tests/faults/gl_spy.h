@@ -8,7 +8,16 @@
 namespace flumo::test {
 
 /// What is made under a name and must be deleted.
-enum class GlObject { kTexture, kFramebuffer, kRenderbuffer, kVertexArray, kBuffer, kContext, kCount };
+enum class GlObject {
+    kTexture,
+    kFramebuffer,
+    kRenderbuffer,
+    kVertexArray,
+    kBuffer,
+    kProgram,
+    kContext,
+    kCount
+};
 
 /// Calls of the driver that can fail.
 enum class GlPoint {
@@ -39,6 +48,9 @@ void fail(GlPoint point, int64_t nth);
 void fail_every(GlPoint point);
 /// Nothing fails, and counting starts anew.
 void clear();
+
+/// The driver calls its renderer so from now on; null gives back its own name.
+void rename_renderer(const char* name);
 
 }  // namespace gl_spy
 

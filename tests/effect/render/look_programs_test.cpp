@@ -32,6 +32,8 @@ std::unique_ptr<host::Instance> random_instance(std::mt19937_64& random, Depth d
         const auto chance = random() % 16;
         if (control.kind == ControlKind::kLayer && chance % 2 == 0)
             instance->set(control.index, host::Layer{});
+        if (control.kind == ControlKind::kLayer && chance == 1)
+            instance->set(control.index, flat_layer({NAN, 1, HUGE_VALF, 1}, Depth::k32));
         // Complexities and the number of lines cost time and choose nothing.
         if (control.kind == ControlKind::kSlider && control.valid.min >= 1)
             instance->set(control.index, static_cast<double>(1 + chance % 6));
@@ -70,7 +72,7 @@ TEST(LookPrograms, AreBoundedAndServeAnimations) {
     std::mt19937_64 random(21);
     const auto first = instance_of({{Section::NoiseType, 4}});
     const host::FrameRequest request{.width = 8, .height = 5};
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 24; ++i) {
         random_instance(random, Depth::k8)->render(request);
         first->render(request);
         const GlScope gl;

@@ -41,6 +41,7 @@ RULES = {
     "scene": HOST + ["base", "effect/params/control_table.h"],
     "media": HOST + ["base"],
     "job": JOB,
+    "frei0r": JOB + ["job", "effect/entry/effect_main.h", "effect/gpu/version_lines.h"],
     "cli/terminal": JOB + ["job"],
     "cli/options": JOB + ["host/panel", "job", "cli/terminal"],
     "cli/commands": JOB + ["host/panel", "judge", "judge/engine", "judge/cases", "job", "cli/options",

@@ -4,12 +4,13 @@
 #include <glbinding/ContextInfo.h>
 #include <glbinding/Version.h>
 
-#include <iostream>
 #include <mutex>
+#include <ostream>
 
 #include "effect/gpu/gl/driver_messages.h"
 #include "effect/gpu/platform_context.h"
 #include "effect/gpu/software_driver.h"
+#include "effect/gpu/version_lines.h"
 
 namespace flumo {
 
@@ -56,12 +57,12 @@ std::string AESDK_OpenGL_LogVersion() {
     glbinding::Binding::useContext(kBinding);
     using glbinding::ContextInfo;
     std::string renderer;
-    std::cout << std::endl
-              << "OpenGL Version:  " << ContextInfo::version() << std::endl
-              << "OpenGL Vendor:   " << ContextInfo::vendor() << std::endl
-              << "OpenGL Renderer: " << (renderer = ContextInfo::renderer()) << std::endl
-              << "OpenGL Revision: " << kRegistryRevision << " (gl.xml)" << std::endl
-              << std::endl;
+    AESDK_OpenGL_VersionLines() << std::endl
+                                << "OpenGL Version:  " << ContextInfo::version() << std::endl
+                                << "OpenGL Vendor:   " << ContextInfo::vendor() << std::endl
+                                << "OpenGL Renderer: " << (renderer = ContextInfo::renderer()) << std::endl
+                                << "OpenGL Revision: " << kRegistryRevision << " (gl.xml)" << std::endl
+                                << std::endl;
     return renderer;
 }
 

@@ -2,37 +2,28 @@
 
 #include <glbinding/gl33core/gl.h>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
+#include "bench/reference_text.h"
 #include "effect/gpu/gl/draw.h"
 #include "effect/gpu/gl_context.h"
+#include "effect/gpu/gl/program.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/saved_context.h"
-#include "effect/gradient/value/gradient_lock.h"
+#include "effect/gpu/software_driver.h"
+#include "effect/render/frame_look.h"
 #include "effect/render/pixel_format.h"
-#include "effect/render/ramp_texture.h"
 #include "effect/render/screen_matrix.h"
 #include "effect/render/uniforms.h"
-#include "effect/render/upload.h"
-#include "effect/suites/suite_handler.h"
+#include "effect/shaders/shader_texts.h"
 
 using namespace gl33core;
 
 namespace flumo::bench {
 
 namespace {
-
-struct SamplerRow {
-    const char* sampler;
-    /// Switch beside the sampler; null where there is none.
-    const char* use;
-};
-
-constexpr std::array<SamplerRow, 5> kSamplers = {{{"inputTexture1", "useLayer1"},
-                                                  {"inputTexture2", "useLayer2"},
-                                                  {"inputTexture3", "useLayer3"},
-                                                  {"linesGradientTexture", nullptr},
-                                                  {"noiseGradientTexture", nullptr}}};
 
 GLint location(GLuint program, const char* name) {
     return glGetUniformLocation(program, name);
@@ -77,16 +68,29 @@ void fill_frame_quad(GLuint buffer, int width, int height) {
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
+GLuint build_reference() {
+    constexpr std::array<int, 2> attributes = {kAttributePosition, kAttributeColor};
+    return AESDK_OpenGL_BuildProgram(kUvVertexText, kReferenceFragmentText, attributes);
+}
+
+/// The program that the effect draws the image of this look with.
+GLuint program_of_effect(AESDK_OpenGL_EffectRenderData& objects, ParamSnapshot& snapshot) {
+    return AESDK_OpenGL_ProgramForLook(objects, LookOfFrame(snapshot));
+}
+
 }  // namespace
 
-BareGl::BareGl(int width, int height, host::Depth depth)
+BareGl::BareGl(int width, int height, host::Depth depth, Image image)
     : width_(width),
       height_(height),
       depth_(depth),
+      image_(image),
       pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * host::pixel_size(depth)) {
     const AESDK_OpenGL_SavedContext callers;
     AESDK_OpenGL_StartContext(objects_, SharedCommonData.get());
     AESDK_OpenGL_MakeCurrent(objects_);
+    // A program that stands already is not built again.
+    (image == Image::kReference ? objects_.mainProgram : reference_) = build_reference();
     AESDK_OpenGL_PrepareResources(objects_, static_cast<uint16_t>(width), static_cast<uint16_t>(height), 1);
     fill_frame_quad(objects_.frameVertexBuffer, width, height);
     set_screen(objects_.blurProgram, width, height);
@@ -100,7 +104,8 @@ BareGl::BareGl(int width, int height, host::Depth depth)
 BareGl::~BareGl() {
     const AESDK_OpenGL_SavedContext callers;
     AESDK_OpenGL_MakeCurrent(objects_);
-    glDeleteTextures(static_cast<GLsizei>(textures_.size()), textures_.data());
+    textures_.clear();
+    glDeleteProgram(reference_);
 }
 
 PF_Err BareGl::load(PF_InData* in_data) {
@@ -109,46 +114,50 @@ PF_Err BareGl::load(PF_InData* in_data) {
     if (const PF_Err err = TakeParamSnapshot(snapshot); err != PF_Err_NONE) return err;
     const AESDK_OpenGL_SavedContext callers;
     AESDK_OpenGL_MakeCurrent(objects_);
-    glDeleteTextures(static_cast<GLsizei>(textures_.size()), textures_.data());
-    textures_.clear();
-    const GLuint program = objects_.mainProgram;
-    glUseProgram(program);
-    SetFrameUniforms(program, {.snapshot = snapshot,
-                               .width = width_,
-                               .height = height_,
-                               .downsampleX = 1.0F,
-                               .multiplier16bit = format_of(depth_).multiplier16bit});
-    for (PF_LayerDef* layer : {SnapshotLayer1(snapshot), SnapshotLayer2(snapshot), SnapshotLayer3(snapshot)})
-        textures_.push_back(layer != nullptr ? UploadLayer(in_data, layer, kWrapClamp) : 0);
-    AEGP_SuiteHandler suites(in_data->pica_basicP);
-    const auto ramp = [&suites](double visible, PF_ArbitraryH gradient) {
-        if (visible == 0.0) return GLuint{0};
-        return UploadGradientRamp(GradientLock(suites.HandleSuite(), gradient).Record(), kWrapClamp);
-    };
-    // A driver's code depends on which samplers have a texture: none is bound here that the effect leaves
-    // out.
-    textures_.push_back(ramp(snapshot.linesVisible, snapshot.linesGradient));
-    textures_.push_back(ramp(snapshot.noiseVisible, snapshot.noiseGradient));
-    for (std::size_t unit = 0; unit < kSamplers.size(); ++unit) {
-        const auto& [sampler, use] = kSamplers[unit];
-        glUniform1i(location(program, sampler), static_cast<GLint>(unit));
-        if (use != nullptr) glUniform1i(location(program, use), textures_[unit] != 0 ? 1 : 0);
+    textures_.load(in_data, snapshot, depth_);
+    program_ = image_ == Image::kReference ? objects_.mainProgram : program_of_effect(objects_, snapshot);
+    for (const GLuint program : {program_, reference_}) {
+        if (program == 0) continue;
+        glUseProgram(program);
+        SetFrameUniforms(program, {.snapshot = snapshot,
+                                   .width = width_,
+                                   .height = height_,
+                                   .downsampleX = 1.0F,
+                                   .multiplier16bit = format_of(depth_).multiplier16bit});
+        textures_.set_uniforms(program);
     }
     return ReleaseParamSnapshot(snapshot, in_data);
 }
 
-void BareGl::draw_main() const {
-    target(objects_.framebuffer, objects_.largeTexture, 2 * width_, 2 * height_);
+void BareGl::draw_image(GLuint program, Size viewport) const {
+    target(objects_.framebuffer, objects_.largeTexture, viewport.width, viewport.height);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
-    glUseProgram(objects_.mainProgram);
-    for (std::size_t unit = 0; unit < textures_.size(); ++unit) {
-        glActiveTexture(GL_TEXTURE0 + static_cast<unsigned int>(unit));
-        glBindTexture(GL_TEXTURE_2D, textures_[unit]);
-    }
+    glUseProgram(program);
+    textures_.bind();
     SetBlendMode(BlendMode::kOver);
     draw_quad(objects_.frameVertexArray, objects_.frameVertexBuffer);
     glDisable(GL_BLEND);
+}
+
+std::vector<float> BareGl::small_image(GLuint program) const {
+    const Size size{std::min(large().width, 128), std::min(large().height, 72)};
+    std::vector<float> pixels(4 * static_cast<std::size_t>(size.width * size.height));
+    draw_image(program, size);
+    glReadBuffer(GL_COLOR_ATTACHMENT0);
+    glReadPixels(0, 0, size.width, size.height, GL_RGBA, GL_FLOAT, pixels.data());
+    return pixels;
+}
+
+int BareGl::differing_pixels() {
+    const AESDK_OpenGL_SavedContext callers;
+    AESDK_OpenGL_MakeCurrent(objects_);
+    const std::vector<float> ours = small_image(program_);
+    const std::vector<float> theirs = small_image(reference_);
+    int count = 0;
+    for (std::size_t at = 0; at < ours.size(); at += 4)
+        count += std::memcmp(&ours[at], &theirs[at], 4 * sizeof(float)) != 0;
+    return count;
 }
 
 void BareGl::draw_reduction() const {
@@ -176,15 +185,27 @@ BareCost BareGl::draw() {
     AESDK_OpenGL_MakeCurrent(objects_);
     BareCost cost;
     const Cost start = clock_now();
-    draw_main();
+    textures_.upload_layers_again();
     glFinish();
-    cost.main_draw = clock_now() - start;
+    cost.main_draw = cost_of([this] {
+        draw_image(program_, large());
+        glFinish();
+    });
     draw_reduction();
     draw_output();
     glFinish();
     cost.read_back = cost_of([this] { read_back(); });
     cost.all = clock_now() - start;
     return cost;
+}
+
+Cost BareGl::draw_reference() {
+    const AESDK_OpenGL_SavedContext callers;
+    AESDK_OpenGL_MakeCurrent(objects_);
+    return cost_of([this] {
+        draw_image(reference_, large());
+        glFinish();
+    });
 }
 
 }  // namespace flumo::bench

@@ -1,9 +1,12 @@
 // The GL work of a frame and nothing else: what the effect's render call is measured against.
 #pragma once
 
+#include <glbinding/gl/types.h>
+
 #include <vector>
 
 #include "bench/cost.h"
+#include "bench/frame_textures.h"
 #include "effect/gpu/render_data.h"
 #include "effect_api/effect.h"
 #include "host/values/world.h"
@@ -13,18 +16,22 @@ namespace flumo::bench {
 struct BareCost {
     /// The image alone, drawn into the double-size texture.
     Cost main_draw;
-    /// The three passes and the read-back.
+    /// The layers' uploads, the three passes and the read-back.
     Cost all;
     /// The read-back alone.
     Cost read_back;
 };
 
+/// Whose text the image is drawn with.
+enum class Image { kEffect, kReference };
+
 /// An own context beside the effect's, with the same programs, sizes, uniforms and textures. Belongs to the
 /// thread that made it; the effect is set up.
 class BareGl {
   public:
+    /// `image` is whose program stands among the frame's five; the reference is built beside the effect's.
     /// Throws AESDK_OpenGL_Fault.
-    BareGl(int width, int height, host::Depth depth);
+    BareGl(int width, int height, host::Depth depth, Image image = Image::kEffect);
     ~BareGl();
     BareGl(const BareGl&) = delete;
     BareGl& operator=(const BareGl&) = delete;
@@ -33,8 +40,23 @@ class BareGl {
     PF_Err load(PF_InData* in_data);
     BareCost draw();
 
+    // With Image::kEffect:
+
+    /// Draws a small image with the effect's program and with the reference, so that the driver's code for
+    /// both is made. Returns how many of its pixels differ in a bit.
+    int differing_pixels();
+    /// The image alone, as BareCost::main_draw, with the reference.
+    Cost draw_reference();
+
   private:
-    void draw_main() const;
+    struct Size {
+        int width;
+        int height;
+    };
+
+    Size large() const { return {2 * width_, 2 * height_}; }
+    void draw_image(gl::GLuint program, Size viewport) const;
+    std::vector<float> small_image(gl::GLuint program) const;
     void draw_reduction() const;
     void draw_output() const;
     void read_back();
@@ -42,8 +64,13 @@ class BareGl {
     int width_;
     int height_;
     host::Depth depth_;
+    Image image_;
     AESDK_OpenGL_EffectRenderData objects_;
-    std::vector<gl::GLuint> textures_;
+    /// Of objects_, for the look that was loaded last.
+    gl::GLuint program_ = 0;
+    /// 0 where the reference stands in objects_.
+    gl::GLuint reference_ = 0;
+    FrameTextures textures_;
     std::vector<std::byte> pixels_;
 };
 

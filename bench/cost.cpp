@@ -7,17 +7,11 @@ namespace flumo::bench {
 
 namespace {
 
-std::vector<double> sorted(const std::vector<Cost>& costs, double Cost::*clock) {
+std::vector<double> times(const std::vector<Cost>& costs, double Cost::*clock) {
     std::vector<double> values;
     for (const Cost& cost : costs)
         values.push_back(cost.*clock);
-    std::ranges::sort(values);
     return values;
-}
-
-double middle(const std::vector<double>& values) {
-    const std::size_t half = values.size() / 2;
-    return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
 }
 
 double milliseconds(clockid_t clock) {
@@ -37,14 +31,20 @@ Cost clock_now() {
             milliseconds(CLOCK_THREAD_CPUTIME_ID)};
 }
 
+double median(std::vector<double> values) {
+    std::ranges::sort(values);
+    const std::size_t half = values.size() / 2;
+    return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
+}
+
 Cost median(const std::vector<Cost>& costs) {
-    return {middle(sorted(costs, &Cost::wall)), middle(sorted(costs, &Cost::cpu)),
-            middle(sorted(costs, &Cost::own))};
+    return {median(times(costs, &Cost::wall)), median(times(costs, &Cost::cpu)),
+            median(times(costs, &Cost::own))};
 }
 
 Cost least(const std::vector<Cost>& costs) {
-    return {sorted(costs, &Cost::wall).front(), sorted(costs, &Cost::cpu).front(),
-            sorted(costs, &Cost::own).front()};
+    return {std::ranges::min(times(costs, &Cost::wall)), std::ranges::min(times(costs, &Cost::cpu)),
+            std::ranges::min(times(costs, &Cost::own))};
 }
 
 }  // namespace flumo::bench

@@ -27,6 +27,8 @@ Cost cost_of(Work&& work) {
     return clock_now() - start;
 }
 
+/// The list is not empty.
+double median(std::vector<double> values);
 /// Median of each clock by itself; the list is not empty.
 Cost median(const std::vector<Cost>& costs);
 /// Least of each clock by itself; the list is not empty.

@@ -9,17 +9,26 @@ namespace flumo::bench {
 
 namespace {
 
-constexpr int kMostPairs = 9;
+constexpr int kLeastTurns = 2;
+constexpr int kMostTurns = 9;
 constexpr double kMillisecond = 1e-3;
 
-/// What one case has seen so far. Both sides take turns, so that what else the machine does meets both.
-struct Pairs {
+FrameSize size_of(const Scene& scene, const BenchOptions& options) {
+    const int divisor = scene.half_size ? 2 : 1;
+    return {options.size.width / divisor, options.size.height / divisor};
+}
+
+/// What one case has seen so far, one entry a turn.
+struct Turns {
+    std::vector<Cost> reference;
     std::vector<Cost> main_draw;
     std::vector<Cost> bare;
     std::vector<Cost> whole;
     std::vector<Cost> call;
 };
 
+/// The reference's image, the bare GL work and the whole render command take turns in a changing order, so
+/// that what else the machine does meets each.
 class Case {
   public:
     Case(Theatre& theatre, const Scene& scene, const FrameSize& size, host::Depth depth)
@@ -31,37 +40,42 @@ class Case {
         theatre_.stage().render(
             *instance_, request_, output_,
             [this](PF_InData* in_data, PF_OutData*, PF_SmartRenderExtra*) { return bare_.load(in_data); });
+        differing_pixels_ = bare_.differing_pixels();
+        // The effect's code for this look.
+        theatre_.stage().render(*instance_, request_, output_);
     }
 
-    Pairs run() {
-        const Cost start = clock_now();
-        pair();
-        const double once = (clock_now() - start).wall * kMillisecond;
-        const int more =
-            std::clamp(static_cast<int>(theatre_.options().seconds_per_case / once), 1, kMostPairs) - 1;
-        for (int i = 0; i < more; ++i)
-            pair();
-        return pairs_;
+    /// Between the small images that the effect's program and the reference draw.
+    int differing_pixels() const { return differing_pixels_; }
+
+    Turns run() {
+        const double once = cost_of([this] { turn(0); }).wall * kMillisecond;
+        const int turns =
+            std::clamp(static_cast<int>(theatre_.options().seconds_per_case / once), kLeastTurns, kMostTurns);
+        for (int number = 1; number < turns; ++number)
+            turn(number);
+        return turns_;
     }
 
   private:
-    void pair() {
-        const bool bare_first = pairs_.bare.size() % 2 == 0;
-        if (bare_first) draw_bare();
-        draw_whole();
-        if (!bare_first) draw_bare();
+    void turn(int number) {
+        constexpr void (Case::*kSides[])() = {&Case::draw_reference, &Case::draw_bare, &Case::draw_whole};
+        for (int side = 0; side < 3; ++side)
+            (this->*kSides[(number + side) % 3])();
     }
+
+    void draw_reference() { turns_.reference.push_back(bare_.draw_reference()); }
 
     void draw_bare() {
         const BareCost cost = bare_.draw();
-        pairs_.main_draw.push_back(cost.main_draw);
-        pairs_.bare.push_back(cost.all);
+        turns_.main_draw.push_back(cost.main_draw);
+        turns_.bare.push_back(cost.all);
     }
 
     void draw_whole() {
         const RenderCost cost = theatre_.stage().render(*instance_, request_, output_);
-        pairs_.whole.push_back(cost.command);
-        pairs_.call.push_back(cost.call);
+        turns_.whole.push_back(cost.command);
+        turns_.call.push_back(cost.call);
     }
 
     Theatre& theatre_;
@@ -69,7 +83,8 @@ class Case {
     host::FrameRequest request_;
     std::unique_ptr<host::Instance> instance_;
     host::World output_;
-    Pairs pairs_;
+    int differing_pixels_ = 0;
+    Turns turns_;
 };
 
 /// "NAME_wall", "NAME_cpu" and "NAME_own": medians in milliseconds; "NAME_least": the shortest wall time.
@@ -80,17 +95,35 @@ void count(benchmark::State& state, const std::string& name, const std::vector<C
     state.counters[name + "_own"] = median(costs).own;
 }
 
+/// "image_ratio": CPU time of the reference's image over that of the effect's, the median of all turns, with
+/// the least and the most.
+void count_ratios(benchmark::State& state, const Turns& turns) {
+    std::vector<double> ratios;
+    for (std::size_t turn = 0; turn < turns.reference.size(); ++turn)
+        ratios.push_back(turns.reference[turn].cpu / turns.main_draw[turn].cpu);
+    state.counters["image_ratio"] = median(ratios);
+    state.counters["image_ratio_least"] = std::ranges::min(ratios);
+    state.counters["image_ratio_most"] = std::ranges::max(ratios);
+}
+
 void measure(benchmark::State& state, Theatre& theatre, const Scene& scene, host::Depth depth) {
-    Pairs pairs;
-    for ([[maybe_unused]] auto turn : state) {
-        pairs = Case(theatre, scene, theatre.options().size, depth).run();
-        state.SetIterationTime(median(pairs.whole).wall * kMillisecond);
+    const FrameSize size = size_of(scene, theatre.options());
+    Turns turns;
+    for ([[maybe_unused]] auto iteration : state) {
+        Case measured(theatre, scene, size, depth);
+        turns = measured.run();
+        state.counters["differing_pixels"] = measured.differing_pixels();
+        state.SetIterationTime(median(turns.whole).wall * kMillisecond);
     }
-    state.counters["pairs"] = static_cast<double>(pairs.whole.size());
-    count(state, "main", pairs.main_draw);
-    count(state, "bare", pairs.bare);
-    count(state, "whole", pairs.whole);
-    count(state, "call", pairs.call);
+    state.counters["width"] = size.width;
+    state.counters["height"] = size.height;
+    state.counters["turns"] = static_cast<double>(turns.whole.size());
+    count(state, "reference", turns.reference);
+    count(state, "main", turns.main_draw);
+    count(state, "bare", turns.bare);
+    count(state, "whole", turns.whole);
+    count(state, "call", turns.call);
+    count_ratios(state, turns);
 }
 
 }  // namespace

@@ -1,41 +1,95 @@
 // flumo_bench: what a frame costs, and how much of it is not the driver's. Options beside those of Google
 // Benchmark (--benchmark_filter, --benchmark_out and others):
-//   --quick         standard scenes at 640x360 instead of 1920x1080
+//   --size=WxH      size of the standard scenes, 1920x1080 by default
+//   --quick         the same as --size=640x360
 //   --seconds=N     how long each case may repeat itself, 30 by default
+//   --first-frame=effect|reference
+//                   draws one frame of that size and ends: what a process costs that draws its first frame
 #include <benchmark/benchmark.h>
 
+#include <charconv>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "bench/benches.h"
+#include "bench/first_frame.h"
 
 namespace flumo::bench {
 namespace {
 
+struct Options {
+    BenchOptions benches;
+    std::optional<Image> first_frame;
+};
+
+[[noreturn]] void refuse(std::string_view option, std::string_view value, std::string_view expected) {
+    std::cerr << "flumo_bench: " << option << value << ": expected " << expected << '\n';
+    std::exit(2);
+}
+
+/// All of `text` as a number above 0, or nothing.
+template <class Number>
+std::optional<Number> positive(std::string_view text) {
+    Number number{};
+    const char* const end = text.data() + text.size();
+    const auto [at, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || at != end || !(number > 0)) return std::nullopt;
+    return number;
+}
+
+FrameSize size_of(std::string_view text) {
+    const std::size_t cross = std::min(text.find('x'), text.size());
+    const auto width = positive<int>(text.substr(0, cross));
+    const auto height = positive<int>(text.substr(std::min(cross + 1, text.size())));
+    if (!width || !height) refuse("--size=", text, "a width and a height in pixels, as 640x360");
+    return {*width, *height};
+}
+
+Image image_of(std::string_view text) {
+    if (text == "effect") return Image::kEffect;
+    if (text == "reference") return Image::kReference;
+    refuse("--first-frame=", text, "effect or reference");
+}
+
+double seconds_of(std::string_view text) {
+    const auto seconds = positive<double>(text);
+    if (!seconds) refuse("--seconds=", text, "a number above 0");
+    return *seconds;
+}
+
 /// Takes this program's own options out of the list.
-BenchOptions take_options(std::vector<char*>& arguments) {
-    BenchOptions options;
-    std::erase_if(arguments, [&options](const char* argument) {
-        const std::string_view text = argument;
-        if (text == "--quick") {
-            options.size = {640, 360};
-            return true;
+Options take_options(std::vector<char*>& arguments) {
+    Options options;
+    std::erase_if(arguments, [&options](std::string_view argument) {
+        const auto value_of = [argument](std::string_view option) -> std::optional<std::string_view> {
+            if (!argument.starts_with(option)) return std::nullopt;
+            return argument.substr(option.size());
+        };
+        if (argument == "--quick") {
+            options.benches.size = {640, 360};
+        } else if (const auto size = value_of("--size=")) {
+            options.benches.size = size_of(*size);
+        } else if (const auto seconds = value_of("--seconds=")) {
+            options.benches.seconds_per_case = seconds_of(*seconds);
+        } else if (const auto image = value_of("--first-frame=")) {
+            options.first_frame = image_of(*image);
+        } else {
+            return false;
         }
-        constexpr std::string_view seconds = "--seconds=";
-        if (!text.starts_with(seconds)) return false;
-        options.seconds_per_case = std::atof(argument + seconds.size());
         return true;
     });
     return options;
 }
 
 void run(std::vector<char*> arguments) {
-    const BenchOptions options = take_options(arguments);
+    const auto [options, first_frame] = take_options(arguments);
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) std::exit(2);
+    if (first_frame) return draw_first_frame(*first_frame, options.size);
 
     Theatre theatre(options);
     benchmark::AddCustomContext("driver", theatre.stage().driver());

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Whole runs of the command line: time from process start to the end of a first frame, frames of a sequence
-against frames that a render thread draws by itself, and the most memory that a frame size takes. Writes JSON.
+"""Whole processes: time from process start to the end of a first frame, of the command line and of the effect
+against the bench's reference; frames of a sequence against frames that a render thread draws by itself; the
+most memory that a frame size takes. Writes JSON.
 
 usage: processes.py BUILD OUT.json [--quick]
 """
@@ -39,6 +40,11 @@ def median(runs, key):
     return statistics.median(run[key] for run in runs)
 
 
+def summary(runs):
+    return {"wall_ms": 1e3 * median(runs, "wall"), "least_ms": 1e3 * min(run["wall"] for run in runs),
+            "cpu_ms": 1e3 * median(runs, "cpu")}
+
+
 def start_times(flumo, folder):
     """A whole process that renders one tiny frame: start, context, programs, draw, a small file, end."""
     cache = os.path.join(folder, "cache")
@@ -51,11 +57,23 @@ def start_times(flumo, folder):
         warm.append(run(command, warm_environment))
         cold.append(run(command, cold_environment))
         idle.append(run([flumo, "--version"]))
-    return {
-        name: {"wall_ms": 1e3 * median(runs, "wall"), "least_ms": 1e3 * min(r["wall"] for r in runs),
-               "cpu_ms": 1e3 * median(runs, "cpu")}
-        for name, runs in (("warm", warm), ("cold", cold), ("no_frame", idle))
-    }
+    return {name: summary(runs) for name, runs in (("warm", warm), ("cold", cold), ("no_frame", idle))}
+
+
+def first_frames(bench, quick):
+    """A process that draws one frame of the default look without the driver's program cache: the effect, and the
+    same GL work with the reference in the place of its image program. Both take turns."""
+    environment = dict(os.environ, MESA_SHADER_CACHE_DISABLE="true")
+    rows = []
+    for size in [TINY] if quick else [TINY, "1920x1080"]:
+        runs = {"effect": [], "reference": []}
+        for _ in range(REPEATS):
+            for whose, measured in runs.items():
+                measured.append(run([bench, f"--first-frame={whose}", f"--size={size}"], environment))
+        ratios = [r["cpu"] / e["cpu"] for e, r in zip(runs["effect"], runs["reference"])]
+        rows.append({"size": size, "ratio_cpu": statistics.median(ratios),
+                     **{whose: summary(measured) for whose, measured in runs.items()}})
+    return rows
 
 
 def alone(bench, folder, size):
@@ -107,6 +125,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         result = {
             "start": start_times(flumo, folder),
+            "first": first_frames(bench, quick),
             "throughput": [throughput(flumo, bench, folder, *shot) for shot in shots],
             "memory": memory(flumo, folder, quick),
             "load": os.getloadavg()[0],

@@ -32,7 +32,9 @@ Scene lines_scene(std::string_view name, int count, int alpha_noise) {
             {{LinesVisible, 1},
              {LinesCount, count},
              {LinesAlphaNoiseType, alpha_noise},
-             {LinesAlphaThreshold, 30}}};
+             {LinesAlphaThreshold, 30}},
+            false,
+            true};
 }
 
 std::span<const Scene> standard_scenes() {
@@ -41,6 +43,7 @@ std::span<const Scene> standard_scenes() {
         {"voronoi", {{NoiseType, 2}}},
         {"smoke", {{NoiseType, 3}}},
         {"worley", {{NoiseType, 4}}},
+        {"looped noise", {{LoopEvolution, 1}, {Evolution, 100}}},
         // Two layers shape the height, the third is the palette.
         {"three layers", {{ColorizeMode, 2}}, true},
         lines_scene("4 lines, fluid", 4, 1),

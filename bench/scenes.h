@@ -17,6 +17,8 @@ struct Scene {
     std::vector<std::pair<Section, double>> settings;
     /// Whether layers of the frame's size and depth are chosen for all three layer controls.
     bool layers = false;
+    /// Drawn at half the width and height: at full size the reference takes minutes a frame.
+    bool half_size = false;
 };
 
 std::span<const Scene> standard_scenes();

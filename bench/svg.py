@@ -78,10 +78,15 @@ def chart(title, x_name, y_name, series, logarithmic=False):
     return "\n".join([*parts, "</svg>", ""])
 
 
-def dots(title, x_name, rows, limit):
-    """One row of dots for each name in `rows`, which maps it to {series: x}; a dashed line stands at `limit`."""
+def dots(title, x_name, rows, limits, logarithmic=False):
+    """One row of dots for each name in `rows`, which maps it to {series: x}; a dashed line stands at the limit of
+    each row that has one."""
     height = TOP + 22 * len(rows) + BOTTOM
-    xs = Axis([x for row in rows.values() for x in row.values()] + [limit, 1.0], 170, WIDTH - RIGHT, False, 0.05)
+    values = [x for row in rows.values() for x in row.values()] + [*limits.values(), 1.0]
+    # A margin of a twentieth; on a logarithmic axis, which has no place for 0 or less, one of a tenth of the value.
+    if logarithmic:
+        values += [0.9 * min(values), 1.1 * max(values)]
+    xs = Axis(values, 170, WIDTH - RIGHT, logarithmic, 0 if logarithmic else 0.05)
     names = list(dict.fromkeys(name for row in rows.values() for name in row))
     bottom = height - BOTTOM
     parts = [
@@ -89,7 +94,6 @@ def dots(title, x_name, rows, limit):
         '<rect width="100%" height="100%" fill="white"/>',
         text(WIDTH / 2, 22, title, extra='font-size="15"'),
         text(WIDTH / 2, height - 14, x_name),
-        line(xs.place(limit), TOP, xs.place(limit), bottom, "#b00", 'stroke-dasharray="5 4"'),
     ]
     for mark in xs.marks():
         x = xs.place(mark)
@@ -97,6 +101,9 @@ def dots(title, x_name, rows, limit):
     for number, (name, row) in enumerate(rows.items()):
         y = TOP + 22 * number + 11
         parts.append(text(160, y + 4, name, "end"))
+        if name in limits:
+            limit = xs.place(limits[name])
+            parts.append(line(limit, y - 11, limit, y + 11, "#b00", 'stroke-dasharray="5 4"'))
         for series, x in row.items():
             colour = COLOURS[names.index(series)]
             parts.append(f'<circle cx="{xs.place(x):.1f}" cy="{y:.1f}" r="4" fill="{colour}" fill-opacity="0.8"/>')

@@ -17,7 +17,7 @@ struct FrameSize {
 struct BenchOptions {
     /// Size of the frames of the standard scenes.
     FrameSize size;
-    /// How long one case may go on repeating itself. A case is measured once in any event.
+    /// How long one case may go on repeating itself. A case of a frame has two turns in any event.
     double seconds_per_case = 30;
 };
 

@@ -3,7 +3,7 @@
 # docs/performance.md up to date.
 # usage: bench.sh BUILD OUT [--quick] [--no-peers] [--no-document] [--seconds=N] [--filter=REGEX]
 #   BUILD          build folder with flumo_bench, flumo and the effect
-#   --quick        standard scenes at 640x360, minutes instead of hours on a software rasteriser
+#   --quick        standard scenes at 640x360
 #   --no-peers     leaves out other generators of pictures
 #   --no-document  measures only
 #   --seconds=N    how long a case may repeat itself
@@ -39,16 +39,7 @@ measure() {
         --benchmark_out="$out/$2" --benchmark_out_format=json
 }
 
-if [ -n "$filter" ]; then
-    measure "$filter" "$name"
-else
-    measure '-^threads/' "$name"
-    # By themselves: llvmpipe now and then crashes when several threads render.
-    measure '^threads/' frames-threads.json || {
-        echo "bench: the run with several threads failed, and the document keeps its figures" >&2
-        rm -f "$out/frames-threads.json"
-    }
-fi
+measure "${filter:-.}" "$name"
 [ -z "$processes" ] || python3 "$root/bench/processes.py" "$build" "$out/processes.json" $quick
 [ -z "$peers" ] || python3 "$root/bench/peers.py" "$build/flumo" "$out/peers.json"
 [ -z "$document" ] || python3 "$root/bench/report.py" "$out" "$root/docs/performance.md"

@@ -1,0 +1,44 @@
+// The textures that the image of one frame reads: layers and ramps.
+#pragma once
+
+#include <glbinding/gl/types.h>
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "effect/params/param_snapshot.h"
+#include "host/values/world.h"
+
+namespace flumo::bench {
+
+/// Belongs to the context that was current when load() was called; clear() it while that context is current.
+class FrameTextures {
+  public:
+    /// Takes over the snapshot's layers, which have this depth, and its ramps. Nothing is made for what the
+    /// frame leaves out: a driver's code depends on which samplers have a texture.
+    void load(PF_InData* in_data, ParamSnapshot& snapshot, host::Depth depth);
+    /// Makes the layers' textures again from the same pixels: a frame's uploads and nothing else.
+    void upload_layers_again();
+    void clear();
+
+    /// Gives the program the numbers of the units and the switches of the layers. The program is in use.
+    void set_uniforms(gl::GLuint program) const;
+    void bind() const;
+
+  private:
+    struct Pixels {
+        PF_EffectWorld shape{};
+        std::vector<std::byte> bytes;
+    };
+    static constexpr std::size_t kLayers = 3;
+
+    gl::GLuint upload(const Pixels& layer) const;
+
+    host::Depth depth_ = host::Depth::k8;
+    std::array<Pixels, kLayers> layers_;
+    /// Of the units 0 to 4: three layers, the ramp of the lines, that of the noise. 0 where there is none.
+    std::array<gl::GLuint, kLayers + 2> textures_{};
+};
+
+}  // namespace flumo::bench

@@ -8,8 +8,8 @@
 
 #include "bench/reference_text.h"
 #include "effect/gpu/gl/draw.h"
-#include "effect/gpu/gl_context.h"
 #include "effect/gpu/gl/program.h"
+#include "effect/gpu/gl_context.h"
 #include "effect/gpu/resources.h"
 #include "effect/gpu/saved_context.h"
 #include "effect/gpu/software_driver.h"

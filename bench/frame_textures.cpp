@@ -3,6 +3,7 @@
 #include <glbinding/gl33core/gl.h>
 
 #include "effect/gradient/value/gradient_lock.h"
+#include "effect/gpu/gl/texture.h"
 #include "effect/render/pixel_format.h"
 #include "effect/render/ramp_texture.h"
 #include "effect/render/upload.h"
@@ -36,10 +37,7 @@ GLuint ramp(AEGP_SuiteHandler& suites, double visible, PF_ArbitraryH gradient) {
 GLuint FrameTextures::upload(const Pixels& layer) const {
     if (layer.bytes.empty()) return 0;
     const PixelFormatRow& format = PixelFormatInfo(host::pixel_format(depth_));
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    AllocateFloatTexture(layer.shape.width, layer.shape.height, kWrapClamp);
+    const GLuint texture = MakeFloatTexture(layer.shape.width, layer.shape.height, kWrapClamp, GL_FLOAT);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, layer.shape.rowbytes / static_cast<GLint>(format.pixelSize));
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, layer.shape.width, layer.shape.height, GL_RGBA, format.pixelType,
                     layer.bytes.data());

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
-#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -40,40 +38,13 @@ std::ptrdiff_t count_calls(const std::string& name) {
                          [&](const std::string& call) { return call.starts_with(name); });
 }
 
-/// Plays rounds of `contexts` each within one load; from round `settled` on nothing may grow.
-void expect_no_growth(int rounds, int settled, int contexts, const std::function<void(host::Host&)>& play) {
+TEST(Endurance, EightThreadsThatComeAndGo) {
+    constexpr int kRounds = 10, kSettled = 2, kThreads = 8;
     const WindowsModule windows;
     host::Host host(windows.module());
     std::intptr_t mark = 0;
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < kRounds; ++round) {
         SCOPED_TRACE(round);
-        play(host);
-        ASSERT_EQ(spy::live_contexts(), 0);
-        if (round == settled) mark = handle_mark();
-    }
-    EXPECT_LE(handle_mark(), mark + kLateHandles);
-    for (const char* call : {"GetDC", "ReleaseDC", "wglDeleteContext", "UnregisterClassA"})
-        EXPECT_EQ(count_calls(call), rounds * contexts) << call;
-    EXPECT_EQ(spy::wrong_shares(), 0);
-    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
-}
-
-TEST(Endurance, HundredRoundsOfSetUpAndSetDown) {
-    constexpr int kRounds = 100;
-    expect_no_growth(kRounds, 10, 1, [](host::Host& host) {
-        ASSERT_EQ(set_up(host), PF_Err_NONE);
-        host.global_setdown();
-    });
-    std::set<std::string> classes;
-    for (const std::string& call : spy::calls()) {
-        if (call.starts_with("RegisterClassExA")) classes.insert(call);
-    }
-    EXPECT_EQ(classes.size(), std::size_t{kRounds});
-}
-
-TEST(Endurance, EightThreadsThatComeAndGo) {
-    constexpr int kThreads = 8;
-    expect_no_growth(10, 2, kThreads + 1, [](host::Host& host) {
         host.start();
         auto instance = host.new_instance();
         std::array<PF_Err, kThreads> answers = {};
@@ -90,7 +61,14 @@ TEST(Endurance, EightThreadsThatComeAndGo) {
         EXPECT_THAT(answers, testing::Each(PF_Err_NONE));
         instance.reset();
         host.global_setdown();
-    });
+        ASSERT_EQ(spy::live_contexts(), 0);
+        if (round == kSettled) mark = handle_mark();
+    }
+    EXPECT_LE(handle_mark(), mark + kLateHandles);
+    for (const char* call : {"GetDC", "ReleaseDC", "wglDeleteContext", "UnregisterClassA"})
+        EXPECT_EQ(count_calls(call), kRounds * (kThreads + 1)) << call;
+    EXPECT_EQ(spy::wrong_shares(), 0);
+    EXPECT_TRUE(host.accounting().clean()) << host.accounting().describe();
 }
 
 }  // namespace

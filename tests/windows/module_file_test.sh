@@ -23,4 +23,7 @@ expect exports "EffectMain
 PluginDataEntryFunction" "$(printf '%s\n' "$headers" | sed -n '/Ordinal\/Name Pointer/,/^$/s/^\t\[ *[0-9]*\] //p')"
 expect resources "--type='PIPL' --name=16000 --language=1033 size=282" \
     "$(wrestool -l "$module" | sed 's/\[offset=[^ ]* /[/; s/[][]//g; s/ *$//')"
+# flumo check --resource tells what differs.
+expect "sum of the property list" 86f84e3fe12c5438df9e8503d75adb551bbd7ca75198ff2ec5c1e607ff63c4ca \
+    "$(wrestool -x --raw --type=PIPL --name=16000 "$module" | sha256sum | cut -d' ' -f1)"
 exit $failed

@@ -26,7 +26,6 @@ struct State {
     HGLRC root = nullptr;
     CreateAttribs create_attribs = nullptr;
     ExtensionsString extensions_string = nullptr;
-    Requests last{};
     int live_contexts = 0;
     int wrong_shares = 0;
 };
@@ -70,7 +69,6 @@ bool must_fail(std::string_view call) {
 ATOM WINAPI register_class(const WNDCLASSEXA* record) {
     const Lock lock(state().mutex);
     note(std::string("RegisterClassExA ") + record->lpszClassName);
-    state().last.window_class = *record;
     return must_fail("RegisterClassExA") ? ATOM{0} : RegisterClassExA(record);
 }
 
@@ -84,17 +82,6 @@ HWND WINAPI create_window(DWORD ex_style, LPCSTR class_name, LPCSTR title, DWORD
                                  instance, parameter);
     }
     note("CreateWindowExA " + name_of_new('w', window));
-    const auto number = [](const void* handle) { return reinterpret_cast<std::intptr_t>(handle); };
-    state().last.window = {static_cast<std::intptr_t>(ex_style),
-                           static_cast<std::intptr_t>(style),
-                           x,
-                           y,
-                           width,
-                           height,
-                           number(parent),
-                           number(menu),
-                           number(instance),
-                           number(parameter)};
     return window;
 }
 
@@ -120,7 +107,6 @@ int WINAPI release_dc(HWND window, HDC dc) {
 int WINAPI choose_format(HDC dc, const PIXELFORMATDESCRIPTOR* format) {
     const Lock lock(state().mutex);
     note("ChoosePixelFormat " + name_of('d', dc));
-    state().last.format = *format;
     return must_fail("ChoosePixelFormat") ? 0 : ChoosePixelFormat(dc, format);
 }
 
@@ -262,11 +248,6 @@ void fail_next(std::string_view call) {
 void hide_extension(std::string_view name) {
     const Lock lock(state().mutex);
     state().hidden.emplace_back(name);
-}
-
-Requests last_requests() {
-    const Lock lock(state().mutex);
-    return state().last;
 }
 
 int live_contexts() {

@@ -10,7 +10,6 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,15 +29,6 @@ void forget_calls();
 void fail_next(std::string_view call);
 /// Hides an extension from the list of the device context, for the rest of the process.
 void hide_extension(std::string_view name);
-
-/// What was asked for last. Texts in the class are the module's.
-struct Requests {
-    WNDCLASSEXA window_class;
-    /// Of the window, all but class and title, in the order of CreateWindowExA's arguments.
-    std::vector<std::intptr_t> window;
-    PIXELFORMATDESCRIPTOR format;
-};
-Requests last_requests();
 
 /// Contexts that were made and not deleted.
 int live_contexts();

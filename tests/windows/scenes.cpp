@@ -1,7 +1,5 @@
 #include "tests/windows/scenes.h"
 
-#include <bit>
-#include <cstdint>
 #include <memory>
 #include <span>
 
@@ -10,10 +8,6 @@ namespace flumo::tests {
 namespace {
 
 using enum Section;
-
-int index_of(Section section) {
-    return static_cast<int>(section) + 1;
-}
 
 // Ramps and a checkerboard, different for each `seed`, opaque at the left and thinner to the right.
 host::Layer test_picture(int width, int height, host::Depth depth, int seed) {
@@ -30,29 +24,20 @@ host::Layer test_picture(int width, int height, host::Depth depth, int seed) {
     return world;
 }
 
-void set_gradients(host::Host& host, host::Instance& instance) {
-    constexpr auto kWhole = [](std::int32_t number) { return std::bit_cast<float>(number); };
-    // A count, then position, kind, red, green, blue and alpha of each stop.
-    constexpr float kStored[] = {kWhole(5),                                         //
-                                 0,         kWhole(1), 0,     0.125F, 0.5F,  1,     //
-                                 0.25F,     kWhole(0), 0.75F, 0.25F,  0,     1,     //
-                                 0.5F,      kWhole(2), 1,     0.875F, 0.25F, 0.5F,  //
-                                 0.75F,     kWhole(1), 0.25F, 1,      0.5F,  1,     //
-                                 1,         kWhole(1), 1,     1,      1,     0.75F};
-    for (const Section section : {Gradient, LinesGradient}) {
-        const int index = index_of(section);
-        instance.set(index, host::ArbitraryValue::unflatten(host, host.control(index),
-                                                            std::as_bytes(std::span(kStored))));
-    }
+// The input is the effect's own layer; it has no control here.
+test::Look layered(host::Depth depth, const test::Look& changes) {
+    return test::with({{Layer1, test_picture(96, 54, depth, 1)},
+                       {Layer2, test_picture(96, 54, depth, 2)},
+                       {Layer3, test_picture(96, 54, depth, 3)}},
+                      changes);
 }
 
-void set_layers(host::Instance& instance, const Scene& scene, host::FrameRequest& request) {
-    request.input = test_picture(scene.width, scene.height, scene.depth, 0);
-    int seed = 1;
-    for (const Section section : {Layer1, Layer2, Layer3}) {
-        instance.set(index_of(section), test_picture(scene.width, scene.height, scene.depth, seed++));
-    }
-}
+// Stops of every kind.
+const test::Stops kStops = {{0, 0, 0.125F, 0.5F, 1},
+                            {0.25F, 0.75F, 0.25F, 0, 0},
+                            {0.5F, 1, 0.875F, 0.25F, 2},
+                            {0.75F, 0.25F, 1, 0.5F, 1},
+                            {1, 1, 1, 1, 1}};
 
 }  // namespace
 
@@ -69,31 +54,30 @@ const std::vector<Scene>& scenes() {
          {{NoiseBottomCroppingEnabled, 1},
           {NoiseBottomCroppingThreshold, 40},
           {NoiseBottomCroppingFeather, 10}}},
-        {"gradient", k32, {{NoiseGradientScale, 150}}, false, true},
+        {"gradient", k32, {{NoiseGradientScale, 150}, {Gradient, kStops}}},
         {"lines",
          k32,
-         {{LinesVisible, 1}, {LinesCount, 7}, {LinesRandomize, 1}, {LinesAlphaThreshold, 20}},
-         false,
-         true},
-        {"odd-size", k16, {{LinesVisible, 1}}, false, false, 61, 33},
-        {"layer-gradient", k8, {{ColorizeMode, 2}}, true},
-        {"reflection", k32, {{ColorizeMode, 3}, {ReflectionScale, 1.5}}, true},
-        {"refraction", k16, {{ColorizeMode, 4}}, true},
+         {{LinesVisible, 1},
+          {LinesCount, 7},
+          {LinesRandomize, 1},
+          {LinesAlphaThreshold, 20},
+          {LinesGradient, kStops}}},
+        {"odd-size", k16, {{LinesVisible, 1}}, 61, 33},
+        {"layer-gradient", k8, layered(k8, {{ColorizeMode, 2}})},
+        {"reflection", k32, layered(k32, {{ColorizeMode, 3}, {ReflectionScale, 1.5}})},
+        {"refraction", k16, layered(k16, {{ColorizeMode, 4}})},
     };
     return all;
 }
 
 std::vector<float> render_scene(host::Host& host, const Scene& scene) {
-    const auto instance = host.new_instance();
+    const auto instance = test::instance_with(host, scene.look);
     host::FrameRequest request;
     request.width = scene.width;
     request.height = scene.height;
     request.depth = scene.depth;
     request.frame = 3;
-    for (const auto& [section, value] : scene.settings)
-        instance->set(index_of(section), value);
-    if (scene.gradient) set_gradients(host, *instance);
-    if (scene.layers) set_layers(*instance, scene, request);
+    request.input = test_picture(scene.width, scene.height, scene.depth, 0);
     const host::World world = instance->render(request);
     const auto row_length = static_cast<std::size_t>(4 * world.width());
     std::vector<float> all(row_length * static_cast<std::size_t>(world.height()));

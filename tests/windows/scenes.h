@@ -1,24 +1,18 @@
-// Frames that the Windows and the Linux module render alike. Layers and gradients are made of whole numbers,
-// so that both sides give the effect the same bits.
+// Frames that the Windows and the Linux module render alike. Layers and gradients are made of sums and
+// quotients alone, so that both sides give the effect the same bits.
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "effect/params/control_table.h"
-#include "host/instance.h"
+#include "tests/support/look.h"
 
 namespace flumo::tests {
 
 struct Scene {
     std::string name;
     host::Depth depth = host::Depth::k8;
-    std::vector<std::pair<Section, double>> settings = {};
-    /// Test pictures in the input and the three layers.
-    bool layers = false;
-    /// A gradient with stops of every kind instead of the default one.
-    bool gradient = false;
+    test::Look look = {};
     int width = 96;
     int height = 54;
 };

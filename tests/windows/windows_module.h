@@ -11,10 +11,9 @@ namespace flumo::tests {
 /// One in a process: a second load meets the window classes of the first, and its set-up is refused.
 class WindowsModule {
   public:
-    WindowsModule() { spy::install(handle()); }
+    WindowsModule() { spy::install(GetModuleHandleA("Flumo.aex")); }
 
     const host::Module& module() const { return module_; }
-    HMODULE handle() const { return GetModuleHandleA("Flumo.aex"); }
 
   private:
     host::Module module_{FLUMO_MODULE};

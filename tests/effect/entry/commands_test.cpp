@@ -105,16 +105,5 @@ TEST(Registration, TellsTheHostWhoTheEffectIsAndReturnsItsAnswer) {
     EXPECT_EQ(PluginDataEntryFunction(nullptr, refuse, nullptr, nullptr, nullptr), 5);
 }
 
-// Rows that nobody reads; that the labels behind them keep their places is the compiler's to see.
-TEST(EffectStrings, KeepTheRowsOfOldHosts) {
-    std::string rows = GetStringPtr(0);
-    for (A_long row = 3; row <= 10; ++row)
-        rows += GetStringPtr(row) + std::string("/");
-    EXPECT_EQ(rows,
-              "All Dependencies requested./Missing Dependencies requested./Error loading suite./"
-              "Error releasing suite./Blending Mode/Normal|Add/Multisampling/None|4 samples/");
-    EXPECT_STREQ(GetStringPtr(91), "Fluid|Noise2|Voronoi|Smoke|Worley");
-}
-
 }  // namespace
 }  // namespace flumo::test

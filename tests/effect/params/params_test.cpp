@@ -31,7 +31,7 @@ TEST(ParamIds, LeadFromSectionsToIndicesAndDiskIds) {
         EXPECT_EQ(GetParamIndex(std::string(control.id)), static_cast<A_long>(section) + 1);
         EXPECT_EQ(GetParamDiskId(std::string(control.id)), control.diskId);
     }
-    EXPECT_EQ(GetParamDiskId("BlendMode"), 1) << "a control that is no more";
+    EXPECT_EQ(GetParamDiskId("BlendMode"), 1) << "has a disk id and no index";
     for (const std::string id : {"AlphaThreshold", "noisetype", "", "NoiseType ", "Noise", "BlendMode"}) {
         EXPECT_EQ(MessageOf([&] { GetParamIndex(id); }),
                   "Failed to find the parameter index for id \"" + id + "\"");
@@ -43,62 +43,29 @@ TEST(ParamIds, LeadFromSectionsToIndicesAndDiskIds) {
         EXPECT_EQ(MessageOf([&] { GetMainParamId(section); }), "Failed to get Id for section MainParams");
 }
 
-/// What a control is declared with beside name, type and disk id.
-void Describe(const host::Control& control, PF_ParamDef& def) {
+// Beside what the list of controls shows: what a kind's record holds, and the event that the editor wants.
+TEST(ParamsSetup, DeclaresWhatTheKindsNeed) {
     using enum host::ControlKind;
-    const auto whole = static_cast<PF_ParamValue>(control.default_value);
-    const auto real = [](double number) { return static_cast<float>(number); };
-    if (control.kind == kFloatSlider) {
-        PF_FloatSliderDef& slider = def.u.fs_d;
-        slider.value = slider.dephault = real(control.default_value);
-        slider.valid_min = real(control.valid.min);
-        slider.valid_max = real(control.valid.max);
-        slider.slider_min = real(control.slider.min);
-        slider.slider_max = real(control.slider.max);
-        slider.precision = 1;
-        slider.display_flags = control.percent;
-        slider.curve_tolerance = 0.05F;
-    } else if (control.kind == kSlider) {
-        def.u.sd.value = def.u.sd.dephault = whole;
-        def.u.sd.valid_min = static_cast<PF_ParamValue>(control.valid.min);
-        def.u.sd.valid_max = static_cast<PF_ParamValue>(control.valid.max);
-        def.u.sd.slider_min = static_cast<PF_ParamValue>(control.slider.min);
-        def.u.sd.slider_max = static_cast<PF_ParamValue>(control.slider.max);
-    } else if (control.kind == kPopup) {
-        def.flags = 6;
-        def.u.pd = control.definition.u.pd;
-        def.u.pd.value = whole;
-    } else if (control.kind == kCheckbox) {
-        def.u.bd.value = whole;
-        def.u.bd.dephault = static_cast<PF_Boolean>(whole);
-        def.u.bd.u.nameptr = control.definition.u.bd.u.nameptr;
-        EXPECT_STREQ(def.u.bd.u.nameptr, "");
-    } else if (control.kind == kArbitrary) {
-        def.ui_flags = 130;
-        def.ui_width = 150;
-        def.ui_height = 50;
-        def.u.arb_d.id = static_cast<A_short>(control.disk_id);
-        def.u.arb_d.dephault = control.definition.u.arb_d.dephault;
-        std::memcpy(&def.u.arb_d.refconPV, "GRADIENT", 8);  // the characters lie in the field itself
-    } else if (control.kind == kGroupStart) {
-        def.flags = 32;
-    }
-}
-
-TEST(ParamsSetup, DeclaresItsControlsAndNothingMoreThanTheirKindsNeed) {
     const LinkedEffect effect;
-    PF_ParamDef def;
     for (const host::Control& control : effect.host.controls()) {
-        // A group's end was always declared with whatever the control before it left behind.
-        if (control.kind != host::ControlKind::kGroupEnd) {
-            std::memset(static_cast<void*>(&def), 0, sizeof def);
-            control.name.copy(def.name, sizeof def.name);
-            Describe(control, def);
+        SCOPED_TRACE(control.name);
+        const PF_ParamDef& def = control.definition;
+        if (control.kind == kGroupEnd) continue;  // is declared with what the control before it left
+        EXPECT_EQ(def.flags, control.kind == kPopup ? 6 : control.kind == kGroupStart ? 32 : 0);
+        if (control.kind == kFloatSlider) {
+            EXPECT_EQ(def.u.fs_d.value, def.u.fs_d.dephault);
+            EXPECT_EQ(def.u.fs_d.precision, 1);
+            EXPECT_EQ(def.u.fs_d.curve_tolerance, 0.05F);
+        } else if (control.kind == kCheckbox) {
+            EXPECT_EQ(def.u.bd.value, def.u.bd.dephault);
+            EXPECT_STREQ(def.u.bd.u.nameptr, "");
+        } else if (control.kind == kArbitrary) {
+            EXPECT_THAT((std::array{def.ui_flags, A_long{def.ui_width}, A_long{def.ui_height}}),
+                        testing::ElementsAre(130, 150, 50));
+            EXPECT_EQ(def.u.arb_d.id, control.disk_id);
+            EXPECT_EQ(std::memcmp(&def.u.arb_d.refconPV, "GRADIENT", 8), 0)
+                << "the characters are the pointer";
         }
-        def.uu.id = control.disk_id;
-        def.param_type = control.definition.param_type;
-        EXPECT_EQ(std::memcmp(&def, &control.definition, sizeof def), 0)
-            << control.index << " " << control.name;
     }
     EXPECT_STREQ(effect.host.control(25).definition.u.pd.u.namesptr,
                  "Gradient|Gradient From Layer|Reflection From Layer|Refraction From Layer")

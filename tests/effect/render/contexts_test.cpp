@@ -18,8 +18,8 @@
 #include "effect/render/select_target.h"
 #include "effect/render/upload.h"
 #include "effect/shaders/shader_texts.h"
+#include "tests/effect/render/effect_fixture.h"
 #include "tests/effect/render/gl_scope.h"
-#include "tests/effect/render/studio.h"
 
 using namespace gl;
 
@@ -251,45 +251,6 @@ TEST(Passes, ColourTextFollowsThePlaceOnTheTarget) {
     EXPECT_EQ(drawn(record.colorProgram), (Texel{0.125F, 0.25F, 0.5F, 0.75F}));
     EXPECT_EQ(drawn(probe), (Texel{0.125F, 0.5F, 0.125F, 0.75F}));
     glDeleteProgram(probe);
-}
-
-// Premultiplied colour becomes straight, alpha first; nothing is clamped; alpha under a hundredth is cut, and
-// a hundredth is divided.
-TEST(Passes, OutputIsStraightInTheHostsOrder) {
-    const GlScope gl;
-    AESDK_OpenGL_PrepareResources(*gl, 4, 1, 1);
-    AESDK_OpenGL_BindTarget(*gl, gl->outputTexture);
-    glViewport(0, 0, 4, 1);
-    glClearColor(0, 0, 0, 0);
-    glClear(GL_COLOR_BUFFER_BIT);
-    const GLuint texture = make_texture(
-        4, 1, {{0.25F, 0.5F, 0.125F, 0.5F}, {3, 0, 0.5F, 1}, {1, 1, 1, 0.0099F}, {0.01F, 0, 0.005F, 0.01F}});
-    OutputPass(*gl, 4, 1, texture, 1);
-    glDisable(GL_BLEND);
-    glDeleteTextures(1, &texture);
-    EXPECT_THAT(read_texture(gl->outputTexture),
-                testing::ElementsAre(Texel{0.5F, 0.5F, 1, 0.25F}, Texel{1, 3, 0, 0.5F}, Texel{},
-                                     Texel{0.01F, 1, 0, 0.5F}));
-}
-
-TEST(Ramps, HoldBothEndsAndMayRepeat) {
-    GradientStopMap stops = {{0, {kStopLinear, 4, 0, 0, 0.5F}}, {1, {kStopEdge, 0, -1, 2, 0.75F}}};
-    const GradientRecord record{&stops};
-    const GlScope gl;
-    const GLuint texture = UploadGradientRamp(record, kWrapRepeat);
-    GLint bound = -1;
-    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-    EXPECT_EQ(bound, 0);
-    const auto texels = read_texture(texture);
-    EXPECT_EQ(texels.size(), 2048u);
-    EXPECT_EQ(texels.front(), (Texel{4, 0, 0, 0.5F}));
-    EXPECT_EQ(texels.back(), (Texel{0, -1, 2, 0.75F}));
-    glBindTexture(GL_TEXTURE_2D, texture);
-    GLint wrap = 0;
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, &wrap);
-    EXPECT_EQ(static_cast<GLenum>(wrap), GL_REPEAT);
-    glBindTexture(GL_TEXTURE_2D, 0);
-    glDeleteTextures(1, &texture);
 }
 
 }  // namespace

@@ -4,17 +4,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstring>
 
-#include "effect/gpu/resources.h"
-#include "effect/gpu/target.h"
-#include "effect/render/download.h"
 #include "effect/render/smart_pre_render.h"
 #include "effect/render/smart_render.h"
 #include "tests/effect/render/gl_scope.h"
 #include "tests/effect/render/looks.h"
-#include "tests/support/hosted_call.h"
 #include "tests/support/result_of.h"
 
 namespace flumo::test {
@@ -46,7 +41,7 @@ World delivered_into(const FrameRequest& request, int width, int height) {
 TEST(Delivery, OtherWorldsGetTheTopLeftPart) {
     for (const Depth depth : kDepths) {
         const FrameRequest request{.width = 12, .height = 8, .depth = depth};
-        const World full = shoot({fluid(), request});
+        const World full = render_checked({fluid(), request});
         for (const auto& [width, height] : {std::pair(12, 8), {7, 3}, {20, 13}}) {
             const World part = delivered_into(request, width, height);
             const size_t bytes = static_cast<size_t>(std::min(width, 12)) * host::pixel_size(depth);
@@ -82,14 +77,38 @@ TEST(Delivery, SizesAreCutToSixteenBits) {
     }
     EXPECT_EQ(result_of([] { instance_of({})->render({.width = 65536, .height = 1}); }), PF_Err_OUT_OF_MEMORY)
         << "a frame of no width";
-    shoot({{}, {.width = 3, .height = 2}});
+    render_checked({{}, {.width = 3, .height = 2}});
+}
+
+// What a frame does not show is not uploaded: no layer that is not chosen, no ramp of a feature that is off.
+TEST(Delivery, TexturesAreMadeForWhatShows) {
+    using enum Section;
+    struct Case {
+        Look look;
+        int textures;
+    };
+    const host::Layer layer = flat_layer({1, 1, 1, 1});
+    const Case cases[] = {
+        {{{NoiseVisible, 0}}, 0},
+        {{{NoiseVisible, 0}, {LinesVisible, 1}}, 1},
+        {{{Layer1, layer}, {Layer3, layer}}, 3},
+        {{{Layer1, layer}, {Layer2, layer}, {Layer3, layer}, {LinesVisible, 1}}, 5},
+    };
+    const FrameRequest request{.width = 5, .height = 3};
+    render_checked({{}, request});
+    for (const Case& it : cases) {
+        const CallCounter counter;
+        render_checked({it.look, request});
+        EXPECT_EQ(counter.calls("glGenTextures"), it.textures);
+        EXPECT_EQ(counter.calls("glDeleteTextures"), it.textures);
+    }
 }
 
 // The user's wish to stop is asked for once, with the caller's context back, and not after a failure. It is
 // the answer, whatever fails behind it.
 TEST(Delivery, FirstErrorWins) {
     const auto instance = instance_of({});
-    host::Faults& faults = studio_host().faults();
+    host::Faults& faults = effect_host().faults();
     int asked = 0;
     const auto result = [&](PF_Err answer) {
         asked = 0;
@@ -110,52 +129,7 @@ TEST(Delivery, FirstErrorWins) {
     EXPECT_EQ(result(PF_Interrupt_CANCEL), 46);
     EXPECT_EQ(asked, 0);
     faults.clear();
-    EXPECT_TRUE(studio_host().accounting().idle()) << studio_host().accounting().describe();
-}
-
-TEST(Delivery, HostWithoutABasicSuiteIsToldSo) {
-    PF_UtilCallbacks utils{};
-    utils.ansi.sprintf = std::sprintf;
-    PF_InData in{};
-    in.utils = &utils;
-    in.inter.checkout_param = [](auto...) -> PF_Err { return PF_Err_NONE; };
-    in.inter.checkin_param = [](auto...) -> PF_Err { return PF_Err_NONE; };
-    PF_SmartRenderCallbacks callbacks{};
-    callbacks.checkin_layer_pixels = [](auto...) -> PF_Err { return PF_Err_NONE; };
-    PF_SmartRenderExtra extra{nullptr, &callbacks};
-    PF_OutData out{};
-    EXPECT_EQ(SmartRender(&in, &out, &extra), 516);
-    EXPECT_STREQ(out.return_msg, "Couldn't release suite.");
-}
-
-// The host copies floats itself, and shows how far it is by the rows of the input world.
-TEST(Delivery, FloatsAreIteratedByTheInputsRows) {
-    static PF_EffectWorld input{}, output{};
-    static PF_InData in{};
-    input.height = 7;
-    HostedCall within;
-    static decltype(SPBasicSuite::AcquireSuite) acquire_from_host;
-    SPBasicSuite basic = *within.in_data.pica_basicP;
-    acquire_from_host =
-        std::exchange(basic.AcquireSuite, [](const char* name, int32_t version, const void** suite) -> SPErr {
-            static PF_iterateFloatSuite1 iteration{};
-            iteration.iterate = [](PF_InData* data, A_long base, A_long last, PF_EffectWorld* source,
-                                   const PF_Rect* area, void*, auto, PF_EffectWorld* target) -> PF_Err {
-                EXPECT_EQ(data, &in);
-                EXPECT_EQ(std::pair(base, last), std::pair(0, 7));
-                EXPECT_EQ(std::pair(source, target), std::pair(&input, &output));
-                EXPECT_EQ(area, nullptr);
-                return 77;
-            };
-            *suite = &iteration;
-            return std::strcmp(name, kPFIterateFloatSuite) != 0 ? acquire_from_host(name, version, suite) : 0;
-        });
-    AEGP_SuiteHandler suites(&basic);
-    const GlScope gl;
-    AESDK_OpenGL_PrepareResources(*gl, 3, 2, 1);
-    AESDK_OpenGL_BindTarget(*gl, gl->outputTexture);
-    EXPECT_THROW(DownloadOutput(*gl, suites, &input, &output, &in, PixelFormatInfo(PF_PixelFormat_ARGB128)),
-                 PF_Err);
+    EXPECT_TRUE(effect_host().accounting().idle()) << effect_host().accounting().describe();
 }
 
 Rect edges(const PF_LRect& rect) {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "tests/effect/render/bench.h"
+#include "tests/effect/render/evaluate.h"
 
 namespace flumo::twin {
 namespace {
@@ -140,21 +140,21 @@ double isoline(double value, double slope, double ref, double width) {
     return smooth(0.2, 0.8, distance / slope - width / 2);
 }
 
-FrameTwin::FrameTwin(const test::Shot& shot, const host::WorldShape& shape)
+FrameTwin::FrameTwin(const test::FrameCase& frame_case, const host::WorldShape& shape)
     : layer3_{1,
               {{0, 0, shape.depth == host::Depth::k16 ? kSixteenBits : 1,
                 0}}},  // no texture: the last channel is 1
       noise_ramp_(ramp({{0, 0, 0, 0, 1}, {1, 1, 1, 1, 1}})),
       lines_ramp_(ramp({{0, 1, 1, 1}, {1, 1, 1, 1}})),
       shape_(shape),
-      full_{shot.request.width * ratio(shot.request.downsample_x),
-            shot.request.height * ratio(shot.request.downsample_y)},
-      downsample_x_(ratio(shot.request.downsample_x)),
+      full_{frame_case.request.width * ratio(frame_case.request.downsample_x),
+            frame_case.request.height * ratio(frame_case.request.downsample_y)},
+      downsample_x_(ratio(frame_case.request.downsample_x)),
       heights_(static_cast<size_t>(4 * shape.width * shape.height)),
       fragments_(heights_.size()) {
     for (const Control& control : kControls)
         numbers_.push_back(control.defaultValue);
-    take(shot.look);
+    take(frame_case.look);
 }
 
 void FrameTwin::take(const test::Look& look) {

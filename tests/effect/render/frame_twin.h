@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "tests/effect/render/effect_fixture.h"
 #include "tests/effect/render/noise_twin.h"
-#include "tests/effect/render/studio.h"
 
 namespace flumo::twin {
 
@@ -42,7 +42,7 @@ struct Image {
 class FrameTwin {
   public:
     /// `shape` is that of the delivered frame.
-    FrameTwin(const test::Shot& shot, const host::WorldShape& shape);
+    FrameTwin(const test::FrameCase& frame_case, const host::WorldShape& shape);
 
     /// Straight colour, not rounded to the depth. Nothing where the pixel hangs on a decision that is too
     /// close to foresee. Slopes are differences within a block of two by two fragments; a driver may take

@@ -1,7 +1,7 @@
 // Layers, gradients and looks that the frames of these tests are made of.
 #pragma once
 
-#include "tests/effect/render/studio.h"
+#include "tests/effect/render/effect_fixture.h"
 
 namespace flumo::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/effect/render/bench.h"
+#include "tests/effect/render/evaluate.h"
 
 namespace flumo::test {
 

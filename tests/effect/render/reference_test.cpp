@@ -141,7 +141,7 @@ TEST(ReferenceFrames, LookAsStored) {
     const bool renew = wish && *wish;
     for (const Reference& reference : references()) {
         const Picture frame =
-            media::picture_of(shoot({reference.look, {.width = kWidth, .height = kHeight}}));
+            media::picture_of(render_checked({reference.look, {.width = kWidth, .height = kHeight}}));
         if (renew) {
             write_png(reference_file(reference.name), frame);
         } else {

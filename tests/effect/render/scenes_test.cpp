@@ -35,8 +35,8 @@ double tolerance_of(const Look& look) {
 /// and half a step of the depth is allowed on top of what the drivers' single precision costs.
 void expect_frame(const std::string& name, const Look& look,
                   const FrameRequest& request = sized(kWidth, kHeight)) {
-    const Shot shot{look, request};
-    const host::World frame = shoot(shot);
+    const FrameCase frame_case{look, request};
+    const host::World frame = render_checked(frame_case);
     const int pixels = frame.width() * frame.height();
     // A stride without a common divisor with widths here, so that all columns have their turn.
     const int stride = pixels > 4000 ? 83 : 1;
@@ -44,7 +44,7 @@ void expect_frame(const std::string& name, const Look& look,
     const auto [top, step] = frame.depth() == Depth::k8    ? std::pair(1.0, 1.0 / 255)
                              : frame.depth() == Depth::k16 ? std::pair(65535.0 / 32768, 1.0 / 32768)
                                                            : std::pair(HUGE_VAL, 0.0);
-    twin::FrameTwin twin(shot, frame.shape());
+    twin::FrameTwin twin(frame_case, frame.shape());
     Comparison comparison(name, tolerance_of(look) + 0.501 * step);
     int undecided = 0;
     for (int i = 0; i < pixels; i += stride) {
@@ -341,7 +341,9 @@ TEST(Scenes, ControlsInCombination) {
 
 // In some scene it is away from its default, and the frame is not the one without it, to a step of 255.
 TEST(Scenes, HangOnEveryControl) {
-    const auto frame_of = [](const Look& look) { return shoot({look, sized(kWidth, kHeight, Depth::k8)}); };
+    const auto frame_of = [](const Look& look) {
+        return render_checked({look, sized(kWidth, kHeight, Depth::k8)});
+    };
     const auto all = scenes();
     for (const Control& control : kControls) {
         if (control.kind == ControlKind::GroupStart || control.kind == ControlKind::GroupEnd) continue;
@@ -361,14 +363,15 @@ TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
         {{OffsetX, 1e6}, {OffsetY, -1e6}, {NoiseType, 3}},
     };
     for (const Look& look : looks) {
-        const host::World frame = shoot({look, sized(kWidth, kHeight)});
+        const host::World frame = render_checked({look, sized(kWidth, kHeight)});
         for (int i = 0; i < kWidth * kHeight; ++i)
             for (const float channel : frame.rgba(i % kWidth, i / kWidth))
                 ASSERT_TRUE(std::isfinite(channel)) << i;
     }
     for (const Section scale : {Scale, ScaleX, ScaleY}) {
         for (int type = 1; type <= 4; ++type)
-            shoot({{{scale, 0}, {NoiseType, type}}, sized(8, 8)});  // no more is known of an infinite scale
+            render_checked(
+                {{{scale, 0}, {NoiseType, type}}, sized(8, 8)});  // no more is known of an infinite scale
     }
 }
 
@@ -376,10 +379,11 @@ TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
 TEST(Scenes, WhatIsAtAThresholdIsNotBelowIt) {
     const Look grey = {{NoiseContrast, 0}, {NoiseBrightness, 50}};
     const Look cleared = {{Layer1, flat_layer({1, 1, 1, 0})}, {AlphaTreshold, 0}, {NoiseBrightness, 50}};
-    EXPECT_TRUE(shoot({cleared, sized(9, 5)}).same_picture(shoot({grey, sized(9, 5)})));
+    EXPECT_TRUE(render_checked({cleared, sized(9, 5)}).same_picture(render_checked({grey, sized(9, 5)})));
     const Look half = lines({{LinesAlphaNoiseComplexity, 1}, {LinesAlphaNoiseScale, 0}});
-    const host::World masked = shoot({with(half, {{LinesAlphaThreshold, 50}}), sized(kWidth, kHeight)});
-    EXPECT_TRUE(masked.same_picture(shoot({half, sized(kWidth, kHeight)})));
+    const host::World masked =
+        render_checked({with(half, {{LinesAlphaThreshold, 50}}), sized(kWidth, kHeight)});
+    EXPECT_TRUE(masked.same_picture(render_checked({half, sized(kWidth, kHeight)})));
 }
 
 // A flat field has no line, not even at a line's own height, and nothing over nothing is transparent black.
@@ -389,8 +393,10 @@ TEST(Scenes, FlatFieldsShowNoLine) {
         const Look flat = {{NoiseContrast, 0}, {NoiseBrightness, brightness}, {Layer2, empty}};
         for (int mode = 1; mode <= 3; ++mode) {
             const Look lined = with(flat, {{LinesVisible, 1}, {LinesBlendMode, mode}});
-            EXPECT_TRUE(shoot({flat, sized(9, 5)}).same_picture(shoot({lined, sized(9, 5)}))) << brightness;
-            const host::World bare = shoot({with(lined, {{NoiseVisible, 0}}), sized(9, 5)});
+            EXPECT_TRUE(
+                render_checked({flat, sized(9, 5)}).same_picture(render_checked({lined, sized(9, 5)})))
+                << brightness;
+            const host::World bare = render_checked({with(lined, {{NoiseVisible, 0}}), sized(9, 5)});
             EXPECT_TRUE(bare.same_picture(host::World(9, 5, Depth::k32))) << brightness;
         }
     }

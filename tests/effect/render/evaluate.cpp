@@ -1,4 +1,4 @@
-#include "tests/effect/render/bench.h"
+#include "tests/effect/render/evaluate.h"
 
 #include <glbinding/gl/gl.h>
 
@@ -13,7 +13,7 @@
 #include "effect/gpu/target.h"
 #include "effect/render/uniforms.h"
 #include "effect/shaders/shader_texts.h"
-#include "tests/effect/render/studio.h"
+#include "tests/effect/render/effect_fixture.h"
 
 using namespace gl;
 
@@ -32,12 +32,12 @@ std::string text_around(const std::string& expression) {
     std::string text = kMainFragmentText;
     text.replace(text.find(entry), entry.size(), "void programMain()");
     return text + R"(
-uniform sampler2D benchPoints;
+uniform sampler2D pointTexels;
 void main() {
     ivec2 texel = ivec2(gl_FragCoord.xy) * ivec2(3, 1);
-    vec4 a = texelFetch(benchPoints, texel, 0);
-    vec4 b = texelFetch(benchPoints, texel + ivec2(1, 0), 0);
-    vec4 c = texelFetch(benchPoints, texel + ivec2(2, 0), 0);
+    vec4 a = texelFetch(pointTexels, texel, 0);
+    vec4 b = texelFetch(pointTexels, texel + ivec2(1, 0), 0);
+    vec4 c = texelFetch(pointTexels, texel + ivec2(2, 0), 0);
     colourOut = )" +
            expression + ";\n}\n";
 }
@@ -80,7 +80,7 @@ std::vector<Texel> evaluate(const std::string& expression, std::span<const Point
                                .height = rows,
                                .downsampleX = 1,
                                .multiplier16bit = 1});
-    BindSampler(program, arguments, "benchPoints", kPointsUnit);
+    BindSampler(program, arguments, "pointTexels", kPointsUnit);
     SetBlendMode(BlendMode::kOff);
     glBindVertexArray(gl->quadVertexArray);
     DrawQuad(gl->quadVertexBuffer);

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <string_view>
 #include <system_error>
 
 #include "base/failure.h"
@@ -50,6 +51,12 @@ Container read_all(const std::filesystem::path& path, size_t most) {
     return contents;
 }
 
+// Text in these encodings starts with a byte order mark or has a zero byte in each of its first characters.
+bool is_utf16_or_utf32(std::string_view text) {
+    return text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff") ||
+           text.substr(0, 4).find('\0') != std::string_view::npos;
+}
+
 }  // namespace
 
 std::vector<uint8_t> read_file(const std::filesystem::path& path) {
@@ -65,7 +72,12 @@ std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t c
 }
 
 std::string read_text_file(const std::filesystem::path& path) {
-    return read_all<std::string>(path, kMostTextBytes);
+    std::string text = read_all<std::string>(path, kMostTextBytes);
+    if (is_utf16_or_utf32(text))
+        throw input_failure("cannot read \"" + path.string() +
+                            "\": it is text in UTF-16 or UTF-32; expected UTF-8");
+    if (text.starts_with("\xef\xbb\xbf")) text.erase(0, 3);
+    return text;
 }
 
 }  // namespace flumo

@@ -1,6 +1,7 @@
 #include "base/text_list.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <numeric>
 
 namespace flumo {
@@ -26,7 +27,38 @@ size_t edit_distance(std::string_view a, std::string_view b) {
     return row.back();
 }
 
+// Bytes of the character that `text` starts with, 0 where it is no printable character of UTF-8.
+size_t printable_length(std::string_view text) {
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
+    if (byte(0) < 0x80) return byte(0) >= 0x20 && byte(0) != 0x7f ? 1 : 0;
+    const size_t length = byte(0) >= 0xf0 ? 4 : byte(0) >= 0xe0 ? 3 : 2;
+    if (byte(0) < 0xc2 || byte(0) > 0xf4 || text.size() < length) return 0;
+    for (size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xc0) != 0x80) return 0;
+    }
+    // U+0080 to U+009F control terminals.
+    return byte(0) == 0xc2 && byte(1) < 0xa0 ? 0 : length;
+}
+
 }  // namespace
+
+std::string printable(std::string_view text) {
+    constexpr size_t kLongest = 200;
+    std::string shown;
+    while (!text.empty()) {
+        if (shown.size() >= kLongest) return shown + "...";
+        const size_t length = printable_length(text);
+        if (length > 0) {
+            shown += text.substr(0, length);
+        } else {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02x", static_cast<unsigned char>(text[0]));
+            shown += escaped;
+        }
+        text.remove_prefix(std::max<size_t>(length, 1));
+    }
+    return shown;
+}
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
@@ -47,7 +79,7 @@ std::string join(std::span<const std::string> words) {
 
 std::string in_quotes(std::string_view text) {
     std::string quoted(1, '"');
-    return quoted.append(text).append(1, '"');
+    return quoted.append(printable(text)).append(1, '"');
 }
 
 bool equal_ignoring_case(std::string_view a, std::string_view b) {

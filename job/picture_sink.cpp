@@ -5,7 +5,7 @@
 
 namespace flumo::job {
 
-void PictureSink::write(size_t position, const host::World& world) {
+void PictureSink::write(std::size_t position, const host::World& world) {
     const auto format = std::get<media::PictureFormat>(job_.output.kind());
     media::PictureSettings settings{.exr = {job_.exr_type, job_.rate, {}}, .existing = existing_};
     if (format == media::PictureFormat::kExr) settings.exr.scene = scene_.of_frame(job_.frames[position]);

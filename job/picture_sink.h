@@ -14,7 +14,7 @@ class PictureSink : public media::FrameSink {
     PictureSink(const RenderJob& job, const scene::SceneText& scene, media::Existing existing)
         : job_(job), scene_(scene), existing_(existing) {}
 
-    void write(size_t position, const host::World& world) override;
+    void write(std::size_t position, const host::World& world) override;
 
   private:
     const RenderJob& job_;

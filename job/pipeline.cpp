@@ -15,7 +15,7 @@ namespace {
 enum class Outcome { kRendered, kNothing, kFailed };
 
 struct Item {
-    size_t position = 0;
+    std::size_t position = 0;
     host::World world;
     Outcome outcome = Outcome::kNothing;
 };
@@ -28,9 +28,9 @@ class Pipeline {
     void run() {
         {
             std::vector<std::jthread> threads;
-            for (size_t i = 0; i < shape_.encoder_threads; ++i)
+            for (std::size_t i = 0; i < shape_.encoder_threads; ++i)
                 threads.emplace_back([this] { encode_all(); });
-            for (size_t i = 1; i < shape_.render_threads; ++i)
+            for (std::size_t i = 1; i < shape_.render_threads; ++i)
                 threads.emplace_back([this] { render_all(); });
             render_all();
         }
@@ -67,7 +67,7 @@ class Pipeline {
 
     void hand_over(Item item) {
         const std::lock_guard lock(mutex_);
-        const size_t position = item.position;
+        const std::size_t position = item.position;
         waiting_.emplace(position, std::move(item));
         changed_.notify_all();
     }
@@ -115,10 +115,10 @@ class Pipeline {
     std::mutex mutex_;
     std::condition_variable changed_;
     std::vector<host::World> free_;
-    std::map<size_t, Item> waiting_;
-    size_t rendering_;
-    size_t next_ = 0;
-    size_t encoded_ = 0;
+    std::map<std::size_t, Item> waiting_;
+    std::size_t rendering_;
+    std::size_t next_ = 0;
+    std::size_t encoded_ = 0;
     bool broken_ = false;
     std::exception_ptr error_;
 };

@@ -9,22 +9,22 @@
 namespace flumo::job {
 
 struct PipelineShape {
-    size_t render_threads = 1;
-    size_t encoder_threads = 1;
+    std::size_t render_threads = 1;
+    std::size_t encoder_threads = 1;
     /// Worlds that exist at any time, whatever the number of frames: being rendered, waiting, being encoded.
-    size_t worlds = 3;
+    std::size_t worlds = 3;
     /// Encode in the order of positions, as a stream needs it; takes one encoder thread.
     bool in_order = false;
 };
 
 /// What is done with each position 0 to count - 1. Every function is called from several threads.
 struct PipelineWork {
-    size_t count = 0;
+    std::size_t count = 0;
     /// Asked before each position; true begins no more.
     std::function<bool()> stop;
     /// Fills the world, which keeps its memory from frame to frame; false when there is nothing to encode.
-    std::function<bool(size_t, host::World&)> render;
-    std::function<void(size_t, const host::World&)> encode;
+    std::function<bool(std::size_t, host::World&)> render;
+    std::function<void(std::size_t, const host::World&)> encode;
 };
 
 /// Returns once everything that was begun is done; the first render thread is the caller's own. After an

@@ -3,24 +3,36 @@
 
 #include <chrono>
 #include <filesystem>
+#include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace flumo::job {
 
 struct ProgressState {
-    size_t total = 0;     ///< frames of the job
-    size_t rendered = 0;  ///< written by this run
-    size_t skipped = 0;   ///< left as they were
-    size_t failed = 0;
+    std::size_t total = 0;     ///< frames of the job
+    std::size_t rendered = 0;  ///< written by this run
+    std::size_t skipped = 0;   ///< left as they were
+    std::size_t failed = 0;
     std::chrono::duration<double> elapsed{};
 
-    size_t done() const { return rendered + skipped + failed; }
-    double percent() const { return total == 0 ? 100.0 : 100.0 * double(done()) / double(total); }
-    /// Frames written per second; 0 before the first.
-    double rate() const { return elapsed.count() > 0 ? double(rendered) / elapsed.count() : 0; }
-    /// At the rate so far; 0 while that is unknown.
-    double seconds_left() const { return rate() > 0 ? double(total - done()) / rate() : 0; }
+    /// Frames that are there now.
+    std::size_t done() const { return rendered + skipped; }
+    /// Frames that need no more work.
+    std::size_t finished() const { return done() + failed; }
+    double percent() const { return total == 0 ? 100.0 : 100.0 * double(finished()) / double(total); }
+    /// Frames written per second; nothing before the first.
+    std::optional<double> rate() const {
+        if (rendered == 0 || !(elapsed.count() > 0)) return std::nullopt;
+        return double(rendered) / elapsed.count();
+    }
+    /// At the rate so far; nothing while that is unknown.
+    std::optional<double> seconds_left() const {
+        const auto per_second = rate();
+        if (!per_second) return std::nullopt;
+        return double(total - finished()) / *per_second;
+    }
 };
 
 enum class FrameResult { kWritten, kSkipped, kFailed };
@@ -30,6 +42,7 @@ struct FrameEvent {
     int frame = 0;
     std::filesystem::path file{};  ///< of a frame that was written or skipped
     std::string why{};             ///< of a frame that failed, one line
+    double seconds = 0;            ///< from its beginning until it was written
 };
 
 enum class Ending { kDone, kStopped };
@@ -38,7 +51,10 @@ enum class Ending { kDone, kStopped };
 class Observer {
   public:
     virtual ~Observer() = default;
+    /// All inputs are read; the first frame comes next.
     virtual void started(const ProgressState& state) = 0;
+    /// A frame is about to be rendered; frame_done() follows unless an exception ends the job.
+    virtual void frame_begun(int frame) = 0;
     virtual void frame_done(const FrameEvent& event, const ProgressState& state) = 0;
     /// Not called after an exception.
     virtual void ended(Ending ending, const ProgressState& state) = 0;
@@ -54,8 +70,10 @@ class Progress {
   public:
     explicit Progress(Observer& observer) : observer_(observer) {}
 
-    void start(size_t total);
-    void add(const FrameEvent& event);
+    void start(std::size_t total);
+    void begin(int frame);
+    /// Fills in the seconds of a frame that was begun.
+    void add(FrameEvent event);
     void end(Ending ending);
 
     ProgressState state() const;
@@ -64,6 +82,7 @@ class Progress {
     Observer& observer_;
     mutable std::mutex mutex_;
     ProgressState state_;
+    std::map<int, std::chrono::steady_clock::time_point> begun_;
     std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now();
 };
 

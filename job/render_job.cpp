@@ -1,7 +1,10 @@
 #include "job/render_job.h"
 
+#include <algorithm>
+
 #include "base/failure.h"
 #include "base/text_list.h"
+#include "scene/control_needs.h"
 #include "scene/scene.h"
 
 namespace flumo::job {
@@ -48,6 +51,17 @@ scene::Scene scene_of(const RenderRequest& request, media::ExrType& type,
     return request.scene.empty() ? scene::Scene() : scene::read_scene(request.scene, catalog);
 }
 
+// A scene file may set what another one uses, so only what the request itself sets is looked at.
+std::vector<std::string> warnings_of(const RenderRequest& request, const scene::Tracks& tracks,
+                                     const scene::ControlCatalog& catalog) {
+    std::vector<std::string> warnings;
+    for (const Assignment& assignment : request.assignments) {
+        const std::string why = scene::why_without_effect(catalog.find(assignment.id), tracks, catalog);
+        if (!why.empty() && std::ranges::find(warnings, why) == warnings.end()) warnings.push_back(why);
+    }
+    return warnings;
+}
+
 // Numbers count through the whole list, so that shards do not meet.
 void take_shard(RenderJob& job, const Shard& shard) {
     const ShardRange range = range_of(shard, job.frames.size());
@@ -58,7 +72,7 @@ void take_shard(RenderJob& job, const Shard& shard) {
 
 }  // namespace
 
-std::filesystem::path RenderJob::path_of(size_t position) const {
+std::filesystem::path RenderJob::path_of(std::size_t position) const {
     return output.path_of(start_number ? *start_number + static_cast<int>(position) : frames[position]);
 }
 
@@ -76,6 +90,7 @@ RenderJob make_render_job(const RenderRequest& request, const scene::ControlCata
         const scene::Track track = read_assignment(assignment, catalog);
         job.tracks[track.control->index] = track;
     }
+    job.warnings = warnings_of(request, job.tracks, catalog);
     require_different_names(job);
     if (request.shard) take_shard(job, *request.shard);
     return job;

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "base/frame_size.h"
@@ -25,8 +26,11 @@ struct RenderJob {
     /// Number of the first file, where files are not numbered by frames.
     std::optional<int> start_number = {};
 
+    /// One line for each control that the request sets and that changes no picture.
+    std::vector<std::string> warnings = {};
+
     /// Where the frame at this position of `frames` goes.
-    std::filesystem::path path_of(size_t position) const;
+    std::filesystem::path path_of(std::size_t position) const;
 };
 
 /// The request over its scene over defaults. Throws Failure: (usage) for values that the controls do not take

@@ -20,8 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr size_t kMostEncoders = 16;
-constexpr size_t kWorldMemory = size_t{1} << 30;
+constexpr std::size_t kMostEncoders = 16;
+constexpr std::size_t kWorldMemory = std::size_t{1} << 30;
 
 host::FrameRequest request_of(const RenderJob& job, int frame) {
     host::FrameRequest request;
@@ -65,13 +65,13 @@ std::unique_ptr<media::FrameSink> make_sink(const RunSettings& settings, const R
 // the memory: one for each thread and one that waits, fewer for very large frames.
 PipelineShape shape_of(const RenderJob& job, int render_threads) {
     PipelineShape shape;
-    shape.render_threads = static_cast<size_t>(render_threads);
+    shape.render_threads = static_cast<std::size_t>(render_threads);
     shape.in_order = job.output.is_stream();
-    const size_t cores = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, kMostEncoders);
+    const std::size_t cores = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostEncoders);
     shape.encoder_threads = shape.in_order ? 1 : cores;
-    const size_t frame_bytes = static_cast<size_t>(job.size.width) * static_cast<size_t>(job.size.height) *
-                               host::pixel_size(job.depth);
-    const size_t wanted = shape.render_threads + shape.encoder_threads + 1;
+    const std::size_t frame_bytes = static_cast<std::size_t>(job.size.width) *
+                                    static_cast<std::size_t>(job.size.height) * host::pixel_size(job.depth);
+    const std::size_t wanted = shape.render_threads + shape.encoder_threads + 1;
     shape.worlds = std::clamp(kWorldMemory / frame_bytes, shape.render_threads + 1, wanted);
     return shape;
 }
@@ -84,22 +84,23 @@ class Rendering {
         : settings_(settings), job_(job), instance_(instance), sink_(sink), progress_(progress) {}
 
     RunResult run(const PipelineShape& shape) {
-        progress_.start(job_.frames.size());
-        run_pipeline(shape, {job_.frames.size(), [this] { return is_stopped(); },
-                             [this](size_t position, host::World& world) { return render(position, world); },
-                             [this](size_t position, const host::World& world) { encode(position, world); }});
+        run_pipeline(shape,
+                     {job_.frames.size(), [this] { return is_stopped(); },
+                      [this](std::size_t position, host::World& world) { return render(position, world); },
+                      [this](std::size_t position, const host::World& world) { encode(position, world); }});
         return finish();
     }
 
   private:
     bool is_stopped() const { return settings_.stop && settings_.stop(); }
 
-    bool render(size_t position, host::World& world) try {
+    bool render(std::size_t position, host::World& world) try {
         const int frame = job_.frames[position];
         if (settings_.skip_existing && job_.output.is_pictures() && fs::exists(job_.path_of(position))) {
             progress_.add({FrameResult::kSkipped, frame, job_.path_of(position)});
             return false;
         }
+        progress_.begin(frame);
         render_frame(instance_, job_, frame, world);
         return true;
     } catch (const Failure& failure) {
@@ -108,7 +109,7 @@ class Rendering {
         return false;
     }
 
-    void encode(size_t position, const host::World& world) {
+    void encode(std::size_t position, const host::World& world) {
         sink_.write(position, world);
         progress_.add({FrameResult::kWritten, job_.frames[position], job_.path_of(position)});
     }
@@ -116,7 +117,7 @@ class Rendering {
     RunResult finish() {
         const Ending ending = is_stopped() ? Ending::kStopped : Ending::kDone;
         const ProgressState state = progress_.state();
-        if (state.done() == state.total) sink_.finish();
+        if (state.finished() == state.total) sink_.finish();
         progress_.end(ending);
         return {state, ending};
     }
@@ -129,7 +130,7 @@ class Rendering {
 };
 
 void refuse_existing(const RenderJob& job) {
-    for (size_t i = 0; i < job.frames.size(); ++i) {
+    for (std::size_t i = 0; i < job.frames.size(); ++i) {
         const fs::path path = job.path_of(i);
         if (fs::exists(path))
             throw output_failure("\"" + path.string() + "\" exists, and --no-clobber keeps it");
@@ -166,6 +167,7 @@ RunResult run_job(Session& session, const RenderJob& job, const RunSettings& set
     const scene::SceneText scene(scene_of(job), session.catalog(), session.host());
     const auto instance = session.host().new_instance();
     apply_tracks(*instance, job.tracks, job.depth);
+    progress.start(job.frames.size());
     const auto sink = make_sink(settings, job, scene);
     return Rendering(settings, job, *instance, *sink, progress).run(shape_of(job, settings.render_threads));
 }

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <array>
+#include <exception>
 
 #include "base/failure.h"
 #include "base/text_list.h"
@@ -34,8 +35,10 @@ Failure start_failure(const host::HostError& error) {
     return {FailureKind::kNoOpenGl, std::string("the effect found no usable OpenGL 3.3: ") + error.what()};
 }
 
-std::vector<host::Control> start(host::Host& host) try {
-    host.start();
+// The effect makes its OpenGL context in global set-up; parameter set-up works without.
+std::vector<host::Control> start(host::Host& host, Use use) try {
+    if (use == Use::kRendering) host.global_setup();
+    host.params_setup();
     return host.controls();
 } catch (const host::HostError& error) {
     throw start_failure(error);
@@ -55,7 +58,16 @@ fs::path module_path(const fs::path& given) {
                         in_quotes(places[1].string()) + "; --module names it");
 }
 
-Session::Session(const fs::path& given_module)
-    : module_(load_module(module_path(given_module))), host_(module_), catalog_(start(host_)) {}
+Session::Session(const fs::path& given_module, Use use)
+    : module_(load_module(module_path(given_module))), host_(module_), catalog_(start(host_, use)) {}
+
+// Without global set-up there is no set-down that would give back the defaults of the gradients.
+Session::~Session() {
+    try {
+        host_.release_controls();
+    } catch (const std::exception&) {
+        // The process goes on without them.
+    }
+}
 
 }  // namespace flumo::job

@@ -16,9 +16,9 @@ Shard parse_shard(std::string_view text) {
     return {*part, *count};
 }
 
-ShardRange range_of(const Shard& shard, size_t frames) {
-    const auto count = static_cast<size_t>(shard.count);
-    const auto bound = [&](int part) { return frames * static_cast<size_t>(part) / count; };
+ShardRange range_of(const Shard& shard, std::size_t frames) {
+    const auto count = static_cast<std::size_t>(shard.count);
+    const auto bound = [&](int part) { return frames * static_cast<std::size_t>(part) / count; };
     return {bound(shard.part - 1), bound(shard.part)};
 }
 

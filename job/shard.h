@@ -17,12 +17,12 @@ Shard parse_shard(std::string_view text);
 
 /// Positions [begin, end) in the list.
 struct ShardRange {
-    size_t begin = 0;
-    size_t end = 0;
+    std::size_t begin = 0;
+    std::size_t end = 0;
 };
 
 /// Neighbouring frames, so that the parts of a video can be joined; all parts together hold every one of
 /// `frames` positions once, and differ by at most one in length.
-ShardRange range_of(const Shard& shard, size_t frames);
+ShardRange range_of(const Shard& shard, std::size_t frames);
 
 }  // namespace flumo::job

@@ -35,6 +35,7 @@ class OutputPattern {
 
     const OutputKind& kind() const { return kind_; }
     bool is_pictures() const { return std::holds_alternative<PictureFormat>(kind_); }
+    bool is_exr() const { return is_pictures() && std::get<PictureFormat>(kind_) == PictureFormat::kExr; }
     bool is_standard_output() const { return std::holds_alternative<StandardOutput>(kind_); }
     bool is_video() const { return std::holds_alternative<VideoFormat>(kind_); }
     /// One frame behind the other in one place.

@@ -22,8 +22,10 @@ std::string reason_of(const std::string& errors) {
 }
 
 Picture read_with_ffmpeg(const std::filesystem::path& path) {
-    const auto result = run_child({"ffmpeg", "-nostdin", "-v", "error", "-i", "file:" + path.string(),
-                                   "-frames:v", "1", "-c:v", "png", "-f", "image2pipe", "-"});
+    // Without -xerror and explode a file that was cut short would come as half a picture.
+    const auto result =
+        run_child({"ffmpeg", "-nostdin", "-v", "error", "-xerror", "-err_detect", "explode", "-i",
+                   "file:" + path.string(), "-frames:v", "1", "-c:v", "png", "-f", "image2pipe", "-"});
     if (!result) {
         throw std::runtime_error(
             "it is neither PNG nor OpenEXR, and ffmpeg, which reads the rest, is not installed");

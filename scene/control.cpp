@@ -22,15 +22,31 @@ std::string id_of(const host::Control& control) {
     return std::string(row->id);
 }
 
-Failure unknown_control(std::string_view id, const std::vector<Control>& controls) {
-    std::vector<std::string> known;
+// What a wrong id may mean: controls whose name in the panel it is, otherwise the nearest id or name.
+std::vector<std::string> meant_ids(std::string_view id, const std::vector<Control>& controls) {
+    std::vector<std::string> ids;
+    std::vector<std::string> words;
     for (const Control& control : controls) {
-        if (!control.is_group_mark()) known.push_back(control.id);
+        if (control.is_group_mark()) continue;
+        if (equal_ignoring_case(control.name, id)) ids.push_back(control.id);
+        words.insert(words.end(), {control.id, control.name});
     }
-    const auto nearest = nearest_word(id, known);
-    return usage_failure(
-        "unknown control " + in_quotes(id) +
-        (nearest ? "; did you mean " + *nearest + "?" : "; `flumo controls` lists them all"));
+    if (!ids.empty()) return ids;
+    const auto nearest = nearest_word(id, words);
+    if (!nearest) return {};
+    for (const Control& control : controls) {
+        if (!control.is_group_mark() && (control.id == *nearest || control.name == *nearest))
+            ids.push_back(control.id);
+    }
+    return ids;
+}
+
+Failure unknown_control(std::string_view id, const std::vector<Control>& controls) {
+    const std::vector<std::string> meant = meant_ids(id, controls);
+    return usage_failure("unknown control " + in_quotes(id) +
+                         (meant.empty()       ? "; `flumo controls` lists them all"
+                          : meant.size() == 1 ? "; did you mean " + meant.front() + "?"
+                                              : "; did you mean one of " + join(meant) + "?"));
 }
 
 }  // namespace

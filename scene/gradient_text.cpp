@@ -20,6 +20,13 @@ Failure bad_gradient(const std::string& what) {
     return usage_failure("gradient: " + what);
 }
 
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlank = " \t\r\n";
+    const size_t first = text.find_first_not_of(kBlank);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
+}
+
 float parse_finite(std::string_view text, const char* what) {
     const auto number = parse_number<float>(text);
     if (!number || !std::isfinite(*number)) {
@@ -63,7 +70,22 @@ Stop parse_compact_stop(std::string_view text) {
 std::vector<Stop> parse_compact(std::string_view text) {
     std::vector<Stop> stops;
     for (const std::string_view part : split(text, ','))
-        stops.push_back(parse_compact_stop(part));
+        stops.push_back(parse_compact_stop(trimmed(part)));
+    return stops;
+}
+
+// Stops between commas, line ends or both; lines that are empty are skipped.
+std::vector<Stop> parse_compact_lines(std::string_view text) {
+    const std::vector<std::string_view> lines = split(text, '\n');
+    std::vector<Stop> stops;
+    for (std::string_view line : lines) {
+        const bool is_last = line.end() == text.end();
+        line = trimmed(line);
+        if (line.empty() && lines.size() > 1) continue;
+        if (!is_last && line.ends_with(',')) line.remove_suffix(1);
+        const std::vector<Stop> more = parse_compact(line);
+        stops.insert(stops.end(), more.begin(), more.end());
+    }
     return stops;
 }
 
@@ -129,13 +151,6 @@ std::vector<Stop> parse_stored_form(std::string_view text) {
     return *std::move(stops);
 }
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlank = " \t\r\n";
-    const size_t first = text.find_first_not_of(kBlank);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
-}
-
 bool is_stored_form(std::string_view text) {
     return text.size() >= 8 && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
 }
@@ -143,16 +158,40 @@ bool is_stored_form(std::string_view text) {
 std::vector<Stop> parse_spelling(std::string_view text) {
     if (text.starts_with(kTextFormHeader)) return TextFormReader(text).read();
     if (is_stored_form(text)) return parse_stored_form(text);
-    return parse_compact(text);
+    return parse_compact_lines(text);
+}
+
+// The number of the first line, from 1, that holds something else than stops.
+size_t first_wrong_line(std::string_view text) {
+    size_t number = 0;
+    for (const std::string_view line : split(text, '\n')) {
+        ++number;
+        try {
+            parse_compact_lines(std::string(line) + "\n");
+        } catch (const Failure&) {
+            break;
+        }
+    }
+    return number;
+}
+
+// The file may be any, so a message names the place and does not repeat its contents.
+std::vector<Stop> read_gradient_file(const std::filesystem::path& path) {
+    const std::string text = read_text_file(path);
+    try {
+        return parse_spelling(trimmed(text));
+    } catch (const Failure&) {
+        throw bad_gradient(
+            path.string() + ": line " + std::to_string(first_wrong_line(text)) +
+            ": expected stops such as 0.5:sin:#ff8800, one a line or with commas between them, "
+            "or the effect's text or stored form");
+    }
 }
 
 }  // namespace
 
 std::vector<Stop> parse_gradient(std::string_view text, const std::filesystem::path& folder) {
-    if (text.starts_with('@')) {
-        const std::string file = read_text_file(folder / text.substr(1));
-        return parse_spelling(trimmed(file));
-    }
+    if (text.starts_with('@')) return read_gradient_file(folder / text.substr(1));
     return parse_spelling(trimmed(text));
 }
 

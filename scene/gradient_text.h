@@ -11,7 +11,8 @@ namespace flumo::scene {
 
 /// Reads the stops from one of these spellings:
 ///   0:#000000,0.5:edge:#ff8800,1:1/0.5/0/1    position[:kind]:colour; kind linear, sin (default) or
-///                                             edge; colour #rgb, #rrggbb, #rrggbbaa or r/g/b[/a]
+///                                             edge; colour #rgb, #rrggbb, #rrggbbaa or r/g/b[/a];
+///                                             in a file also one stop a line
 ///   Gradient t 0 sin  r 0 g 0 b 0 a 1 ...     the text form of the effect
 ///   0200000000000000...                       the stored form of the effect in hexadecimal digits
 ///   @FILE                                     a file that holds one of the above, a relative name being

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 
 #include "base/failure.h"
@@ -17,14 +18,41 @@ namespace {
 
 using nlohmann::json;
 
-json parse_json(std::string_view text, const std::filesystem::path& path) try {
-    return json::parse(text);
-} catch (const json::exception& error) {
-    // The library's own name and number stand before the place, or before what it says of a number beyond
-    // all range.
-    const std::string what = error.what();
+// The library's message without its own name and number, which stand before the place or before what it says
+// of a number out of range, and without the bytes that it read last.
+std::string reason_of(const json::exception& error) {
+    std::string what = error.what();
     const size_t place = what.find("line ");
-    throw input_failure(path.string() + ": " + what.substr(place != what.npos ? place : what.find("] ") + 2));
+    what.erase(0, place != what.npos ? place : what.find("] ") + 2);
+    const size_t bytes = what.find("; last read: '");
+    if (bytes != what.npos) what.erase(bytes, what.rfind('\'') + 1 - bytes);
+    return printable(what);
+}
+
+// Refuses a key that an object holds twice, of which the parser would keep the last.
+class KeysOnce {
+  public:
+    bool operator()(int, json::parse_event_t event, json& parsed) {
+        if (event == json::parse_event_t::object_start) open_.emplace_back();
+        if (event == json::parse_event_t::object_end) open_.pop_back();
+        if (event == json::parse_event_t::key) {
+            const auto& key = parsed.get_ref<const std::string&>();
+            if (!open_.back().insert(key).second)
+                throw usage_failure("the key " + in_quotes(key) + " stands twice");
+        }
+        return true;
+    }
+
+  private:
+    std::vector<std::set<std::string>> open_;
+};
+
+json parse_json(std::string_view text, const std::filesystem::path& path) try {
+    return json::parse(text, KeysOnce());
+} catch (const json::exception& error) {
+    throw input_failure(path.string() + ": " + reason_of(error));
+} catch (const Failure& failure) {
+    throw Failure(failure.kind(), path.string() + ": " + failure.what());
 }
 
 FrameSize read_size(const json& value, const ScenePlace& place) {

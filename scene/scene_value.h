@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "base/text_list.h"
 #include "scene/track.h"
 
 namespace flumo::scene {
@@ -19,7 +20,7 @@ struct ScenePlace {
     ScenePlace element(size_t i) const { return {file, key + "[" + std::to_string(i) + "]"}; }
 
     Failure failure(const std::string& message, FailureKind status = FailureKind::kUsage) const {
-        return {status, file.string() + ": " + (key.empty() ? "" : key + ": ") + message};
+        return {status, file.string() + ": " + (key.empty() ? "" : printable(key) + ": ") + message};
     }
 };
 

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/child_process.h"
+#include "base/failure.h"
 #include "base/text_list.h"
 #include "cli/terminal/stop_signal.h"
 #include "job/session.h"

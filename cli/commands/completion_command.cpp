@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/text_list.h"
-#include "cli/terminal/exit_status.h"
 #include "effect/params/control_table.h"
 
 namespace flumo::cli {

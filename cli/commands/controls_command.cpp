@@ -1,18 +1,27 @@
 #include "cli/commands/controls_command.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
+#include <utility>
 #include <vector>
 
 #include "base/number_text.h"
 #include "base/text_list.h"
 #include "host/values/arbitrary_value.h"
+#include "job/session.h"
+#include "scene/control_needs.h"
 
 namespace flumo::cli {
 namespace {
 
 using nlohmann::ordered_json;
+
+constexpr const char* kFooter = R"(
+Examples:
+  flumo controls | grep Lines
+  flumo controls --json | jq '.[] | select(.kind == "popup") | .choices')";
 
 // Sliders hold single-precision numbers: 1.4 shall not read as 1.399999976158142.
 std::string as_registered(double value) {
@@ -40,7 +49,7 @@ std::string range_column(const scene::Control& control) {
 
 std::string default_column(job::Session& session, const scene::Control& control) {
     const auto choices = scene::offered_choices(control);
-    const auto number = static_cast<size_t>(control.default_value);
+    const auto number = static_cast<std::size_t>(control.default_value);
     switch (control.kind) {
         case scene::ControlKind::kArbitrary:
             return default_gradient(session, control);
@@ -78,9 +87,9 @@ Row row_of(job::Session& session, const scene::Control& control) {
             group_column(control)};
 }
 
-std::string line_of(const Row& row, const std::array<size_t, 7>& widths) {
+std::string line_of(const Row& row, const std::array<std::size_t, 7>& widths) {
     std::string line;
-    for (size_t i = 0; i < row.size(); ++i)
+    for (std::size_t i = 0; i < row.size(); ++i)
         line += row[i] + std::string(widths[i] - row[i].size() + 2, ' ');
     line.erase(line.find_last_not_of(' ') + 1);
     return line + "\n";
@@ -115,15 +124,13 @@ ordered_json json_of(job::Session& session, const scene::Control& control) {
     return object;
 }
 
-}  // namespace
-
 std::string controls_as_text(job::Session& session) {
     std::vector<Row> rows = {{"Index", "Id", "Name", "Kind", "Range", "Default", "Group"}};
     for (const scene::Control& control : session.catalog().controls())
         rows.push_back(row_of(session, control));
-    std::array<size_t, 7> widths{};
+    std::array<std::size_t, 7> widths{};
     for (const Row& row : rows) {
-        for (size_t i = 0; i < row.size(); ++i)
+        for (std::size_t i = 0; i < row.size(); ++i)
             widths[i] = std::max(widths[i], row[i].size());
     }
     std::string text;
@@ -137,6 +144,43 @@ std::string controls_as_json(job::Session& session) {
     for (const scene::Control& control : session.catalog().controls())
         array.push_back(json_of(session, control));
     return array.dump(2) + "\n";
+}
+
+// Controls with the same needs share a row.
+std::string needs_as_text(const scene::ControlCatalog& catalog) {
+    std::vector<std::pair<std::string, std::string>> rows;
+    for (const scene::ControlNeeds& needs : scene::control_needs()) {
+        const std::string text = scene::needs_text(needs, catalog);
+        auto row = std::ranges::find(rows, text, &std::pair<std::string, std::string>::first);
+        if (row == rows.end()) row = rows.insert(rows.end(), {text, ""});
+        row->second += (row->second.empty() ? "`" : ", `") + std::string(needs.id) + "`";
+    }
+    std::string table = "| needs | controls |\n|---|---|\n";
+    for (const auto& [text, ids] : rows)
+        table += "| " + text + " | " + ids + " |\n";
+    return table;
+}
+
+}  // namespace
+
+void add_controls_options(CLI::App& command, ControlsOptions& options) {
+    command.footer(kFooter);
+    command.add_flag("--json", options.json, "Write JSON");
+    command.add_flag("--needs", options.needs,
+                     "Write which controls have an effect only together with others");
+    command.add_option("--module", options.module, "The effect to load")
+        ->type_name("FILE")
+        ->default_str("beside flumo, then in ../lib/flumo");
+}
+
+ExitStatus controls(const ControlsOptions& options, const StdoutGuard& output) {
+    job::Session session(options.module, job::Use::kControlsAlone);
+    if (options.needs) {
+        output.write(needs_as_text(session.catalog()));
+        return ExitStatus::kDone;
+    }
+    output.write(options.json ? controls_as_json(session) : controls_as_text(session));
+    return ExitStatus::kDone;
 }
 
 }  // namespace flumo::cli

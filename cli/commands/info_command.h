@@ -1,19 +1,29 @@
 // `flumo info`.
 #pragma once
 
-#include <string>
+#include <filesystem>
 
-#include "job/session.h"
+#include "cli/terminal/exit_status.h"
+#include "cli/terminal/stdout_guard.h"
+
+namespace CLI {
+class App;
+}
 
 namespace flumo::cli {
 
-/// Who the effect is, the flags that it set by name, and the driver that it found. `printed` is what the
-/// effect wrote on standard output when it was set up.
-std::string info_as_text(job::Session& session, const std::string& printed);
-std::string info_as_json(job::Session& session, const std::string& printed);
+struct InfoOptions {
+    std::filesystem::path module;
+    bool json = false;
+    bool check = false;
+};
 
-/// Makes a context, compiles and renders a tiny frame: how long that took, in milliseconds. Throws Failure
-/// (no OpenGL) when no picture comes out.
-double check_rendering(job::Session& session);
+/// Adds the options to `command`; parsing fills `options`, which must outlive it.
+void add_info_options(CLI::App& command, InfoOptions& options);
+
+/// Writes what the effect is called, the flags that it set by name, and the OpenGL driver that it found. With
+/// `check` it also compiles the programs and renders a small frame; with `json` the object has the verdict
+/// under `check`, also when it is bad. Returns kDone or kNoOpenGl; throws Failure for everything else.
+ExitStatus info(const InfoOptions& options, const StdoutGuard& output);
 
 }  // namespace flumo::cli

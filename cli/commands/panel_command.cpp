@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/failure.h"
 #include "base/file_contents.h"
 #include "base/text_list.h"
 #include "host/instance.h"
@@ -146,8 +147,8 @@ void draw_picture(const std::filesystem::path& path, host::ControlEvents& events
     const host::EventOutcome outcome = events.draw();
     if (outcome.error) throw effect_failure("drawing the control", outcome);
     media::write_picture(path, media::PictureFormat::kPng,
-                         {.width = static_cast<size_t>(canvas.image_width()),
-                          .height = static_cast<size_t>(canvas.image_height()),
+                         {.width = static_cast<std::size_t>(canvas.image_width()),
+                          .height = static_cast<std::size_t>(canvas.image_height()),
                           .samples = canvas.rgba()});
 }
 
@@ -163,7 +164,7 @@ ExitStatus panel(const PanelRequest& request, const StdoutGuard& output) {
         throw usage_failure("panel needs a control, such as: flumo panel Gradient -o panel.png");
     const std::vector<PointerEvent> script = events_of(request);
     const auto stored = stored_gradient(request);
-    job::Session session(request.module);
+    job::Session session(request.module, job::Use::kControlsAlone);
     const scene::Control& control = gradient_control(session.catalog(), request.control);
     probe(request.picture);
     probe(request.save);

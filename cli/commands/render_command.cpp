@@ -21,23 +21,38 @@ constexpr const char* kShortestExample = R"(flumo render needs to know where the
   flumo render --help                       everything else
 )";
 
-ProgressDisplay make_display(const RenderOptions& options, const StdoutGuard& output) {
-    const ProgressForm form = options.progress.value_or(form_for_standard_error());
-    const bool for_tools = form == ProgressForm::kJson || form == ProgressForm::kOpenJd;
+// What a second signal would do, once there was a first.
+std::string stop_hint() {
+    const auto stop = stop_requested();
+    if (!stop) return "";
+    return stop == ExitStatus::kInterrupted ? "press again to stop" : "a second signal stops at once";
+}
+
+DisplaySettings display_settings(const RenderOptions& options, const StdoutGuard& output) {
+    DisplaySettings settings;
+    settings.form = options.progress.value_or(form_for_standard_error());
     const char* const no_colour = std::getenv("NO_COLOR");
-    const bool colours = !no_colour || *no_colour == '\0';
+    settings.colours = !no_colour || *no_colour == '\0';
+    settings.on_start = watch_stop_signals;
+    settings.stop_hint = stop_hint;
+    const bool for_tools = settings.form == ProgressForm::kJson || settings.form == ProgressForm::kOpenJd;
     // Standard output belongs to the frames when they go there.
-    if (for_tools && !(options.output && options.output->is_standard_output()))
-        return {form, colours, [&output](std::string_view text) { output.write(text); }};
-    return {form, colours, [](std::string_view text) {
-                std::fwrite(text.data(), 1, text.size(), stderr);
-                std::fflush(stderr);
-            }};
+    if (for_tools && !(options.output && options.output->is_standard_output())) {
+        settings.write = [&output](std::string_view text) { output.write(text); };
+    } else {
+        settings.write = [](std::string_view text) {
+            std::fwrite(text.data(), 1, text.size(), stderr);
+            std::fflush(stderr);
+        };
+    }
+    return settings;
 }
 
 void refuse_what_does_not_fit(const RenderOptions& options) {
     const media::OutputPattern& output = *options.output;
     if (options.raw && !output.is_standard_output()) throw usage_failure("--raw is for -o -");
+    if (options.exr_type && !output.is_exr())
+        throw usage_failure("--exr-type is for output that ends in .exr");
     if (options.keep_going && output.is_stream())
         throw usage_failure("--keep-going is for pictures: a stream has no place for a missing frame");
     if (options.skip_existing && options.no_clobber)
@@ -46,13 +61,12 @@ void refuse_what_does_not_fit(const RenderOptions& options) {
         throw usage_failure("--scene and --from each name a scene: expected one of them");
 }
 
-// llvmpipe, the software driver of Mesa, looks into the unfinished work of other threads' contexts without a
-// lock and now and then crashes over it, as of 22.3. It draws for one context at a time, so nothing is lost.
-int render_threads(const RenderOptions& options, const StdoutGuard& output) {
+// On llvmpipe, the software driver of Mesa, frames take turns: one that is drawn uses all cores.
+int render_threads(const RenderOptions& options, const StdoutGuard& output, ProgressDisplay& display) {
     if (options.render_threads == 1) return 1;
     if (output.captured().find("OpenGL Renderer: llvmpipe") == std::string::npos)
         return options.render_threads;
-    std::fputs("flumo: one thread renders, since llvmpipe gains nothing from more and may crash\n", stderr);
+    display.warn("one thread renders, since llvmpipe gains nothing from more");
     return 1;
 }
 
@@ -64,11 +78,13 @@ void write_stream(const StdoutGuard& output, std::string_view bytes) {
 }
 
 ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, ProgressDisplay& display) {
-    job::Session session(options.module);
     refuse_what_does_not_fit(options);
+    job::Session session(options.module);
     const job::RenderJob job = job::make_render_job(options, session.catalog());
+    for (const std::string& warning : job.warnings)
+        display.warn(warning);
     const job::RunSettings settings{
-        .render_threads = render_threads(options, output),
+        .render_threads = render_threads(options, output, display),
         .skip_existing = options.skip_existing,
         .no_clobber = options.no_clobber,
         .keep_going = options.keep_going,
@@ -93,7 +109,7 @@ ExitStatus render(const RenderOptions& options, const StdoutGuard& output) {
         if (isatty(STDERR_FILENO) == 1) std::fputs(kShortestExample, stderr);
         throw usage_failure("render needs an output file, such as: flumo render -o look.png");
     }
-    ProgressDisplay display = make_display(options, output);
+    ProgressDisplay display(display_settings(options, output));
     try {
         return render_job(options, output, display);
     } catch (const std::exception& error) {

@@ -5,7 +5,7 @@
 
 #include "base/parse_number.h"
 #include "base/text_list.h"
-#include "cli/terminal/exit_status.h"
+#include "cli/options/option_table.h"
 
 namespace flumo::cli {
 namespace {
@@ -56,18 +56,7 @@ std::filesystem::path parse_picture_name(const std::string& text) {
     return path;
 }
 
-using Apply = void (*)(PanelRequest&, const std::string&);
-
-struct OptionRow {
-    const char* heading;
-    const char* names;
-    const char* placeholder;
-    const char* help;
-    const char* default_text;
-    Apply apply;
-};
-
-const OptionRow kRows[] = {
+const OptionRow<PanelRequest> kRows[] = {
     {"Gradient", "--gradient,--stops", "STOPS",
      "Stops as `flumo render` takes them: position[:kind]:colour,\nthe effect's text or stored form, or "
      "@FILE",
@@ -83,7 +72,8 @@ const OptionRow kRows[] = {
     {"Pointer", "--script", "FILE", "Events, one a line; - reads standard input", "",
      [](auto& request, const std::string& text) { request.script = text; }},
     {"Pointer", "--event", "EVENT", "One event, after those of the script; repeatable", "",
-     [](auto& request, const std::string& text) { request.events.push_back(parse_pointer_event(text)); }},
+     [](auto& request, const std::string& text) { request.events.push_back(parse_pointer_event(text)); },
+     Repeats::kAllCount},
     {"Pointer", "--pick", "ANSWER", "What the colour picker answers: #rrggbb, cancel or fail", "cancel",
      [](auto& request, const std::string& text) { request.pick = parse_picker_answer(text); }},
     {"Output", "--print", "FORM", "How stops are printed: text, hex or json", "text",
@@ -91,28 +81,17 @@ const OptionRow kRows[] = {
     {"Output", "--save", "FILE", "Write the stored bytes of the last gradient", "",
      [](auto& request, const std::string& text) { request.save = text; }},
     {"Output", "-o,--output", "FILE", "Write the picture of the panel, .png", "",
-     [](auto& request, const std::string& text) { request.picture = parse_picture_name(text); }},
+     [](auto& request, const std::string& text) { request.picture = parse_picture_name(text); },
+     Repeats::kRefused},
     {"Output", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo",
      [](auto& request, const std::string& text) { request.module = text; }},
 };
-
-void add_row(CLI::App& command, PanelRequest& request, const OptionRow& row) {
-    const auto apply_all = [&request, apply = row.apply](const std::vector<std::string>& values) {
-        for (const std::string& value : values)
-            apply(request, value);
-    };
-    CLI::Option* option =
-        command.add_option_function<std::vector<std::string>>(row.names, apply_all, row.help);
-    option->group(row.heading)->type_name(row.placeholder)->allow_extra_args(false);
-    if (*row.default_text != '\0') option->default_str(row.default_text);
-}
 
 }  // namespace
 
 void add_panel_options(CLI::App& command, PanelRequest& request) {
     command.add_option("CONTROL", request.control, "Gradient or LinesGradient")->type_name("");
-    for (const OptionRow& row : kRows)
-        add_row(command, request, row);
+    add_option_rows(command, request, std::span<const OptionRow<PanelRequest>>(kRows));
     command.footer(kFooter);
 }
 

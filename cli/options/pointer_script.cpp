@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/failure.h"
 #include "base/parse_number.h"
 #include "base/text_list.h"
-#include "cli/terminal/exit_status.h"
 #include "scene/gradient_stops.h"
 
 namespace flumo::cli {
@@ -38,9 +38,17 @@ struct PressRow {
 constexpr PressRow kPresses[] = {
     {"click", 1, PF_Mod_NONE}, {"double-click", 2, PF_Mod_NONE}, {"ctrl-click", 1, PF_Mod_CMD_CTRL_KEY}};
 
+constexpr const char* kExpectedEvents =
+    "expected click X,Y, double-click X,Y, ctrl-click X,Y, drag X,Y, release or pick COLOUR";
+
+bool is_verb(std::string_view word) {
+    return std::ranges::find(kPresses, word, &PressRow::word) != std::end(kPresses) || word == "drag" ||
+           word == "release" || word == "pick";
+}
+
 std::string_view trimmed_line(std::string_view line) {
     constexpr std::string_view kBlank = " \t\r";
-    const size_t first = line.find_first_not_of(kBlank);
+    const std::size_t first = line.find_first_not_of(kBlank);
     if (first == std::string_view::npos) return {};
     return line.substr(first, line.find_last_not_of(kBlank) - first + 1);
 }
@@ -69,12 +77,12 @@ PointerEvent parse_pointer_event(std::string_view text) {
     if (verb == "release" && words.size() == 1) return {std::string(text), Release{}};
     if (verb == "pick" && words.size() == 2) return {std::string(text), parse_picker_answer(rest)};
     if (is_press || verb == "drag") throw bad_event(text, std::string(verb) + " X,Y");
-    throw bad_event(text, "click X,Y, double-click X,Y, ctrl-click X,Y, drag X,Y, release or pick COLOUR");
+    throw usage_failure("event " + in_quotes(text) + ": " + kExpectedEvents);
 }
 
 std::vector<PointerEvent> parse_pointer_script(std::string_view text, const std::string& name) {
     std::vector<PointerEvent> events;
-    size_t number = 0;
+    std::size_t number = 0;
     for (const std::string_view raw : split(text, '\n')) {
         ++number;
         const std::string_view line = trimmed_line(raw);
@@ -82,7 +90,9 @@ std::vector<PointerEvent> parse_pointer_script(std::string_view text, const std:
         try {
             events.push_back(parse_pointer_event(line));
         } catch (const Failure& failure) {
-            throw usage_failure(name + ": line " + std::to_string(number) + ": " + failure.what());
+            // A file that is no script is not repeated in the message.
+            throw usage_failure(name + ": line " + std::to_string(number) + ": " +
+                                (is_verb(words_of(line).front()) ? failure.what() : kExpectedEvents));
         }
     }
     return events;

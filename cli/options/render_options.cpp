@@ -1,13 +1,12 @@
 #include "cli/options/render_options.h"
 
 #include <CLI/CLI.hpp>
-
 #include <cstdlib>
 
 #include "base/frame_rate.h"
 #include "base/parse_number.h"
 #include "base/text_list.h"
-#include "cli/terminal/exit_status.h"
+#include "cli/options/option_table.h"
 #include "scene/depth.h"
 #include "scene/frame_list.h"
 
@@ -15,7 +14,7 @@ namespace flumo::cli {
 namespace {
 
 constexpr int kMostThreads = 64;
-// Leaves room for the longest list behind it.
+// Leaves room for the longest list of frames that starts there.
 constexpr int kLargestStartNumber = 1'000'000'000;
 
 constexpr const char* kFooter = R"(
@@ -42,7 +41,7 @@ Examples:
 signal after finishing the frames that were begun.)";
 
 job::Assignment parse_assignment(const std::string& option, const std::string& text) {
-    const size_t mark = text.find('=');
+    const std::size_t mark = text.find('=');
     if (mark == std::string::npos || mark == 0) {
         throw usage_failure(option + " " + in_quotes(text) + ": expected Id=value");
     }
@@ -152,17 +151,7 @@ void set_output(RenderOptions& options, const std::string& text) {
     options.output = media::OutputPattern(text);
 }
 
-// Without a placeholder the option is a flag.
-struct OptionRow {
-    const char* heading;
-    const char* names;
-    const char* placeholder;
-    const char* help;
-    const char* default_text;
-    void (*apply)(RenderOptions&, const std::string&);
-};
-
-constexpr OptionRow kRows[] = {
+constexpr OptionRow<RenderOptions> kRows[] = {
     {"Frame", "--size", "WxH", "Size in pixels", "1920x1080", set_size},
     {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)", "8", set_depth},
     {"Frame", "--frames", "LIST", "Frames to render, such as 7, 1-100, 1-100x2, 1,5,9", "0", set_frames},
@@ -174,12 +163,12 @@ constexpr OptionRow kRows[] = {
     {"Look", "--from", "FILE.exr", "The scene in the header of an EXR that flumo wrote: that\nframe again",
      "", set_from},
     {"Look", "--set", "Id=VALUE", "Value of a control: a number, a popup's name, on or off;\nrepeatable", "",
-     set_control},
+     set_control, Repeats::kAllCount},
     {"Look", "--gradient", "Id=STOPS",
      "Stops of Gradient or LinesGradient as position[:kind]:colour\nwith kinds linear, sin (usual) and edge; "
      "or "
      "the effect's text\nor stored form; or @FILE; repeatable",
-     "", set_gradient},
+     "", set_gradient, Repeats::kAllCount},
     {"Layers", "--layer1", "FILE", "Picture that multiplies the noise", "none", set_layer1},
     {"Layers", "--layer2", "FILE", "Picture that is added to the noise", "none", set_layer2},
     {"Layers", "--layer3", "FILE", "Picture for the colorize modes from a layer", "none", set_layer3},
@@ -187,7 +176,7 @@ constexpr OptionRow kRows[] = {
      "File to write. Pictures: .png or .exr, with #### or %04d for\nthe frame number. Video, through ffmpeg: "
      ".mp4 (H.264),\n.mov (ProRes 4444, alpha), .mkv (FFV1, 16 bits, alpha),\n.webm (VP9, alpha), .gif. "
      "A single - writes to standard\noutput, /dev/null nowhere; required",
-     "", set_output},
+     "", set_output, Repeats::kRefused},
     {"Output", "--raw", "FORMAT", "For -o -: rgba, rgba64le or rgbaf32 without a header, or y4m", "y4m",
      set_raw},
     {"Output", "--exr-type", "TYPE", "half or float", "float", set_exr_type},
@@ -205,27 +194,10 @@ constexpr OptionRow kRows[] = {
     {"Run", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo", set_module},
 };
 
-void add_row(CLI::App& command, RenderOptions& options, const OptionRow& row) {
-    const auto apply_all = [&options, apply = row.apply](const std::vector<std::string>& values) {
-        for (const std::string& value : values)
-            apply(options, value);
-    };
-    if (*row.placeholder == '\0') {
-        const auto apply_once = [&options, apply = row.apply](int64_t) { apply(options, ""); };
-        command.add_flag_function(row.names, apply_once, row.help)->group(row.heading);
-        return;
-    }
-    CLI::Option* option =
-        command.add_option_function<std::vector<std::string>>(row.names, apply_all, row.help);
-    option->group(row.heading)->type_name(row.placeholder)->allow_extra_args(false);
-    if (*row.default_text != '\0') option->default_str(row.default_text);
-}
-
 }  // namespace
 
 void add_render_options(CLI::App& command, RenderOptions& options) {
-    for (const OptionRow& row : kRows)
-        add_row(command, options, row);
+    add_option_rows(command, options, std::span<const OptionRow<RenderOptions>>(kRows));
     command.footer(kFooter);
 }
 

@@ -3,9 +3,9 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "base/failure.h"
 #include "base/number_text.h"
 #include "base/text_list.h"
-#include "cli/terminal/exit_status.h"
 #include "host/module/host_error.h"
 #include "scene/gradient_stops.h"
 
@@ -18,8 +18,8 @@ std::string hex_of(std::span<const std::byte> bytes) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     std::string text;
     for (const std::byte byte : bytes) {
-        text += kDigits[std::to_integer<size_t>(byte) >> 4];
-        text += kDigits[std::to_integer<size_t>(byte) & 15];
+        text += kDigits[std::to_integer<std::size_t>(byte) >> 4];
+        text += kDigits[std::to_integer<std::size_t>(byte) & 15];
     }
     return text;
 }

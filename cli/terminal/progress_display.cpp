@@ -1,14 +1,18 @@
 #include "cli/terminal/progress_display.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "base/failure.h"
 #include "base/text_list.h"
+#include "cli/terminal/progress_text.h"
 
 namespace flumo::cli {
 namespace {
@@ -16,32 +20,11 @@ namespace {
 using nlohmann::ordered_json;
 using std::chrono::steady_clock;
 
-constexpr auto kBarPause = std::chrono::milliseconds(100);
-constexpr auto kLinePause = std::chrono::seconds(5);
-constexpr size_t kBarWidth = 24;
+constexpr auto kTick = std::chrono::milliseconds(200);
+constexpr std::size_t kUsualColumns = 80;
 
-std::string formatted(const char* format, double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, format, value);
-    return text;
-}
-
-std::string clock_text(double seconds) {
-    const auto all = static_cast<long>(std::min(std::ceil(seconds), 359'999.0));
-    char text[32];
-    if (all >= 3600) {
-        std::snprintf(text, sizeof text, "%ld:%02ld:%02ld", all / 3600, all / 60 % 60, all % 60);
-    } else {
-        std::snprintf(text, sizeof text, "%ld:%02ld", all / 60, all % 60);
-    }
-    return text;
-}
-
-std::string bar_text(const job::ProgressState& state, bool colours) {
-    const auto filled = static_cast<size_t>(state.percent() / 100 * kBarWidth);
-    const std::string full(filled, '#');
-    return "\r[" + (colours ? "\x1b[32m" + full + "\x1b[0m" : full) + std::string(kBarWidth - filled, '.') +
-           "] " + progress_text(state) + "\x1b[K";
+ordered_json number_json(const std::optional<double>& number) {
+    return number ? ordered_json(*number) : ordered_json();
 }
 
 ordered_json state_json(std::string_view event, const job::ProgressState& state) {
@@ -52,9 +35,9 @@ ordered_json state_json(std::string_view event, const job::ProgressState& state)
             {"skipped", state.skipped},
             {"failed", state.failed},
             {"percent", std::round(state.percent() * 100) / 100},
-            {"framesPerSecond", state.rate()},
+            {"framesPerSecond", number_json(state.rate())},
             {"secondsElapsed", state.elapsed.count()},
-            {"secondsLeft", state.seconds_left()}};
+            {"secondsLeft", number_json(state.seconds_left())}};
 }
 
 ordered_json event_json(const job::FrameEvent& event, const job::ProgressState& state) {
@@ -65,6 +48,7 @@ ordered_json event_json(const job::FrameEvent& event, const job::ProgressState& 
     ordered_json object = state_json(name, state);
     object["frame"] = event.frame;
     object[failed ? "message" : "file"] = failed ? event.why : event.file.string();
+    if (event.result == job::FrameResult::kWritten) object["seconds"] = event.seconds;
     return object;
 }
 
@@ -77,6 +61,12 @@ std::string on_one_line(std::string text) {
     for (char& c : text) {
         if (c == '\n' || c == '\r') c = ' ';
     }
+    return text;
+}
+
+std::string percent_of(const job::ProgressState& state) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", state.percent());
     return text;
 }
 
@@ -100,74 +90,128 @@ ProgressForm form_for_standard_error() {
     return isatty(STDERR_FILENO) == 1 && moves_cursor ? ProgressForm::kBar : ProgressForm::kLines;
 }
 
-std::string progress_text(const job::ProgressState& state) {
-    std::string text = std::to_string(state.done()) + " of " + std::to_string(state.total) + " frames (" +
-                       formatted("%.0f", std::floor(state.percent())) + " %)";
-    if (state.rate() > 0) text += ", " + formatted("%.3g", state.rate()) + " frames/s";
-    if (state.seconds_left() > 0) text += ", " + clock_text(state.seconds_left()) + " left";
-    return text;
+std::size_t terminal_columns() {
+    winsize size = {};
+    const bool known = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : kUsualColumns;
 }
 
-ProgressDisplay::ProgressDisplay(ProgressForm form, bool colours, Write write)
-    : form_(form), colours_(colours), write_(std::move(write)) {}
+ProgressDisplay::ProgressDisplay(DisplaySettings settings) : settings_(std::move(settings)) {}
 
 void ProgressDisplay::started(const job::ProgressState& state) {
+    settings_.on_start();
+    const std::lock_guard lock(mutex_);
     state_ = state;
     told_ = steady_clock::now();
-    if (form_ == ProgressForm::kJson) write_(as_line(state_json("start", state_)));
-    if (form_ == ProgressForm::kOpenJd) {
-        write_("openjd_status: rendering " + std::to_string(state.total) + " frames\nopenjd_progress: 0.0\n");
+    is_started_ = true;
+    if (settings_.form == ProgressForm::kJson) settings_.write(as_line(state_json("start", state_)));
+    if (settings_.form == ProgressForm::kOpenJd) {
+        settings_.write("openjd_status: rendering " + std::to_string(state.total) +
+                        " frames\nopenjd_progress: 0.0\n");
     }
+    draw_bar();
+    ticker_ = std::jthread([this](const std::stop_token& stop) {
+        std::unique_lock lock_in_thread(mutex_);
+        while (!changed_.wait_for(lock_in_thread, stop, kTick, [&] { return stop.stop_requested(); }))
+            tick();
+    });
+}
+
+void ProgressDisplay::frame_begun(int frame) {
+    const std::lock_guard lock(mutex_);
+    begun_.insert(frame);
 }
 
 void ProgressDisplay::frame_done(const job::FrameEvent& event, const job::ProgressState& state) {
+    const std::lock_guard lock(mutex_);
     state_ = state;
-    if (event.result == job::FrameResult::kFailed) std::fprintf(stderr, "flumo: %s\n", event.why.c_str());
-    if (form_ == ProgressForm::kJson) {
-        write_(as_line(event_json(event, state_)));
-    } else if (form_ == ProgressForm::kOpenJd) {
-        write_("openjd_progress: " + formatted("%.1f", state_.percent()) + "\nopenjd_status: frame " +
-               std::to_string(event.frame) + ", " + on_one_line(progress_text(state_)) + "\n");
-    } else {
-        tell_people(false);
+    told_ = steady_clock::now();
+    begun_.erase(event.frame);
+    if (event.result == job::FrameResult::kFailed) say(event.why);
+    if (settings_.form == ProgressForm::kJson) settings_.write(as_line(event_json(event, state_)));
+    if (settings_.form == ProgressForm::kOpenJd) {
+        settings_.write("openjd_progress: " + percent_of(state_) + "\nopenjd_status: frame " +
+                        std::to_string(event.frame) + ", " + progress_text(state_) + "\n");
     }
-}
-
-// A single frame is its own message.
-void ProgressDisplay::tell_people(bool last) {
-    const bool is_bar = form_ == ProgressForm::kBar;
-    if (state_.total < 2 || (!is_bar && form_ != ProgressForm::kLines)) return;
-    const auto now = steady_clock::now();
-    // The end tells the last frame.
-    if (!last && state_.done() == state_.total) return;
-    if (!last && now - told_ < (is_bar ? steady_clock::duration(kBarPause) : kLinePause)) return;
-    told_ = now;
-    if (is_bar) {
-        write_(bar_text(state_, colours_) + (last ? "\n" : ""));
-    } else {
-        write_("flumo: " + progress_text(state_) + "\n");
-    }
+    if (settings_.form == ProgressForm::kLines && event.result == job::FrameResult::kWritten)
+        settings_.write("flumo: " + frame_text(event, state_) + "\n");
 }
 
 void ProgressDisplay::ended(job::Ending ending, const job::ProgressState& state) {
+    ticker_ = {};
+    const std::lock_guard lock(mutex_);
     state_ = state;
-    const std::string how = ending == job::Ending::kStopped ? "stopped" : "done";
-    if (form_ == ProgressForm::kJson) write_(as_line(state_json(how, state_)));
-    if (form_ == ProgressForm::kOpenJd) {
-        write_("openjd_status: " + how + ", " + progress_text(state_) + "\n");
+    told_ = steady_clock::now();
+    const bool stopped = ending == job::Ending::kStopped;
+    const std::string how = stopped ? "stopped" : "done";
+    if (settings_.form == ProgressForm::kJson) settings_.write(as_line(state_json(how, state_)));
+    if (settings_.form == ProgressForm::kOpenJd)
+        settings_.write("openjd_status: " + how + ", " + summary_text(state_) + "\n");
+    if (settings_.form == ProgressForm::kBar) {
+        draw_bar();
+        settings_.write("\n");
+        bar_is_drawn_ = false;
     }
-    tell_people(true);
+    // The line of a single frame says all, and whoever stops a job tells how far it came.
+    const bool is_news =
+        state.skipped + state.failed > 0 || (state.total > 1 && settings_.form == ProgressForm::kLines);
+    if (!stopped && is_news && settings_.form != ProgressForm::kNone) say(summary_text(state_));
+}
+
+void ProgressDisplay::warn(const std::string& message) {
+    const std::lock_guard lock(mutex_);
+    if (settings_.form == ProgressForm::kJson) {
+        settings_.write(as_line({{"event", "warning"}, {"message", message}}));
+    }
+    say(message);
 }
 
 void ProgressDisplay::give_up(const std::string& why) {
-    if (form_ == ProgressForm::kJson) {
-        ordered_json object = state_json("error", state_);
+    ticker_ = {};
+    const std::lock_guard lock(mutex_);
+    if (settings_.form == ProgressForm::kJson) {
+        ordered_json object = is_started_ ? state_json("error", state_) : ordered_json{{"event", "error"}};
         object["message"] = why;
-        write_(as_line(object));
+        settings_.write(as_line(object));
     }
-    if (form_ == ProgressForm::kOpenJd) write_("openjd_fail: " + on_one_line(why) + "\n");
-    // The line of the error does not begin behind the bar.
-    if (form_ == ProgressForm::kBar && state_.done() > 0) write_("\n");
+    if (settings_.form == ProgressForm::kOpenJd) settings_.write("openjd_fail: " + on_one_line(why) + "\n");
+    // The message of the error starts on a line of its own.
+    if (bar_is_drawn_) settings_.write("\n");
+}
+
+void ProgressDisplay::tick() try {
+    tell_stop();
+    draw_bar();
+} catch (const std::exception&) {
+    // An output that cannot be written is told by the next event.
+}
+
+void ProgressDisplay::tell_stop() {
+    const std::string hint = stop_told_ || begun_.empty() ? "" : settings_.stop_hint();
+    if (hint.empty()) return;
+    stop_told_ = true;
+    std::string frames;
+    for (const int frame : begun_)
+        frames += (frames.empty() ? "" : ", ") + std::to_string(frame);
+    say((begun_.size() == 1 ? "finishing frame " : "finishing frames ") + frames + "; " + hint);
+}
+
+void ProgressDisplay::draw_bar() {
+    if (settings_.form != ProgressForm::kBar) return;
+    // The last column stays empty: some terminals go to the next line when it is written.
+    const std::size_t columns = std::max<std::size_t>(settings_.columns(), 2) - 1;
+    const auto waited = steady_clock::now() - told_;
+    std::string line = "\r";
+    line.append(bar_text(state_, waited, columns, settings_.colours)).append("\x1b[K");
+    settings_.write(line);
+    bar_is_drawn_ = true;
+}
+
+// A line on standard error, in place of a bar.
+void ProgressDisplay::say(const std::string& line) {
+    if (bar_is_drawn_) settings_.write("\r\x1b[K");
+    bar_is_drawn_ = false;
+    std::fprintf(stderr, "flumo: %s\n", line.c_str());
 }
 
 }  // namespace flumo::cli

@@ -9,7 +9,7 @@
 #include <iostream>
 #include <system_error>
 
-#include "cli/terminal/exit_status.h"
+#include "base/failure.h"
 
 namespace flumo::cli {
 namespace {
@@ -48,7 +48,7 @@ void StdoutGuard::write(std::string_view text) const {
         const ssize_t written = ::write(real_stdout_, text.data(), text.size());
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) throw stdout_failure();
-        text.remove_prefix(static_cast<size_t>(written));
+        text.remove_prefix(static_cast<std::size_t>(written));
     }
 }
 
@@ -58,9 +58,9 @@ bool StdoutGuard::is_terminal() const {
 
 std::string StdoutGuard::captured() const {
     flush_streams();
-    std::string text(static_cast<size_t>(lseek(memory_, 0, SEEK_END)), '\0');
+    std::string text(static_cast<std::size_t>(lseek(memory_, 0, SEEK_END)), '\0');
     const ssize_t got = pread(memory_, text.data(), text.size(), 0);
-    text.resize(got < 0 ? 0 : static_cast<size_t>(got));
+    text.resize(got < 0 ? 0 : static_cast<std::size_t>(got));
     return text;
 }
 

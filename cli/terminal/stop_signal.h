@@ -1,4 +1,4 @@
-// SIGINT and SIGTERM as a question that the frame loop asks.
+// SIGINT, SIGTERM and SIGHUP as a question that the frame loop asks.
 #pragma once
 
 #include <optional>
@@ -7,11 +7,16 @@
 
 namespace flumo::cli {
 
-/// From here on the first SIGINT or SIGTERM only asks to stop; the second one ends the process.
-/// SIGPIPE is ignored, so that a closed pipe is an error of the write and not a death.
+/// From here on SIGPIPE and SIGXFSZ are ignored: a closed pipe or a file beyond the limit of its size is an
+/// error of the write that meets it.
+void ignore_write_signals();
+
+/// From here on the first SIGINT, SIGTERM or SIGHUP only asks to stop, and the second one ends the process; a
+/// signal that the process was started to ignore stays ignored. To be called once all inputs are read, since
+/// a read that waits, as for a FIFO, is not interrupted.
 void watch_stop_signals();
 
-/// The status with which to end after the frame that is begun, once a signal came.
+/// The status with which to end after the frames that were begun, once a signal came.
 std::optional<ExitStatus> stop_requested();
 
 }  // namespace flumo::cli

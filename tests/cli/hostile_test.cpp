@@ -36,11 +36,11 @@ std::string wait_for(const std::string& file) {
 
 TEST(Hostile, StoppedAndResumedEqualsUninterrupted) {
     const flumo::test::ScratchFolder folder;
-    for (const char* name : {"whole", "INT", "TERM", "KILL"})
+    for (const char* name : {"whole", "INT", "TERM", "HUP", "KILL"})
         fs::create_directory(folder / name);
     ASSERT_EQ(bash(render_into(folder / "whole") + "wait $pid").status, 0);
     for (const auto& [signal, status] :
-         {std::pair("INT", 130), std::pair("TERM", 143), std::pair("KILL", 137)}) {
+         {std::pair("INT", 130), std::pair("TERM", 143), std::pair("HUP", 143), std::pair("KILL", 137)}) {
         const fs::path out = folder / signal;
         const flumo::test::Said stopped = bash(kJobControl + render_into(out) + wait_for("0020.png") +
                                                "kill -" + signal + " $pid; wait $pid");
@@ -55,6 +55,21 @@ TEST(Hostile, StoppedAndResumedEqualsUninterrupted) {
         ASSERT_EQ(bash(render_into(out) + "wait $pid").status, 0);
         EXPECT_EQ(bash("diff -r " + (folder / "whole").string() + " " + out.string()).output, "");
     }
+}
+
+// As long as inputs are read a signal ends the program: a FIFO that nobody writes would hold it for ever.
+TEST(Hostile, ASignalEndsAReadThatWaits) {
+    const flumo::test::ScratchFolder folder;
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(bash("mkfifo " + fifo).status, 0);
+    for (const std::string& read : {"render --scene " + fifo + " -o " + (folder / "a.png").string(),
+                                    "panel Gradient --script " + fifo}) {
+        const flumo::test::Said said =
+            bash(kJobControl + std::string(FLUMO_PROGRAM " ") + read +
+                 " & pid=$!; sleep 1; kill -INT $pid; (sleep 20; kill -KILL $pid) & wait $pid");
+        EXPECT_EQ(said.status, 130) << read;
+    }
+    EXPECT_EQ(folder.file_count(), 1u);
 }
 
 // Where nothing fits: a line that names the file, status 5, and not even a hidden file left. Small files fail
@@ -102,8 +117,11 @@ TEST(Hostile, StandardOutputThatIsFullIsAnError) {
 TEST(Hostile, AFolderThatGoesAwayEndsTheRun) {
     const flumo::test::ScratchFolder folder;
     fs::create_directory(folder / "out");
-    const flumo::test::Said said = bash(render_into(folder / "out") + wait_for("0005.png") + "until rm -r " +
-                                        (folder / "out").string() + " 2>/dev/null; do :; done; wait $pid");
+    // Renamed in one step, since a folder cannot be removed while files are written into it.
+    const flumo::test::Said said =
+        bash("cd " + folder.path().string() +
+             "; " FLUMO_PROGRAM " render --size 64x36 --frames 1-200 -o 'out/####.png' --quiet & pid=$!; " +
+             wait_for("out/0005.png") + "mv out gone; wait $pid; status=$?; rm -r gone; exit $status");
     EXPECT_EQ(said.status, 5) << said.errors;
     EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
     EXPECT_EQ(folder.file_count(), 0u);

@@ -10,6 +10,7 @@
 
 #include "base/file_contents.h"
 #include "base/text_list.h"
+#include "cli/terminal/progress_text.h"
 #include "media/exr_file.h"
 #include "tests/support/program.h"
 #include "tests/support/scratch_folder.h"
@@ -85,7 +86,11 @@ TEST_F(Sequence, KeepsGoingPastAFrameOutOfTime) {
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, StartsWith("flumo: frame 2000000000: "));
     EXPECT_TRUE(std::filesystem::exists(in("b.0003.png")));
-    EXPECT_EQ(json_lines(result.output).back()["failed"], 1);
+    const json last = json_lines(result.output).back();
+    EXPECT_EQ(last["failed"], 1);
+    EXPECT_EQ(last["done"], 2);
+    EXPECT_EQ(last["percent"], 100);
+    EXPECT_THAT(result.errors, HasSubstr("\nflumo: 2 of 3 frames, 1 failed, "));
 }
 
 TEST_F(Sequence, VideosAreWhatTheirEndingSays) {
@@ -113,7 +118,7 @@ TEST_F(Sequence, VideosAreWhatTheirEndingSays) {
             flumo::test::run_program({"ffmpeg", "-v", "error", "-c:v", row.decoder, "-i", in(row.name),
                                       "-frames:v", "1", "-f", "rawvideo", "-pix_fmt", "rgba", "-"});
         uint8_t least_alpha = 255;
-        for (size_t i = 3; i < decoded.output.size(); i += 4)
+        for (std::size_t i = 3; i < decoded.output.size(); i += 4)
             least_alpha = std::min(least_alpha, static_cast<uint8_t>(decoded.output[i]));
         EXPECT_EQ(least_alpha < 128, row.has_alpha) << row.name;
     }
@@ -166,10 +171,15 @@ TEST_F(Sequence, AnExrRendersItselfAgain) {
 TEST_F(Sequence, ToolsHearHowFarItCameAndFramesComeAlone) {
     const std::vector<json> lines = json_lines(render("a.#.png", {"--progress", "json"}).output);
     ASSERT_EQ(lines.size(), 9u);
-    for (size_t i = 0; i < lines.size(); ++i)
-        EXPECT_EQ(lines[i]["done"], std::min<size_t>(i, 7)) << lines[i];
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        EXPECT_EQ(lines[i]["done"], std::min<std::size_t>(i, 7)) << lines[i];
     EXPECT_EQ(lines.back()["event"], "done");
     EXPECT_EQ(lines[3]["total"], 7);
+    EXPECT_TRUE(lines[0]["secondsLeft"].is_null() && lines[0]["framesPerSecond"].is_null());
+    EXPECT_GT(lines[3]["seconds"], 0.0);
+    EXPECT_GT(lines[3]["secondsLeft"], 0.0);
+    const json early = json_lines(render("none/a.#.png", {"--progress", "json"}).output).back();
+    EXPECT_EQ(early.size(), 2U) << "no percentage of a job that did not start: " << early;
 
     const flumo::test::Said openjd = render("a.#.png", {"--progress", "openjd"});
     EXPECT_THAT(openjd.output, HasSubstr("openjd_progress: 42.9\nopenjd_status: "));
@@ -182,6 +192,7 @@ TEST_F(Sequence, ToolsHearHowFarItCameAndFramesComeAlone) {
     EXPECT_THAT(stream.output, StartsWith(header + "FRAME\n"));
     EXPECT_THAT(stream.errors, StartsWith("{\"event\":\"start\""));
     EXPECT_EQ(render("a.#.png", {"--quiet"}).errors, "");
+    EXPECT_EQ(render("a.#.png", {"--skip-existing"}).errors, "flumo: all 7 frames were there\n");
 }
 
 TEST_F(Sequence, ATerminalShowsABarAndItsColoursMayBeRefused) {
@@ -190,22 +201,44 @@ TEST_F(Sequence, ATerminalShowsABarAndItsColoursMayBeRefused) {
         return flumo::test::run_program(
             {"env", "TERM=xterm", variable, "script", "-qec", FLUMO_PROGRAM " " + arguments, "/dev/null"});
     };
+    const std::string shot = "render --scene " + in("shot.json") + " -o " + in("a.#.png");
     const struct {
         const char* variable;
-        const char* expected;
+        std::string start;
+        std::string end;
     } cases[] = {
-        {"NO_COLOR=", "\r[\x1b[32m########################\x1b[0m] 7 of 7 frames (100 %)"},
-        {"NO_COLOR=1", "\r[########################] 7 of 7 frames (100 %)"},
-        {"TERM=dumb", "flumo: 7 of 7 frames (100 %)"},
+        {"NO_COLOR=", "\r[........................] 0 of 7 frames (0 %)",
+         "\r[\x1b[32m########################\x1b[0m] 7 of 7 frames (100 %)"},
+        {"NO_COLOR=1", "\r[........................] 0 of 7 frames (0 %)",
+         "\r[########################] 7 of 7 frames (100 %)"},
+        {"TERM=dumb", "flumo: frame 0: " + in("a.0.png") + ", ", "flumo: 7 of 7 frames (100 %)"},
     };
-    const std::string shot = "render --scene " + in("shot.json") + " -o " + in("a.#.png");
     for (const auto& row : cases) {
-        EXPECT_THAT(shown(row.variable, shot).output, HasSubstr(row.expected)) << row.variable;
+        const std::string output = shown(row.variable, shot).output;
+        EXPECT_THAT(output, StartsWith(row.start)) << row.variable;
+        EXPECT_THAT(output, HasSubstr(row.end)) << row.variable;
     }
-    EXPECT_THAT(render("a.#.png").errors, StartsWith("flumo: 7 of 7 frames (100 %)"));
+    EXPECT_THAT(render("a.#.png").errors, HasSubstr("\nflumo: 7 of 7 frames (100 %)"));
     const flumo::test::Said usage = shown("NO_COLOR=1", "render");
     EXPECT_EQ(usage.status, 2);
     EXPECT_THAT(usage.output, HasSubstr("\n  flumo render -o look.png "));
+}
+
+// Whatever the width, a bar stays on its line.
+TEST(ProgressText, FitsTheTerminal) {
+    job::ProgressState state;
+    state.total = 1000;
+    state.rendered = 421;
+    state.failed = 3;
+    state.elapsed = std::chrono::seconds(4000);
+    for (std::size_t columns = 1; columns < 120; ++columns)
+        EXPECT_LE(bar_text(state, {}, columns, false).size(), columns);
+    EXPECT_EQ(bar_text(state, std::chrono::seconds(70), 59, false),
+              "[##...] 421 of 1000 frames (42 %), 3 failed, 0.105 frames/s");
+    EXPECT_EQ(bar_text(state, std::chrono::seconds(70), 119, false),
+              "[##########..............] 421 of 1000 frames (42 %), 3 failed, 0.105 frames/s, 1:30:03 left");
+    EXPECT_EQ(bar_text({.total = 1}, std::chrono::seconds(7), 60, false),
+              "[........................] 0 of 1 frame (0 %), 0:07");
 }
 
 TEST_F(Sequence, ShellsAndPeopleAreHelped) {

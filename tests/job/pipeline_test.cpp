@@ -22,15 +22,15 @@ TEST(Pipeline, HoldsNoMoreFramesThanWorldsAndEncodesEachOnce) {
     for (const bool in_order : {false, true}) {
         const PipelineShape shape{
             .render_threads = 3, .encoder_threads = in_order ? 1U : 2U, .worlds = 5, .in_order = in_order};
-        std::atomic<size_t> held = 0;
-        std::atomic<size_t> most = 0;
-        std::atomic<size_t> begun = 0;
+        std::atomic<std::size_t> held = 0;
+        std::atomic<std::size_t> most = 0;
+        std::atomic<std::size_t> begun = 0;
         std::mutex mutex;
-        std::vector<size_t> encoded;
+        std::vector<std::size_t> encoded;
         PipelineWork work{.count = 60, .stop = [] { return false; }, .render = {}, .encode = {}};
-        work.render = [&](size_t position, host::World&) {
-            const size_t now = ++held;
-            for (size_t seen = most; seen < now && !most.compare_exchange_weak(seen, now);) {
+        work.render = [&](std::size_t position, host::World&) {
+            const std::size_t now = ++held;
+            for (std::size_t seen = most; seen < now && !most.compare_exchange_weak(seen, now);) {
             }
             ++begun;
             // Some frames take longer than those behind them.
@@ -41,7 +41,7 @@ TEST(Pipeline, HoldsNoMoreFramesThanWorldsAndEncodesEachOnce) {
             --held;
             return false;
         };
-        work.encode = [&](size_t position, const host::World&) {
+        work.encode = [&](std::size_t position, const host::World&) {
             for (int i = 0; i < 1000 && held < shape.worlds && begun < work.count; ++i)
                 std::this_thread::yield();
             const std::lock_guard lock(mutex);
@@ -57,18 +57,18 @@ TEST(Pipeline, HoldsNoMoreFramesThanWorldsAndEncodesEachOnce) {
 }
 
 TEST(Pipeline, EndsAtAFailureButEncodesWhatCameBeforeIt) {
-    std::vector<size_t> encoded;
-    size_t stops_at = 100;
-    std::atomic<size_t> begun = 0;
+    std::vector<std::size_t> encoded;
+    std::size_t stops_at = 100;
+    std::atomic<std::size_t> begun = 0;
     PipelineWork work{.count = 50, .stop = [&] { return begun >= stops_at; }, .render = {}, .encode = {}};
-    work.render = [&](size_t position, host::World&) {
+    work.render = [&](std::size_t position, host::World&) {
         ++begun;
         for (int i = 0; i < 10000 && position == 5 && begun < 8; ++i)
             std::this_thread::yield();
         if (position == 5) throw std::runtime_error("frame 5");
         return true;
     };
-    work.encode = [&](size_t position, const host::World&) { encoded.push_back(position); };
+    work.encode = [&](std::size_t position, const host::World&) { encoded.push_back(position); };
     const PipelineShape shape{.render_threads = 3, .encoder_threads = 1, .worlds = 5, .in_order = true};
     EXPECT_THROW(run_pipeline(shape, work), std::runtime_error);
     EXPECT_THAT(encoded, testing::ElementsAre(0, 1, 2, 3, 4));
@@ -80,7 +80,7 @@ TEST(Pipeline, EndsAtAFailureButEncodesWhatCameBeforeIt) {
     run_pipeline({.render_threads = 1, .encoder_threads = 1, .worlds = 2}, work);
     EXPECT_THAT(encoded, testing::ElementsAre(0, 1, 2));
 
-    work.encode = [&](size_t, const host::World&) { throw std::runtime_error("full"); };
+    work.encode = [&](std::size_t, const host::World&) { throw std::runtime_error("full"); };
     stops_at = 100;
     begun = 0;
     EXPECT_THROW(run_pipeline(shape, work), std::runtime_error);
@@ -88,13 +88,13 @@ TEST(Pipeline, EndsAtAFailureButEncodesWhatCameBeforeIt) {
 }
 
 TEST(Shard, PartsJoinToTheWhole) {
-    for (const size_t frames : {0U, 1U, 7U, 100U}) {
+    for (const std::size_t frames : {0U, 1U, 7U, 100U}) {
         for (const int count : {1, 3, 8}) {
-            size_t end = 0;
+            std::size_t end = 0;
             for (int part = 1; part <= count; ++part) {
                 const ShardRange range = range_of({part, count}, frames);
                 EXPECT_EQ(range.begin, end);
-                EXPECT_LE(range.end - range.begin, frames / static_cast<size_t>(count) + 1);
+                EXPECT_LE(range.end - range.begin, frames / static_cast<std::size_t>(count) + 1);
                 end = range.end;
             }
             EXPECT_EQ(end, frames);

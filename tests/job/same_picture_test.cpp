@@ -1,4 +1,4 @@
-// One picture, whatever the road: the program, the host library, the module loaded once more.
+// One picture from the program, from the host library, and from a second copy of the module.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 

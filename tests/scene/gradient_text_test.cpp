@@ -34,10 +34,17 @@ TEST(GradientText, ReadsEverySpelling) {
 
 TEST(GradientText, ReadsAFileRelativeToTheGivenFolder) {
     const flumo::test::ScratchFolder folder;
-    std::ofstream(folder / "fire.txt") << "0:#000000,\t1.25:linear:2/-0.5/0.25/0\n";
-    EXPECT_FAILURE(parse_gradient("@fire.txt", folder.path()), FailureKind::kUsage, "position");
-    std::ofstream(folder / "fire.txt") << " 0:#000000,1.25:linear:2/-0.5/0.25/0\r\n";
-    EXPECT_THAT(parse_gradient("@fire.txt", folder.path()), ElementsAre(kBlack, kBright));
+    std::ofstream(folder / "fire.txt") << "0:#000000,\n\n1.25:linear:secret\n";
+    EXPECT_FAILURE(parse_gradient("@fire.txt", folder.path()), FailureKind::kUsage,
+                   "fire.txt: line 3: expected");
+    for (const char* text :
+         {" 0:#000000,1.25:linear:2/-0.5/0.25/0\r\n", "0:#000000,\t1.25:linear:2/-0.5/0.25/0",
+          "0:#000000\r\n\r\n1.25:linear:2/-0.5/0.25/0\r\n",
+          "\xef\xbb\xbf"
+          "0:#000000,\n1.25:linear:2/-0.5/0.25/0"}) {
+        std::ofstream(folder / "fire.txt") << text;
+        EXPECT_THAT(parse_gradient("@fire.txt", folder.path()), ElementsAre(kBlack, kBright)) << text;
+    }
     EXPECT_FAILURE(parse_gradient("@none.txt", folder.path()), FailureKind::kUnreadableInput, "none.txt");
 }
 

@@ -11,7 +11,10 @@
 #include "cli/commands/controls_command.h"
 #include "cli/commands/info_command.h"
 #include "cli/commands/panel_command.h"
+#include "cli/commands/presets_command.h"
 #include "cli/commands/render_command.h"
+#include "cli/commands/scene_command.h"
+#include "cli/commands/variations_command.h"
 #include "cli/options/help_format.h"
 #include "cli/options/panel_options.h"
 #include "cli/options/render_options.h"
@@ -31,12 +34,24 @@ Examples:
   flumo render --help           sizes, sequences, controls, gradients, layers, scenes
   flumo panel Gradient -o panel.png
                                 the gradient editor as the effect paints it, and mouse events for it
+  flumo render --preset smoke -o smoke.png
+                                a look that comes with flumo; flumo presets lists them
+  flumo variations --preset smoke -o 'var.##.png' --sheet sheet.png
+                                twelve looks near it, on one sheet
+  flumo scene --set Scale=40 -o look.json
+                                options as a scene file
   flumo controls                every control with its range and default
   flumo info --json             identity, flags and OpenGL driver for scripts
   flumo check                   tests the effect with everything that a host may do with it
 
 Exit status: 0 done, 1 a frame or event failed or a check found something, 2 usage, 3 an input cannot be read,
 4 no usable OpenGL, 5 the output cannot be written, 130 or 143 stopped by a signal.)";
+
+constexpr const char* kPresetsFooter = R"(
+Examples:
+  flumo presets
+  flumo render --preset smoke --size 1280x720 -o smoke.png
+  flumo scene --preset smoke -o mine.json     a copy to change)";
 
 constexpr const char* kCompletionFooter = R"(
 Examples:
@@ -87,6 +102,15 @@ ExitStatus run(std::vector<std::string> words, const StdoutGuard& output) {
     CLI::App* info_command =
         app.add_subcommand("info", "Show the effect's identity, flags and OpenGL driver");
     add_render_options(*render_command, render_options);
+    VariationsOptions variations_options;
+    CLI::App* variations_command =
+        app.add_subcommand("variations", "Render looks near a look, with a contact sheet");
+    add_variations_options(*variations_command, variations_options);
+    SceneOptions scene_options;
+    CLI::App* scene_command = app.add_subcommand("scene", "Write the scene file that options describe");
+    add_scene_options(*scene_command, scene_options);
+    CLI::App* presets_command = app.add_subcommand("presets", "List the scenes that come with flumo");
+    presets_command->footer(kPresetsFooter);
     add_panel_options(*panel_command, panel_request);
     add_controls_options(*controls_command, controls_options);
     add_info_options(*info_command, info_options);
@@ -108,6 +132,9 @@ ExitStatus run(std::vector<std::string> words, const StdoutGuard& output) {
     }
     if (controls_command->parsed()) return controls(controls_options, output);
     if (info_command->parsed()) return info(info_options, output);
+    if (variations_command->parsed()) return variations(variations_options, output);
+    if (scene_command->parsed()) return write_scene(scene_options, output);
+    if (presets_command->parsed()) return list_presets(output);
     if (render_command->parsed()) return render(render_options, output);
     if (panel_command->parsed()) return panel(panel_request, output);
     if (check_command->parsed()) {

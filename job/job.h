@@ -9,10 +9,10 @@
 //   settings.stop = [&] { return cancelled.load(); };
 //   const job::RunResult result = job::run_job(session, shot, settings, observer);
 //
-// `observer` is a job::Observer of the program's own, which is told every frame. Nothing here writes to
-// standard output or error, handles signals or ends the process (the effect itself prints its driver's
-// version on standard output); failures are thrown as flumo::Failure with one line for the user. A program
-// that draws frames itself takes a session's host and job::apply_tracks().
+// `observer` is a job::Observer of the program's own, which receives an event for every frame. Nothing here
+// writes to standard output or error, handles signals or ends the process (the effect itself prints its
+// driver's version on standard output); failures are thrown as flumo::Failure with one line for the user. A
+// program that draws frames itself takes a session's host and job::apply_tracks().
 #pragma once
 
 #include "job/look.h"

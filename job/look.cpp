@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "media/picture_file.h"
 #include "media/world_picture.h"
+#include "scene/keyframe_text.h"
 
 namespace flumo::job {
 namespace {
@@ -38,15 +39,38 @@ class ToHostValue {
     host::Depth depth_;
 };
 
+bool runs_smoothly(const scene::Control& control) {
+    return control.kind == scene::ControlKind::kFloatSlider || control.kind == scene::ControlKind::kAngle;
+}
+
+// What stands between two keyframes. The host knows straight lines only; frames are whole, so a value that
+// holds is repeated one frame before the next keyframe, and an eased one is given frame by frame.
+void add_between(std::vector<host::Keyframe>& keyframes, const scene::Keyframe& left,
+                 const scene::Keyframe& right, const scene::Control& control) {
+    if (left.to_next == scene::Interpolation::kHold && right.frame - 1 > left.frame)
+        keyframes.push_back({right.frame - 1.0, keyframes.back().value});
+    if (left.to_next == scene::Interpolation::kEase && runs_smoothly(control)) {
+        for (int frame = left.frame + 1; frame < right.frame; ++frame)
+            keyframes.push_back({double(frame), scene::value_between(left, right, frame)});
+    }
+}
+
+std::vector<host::Keyframe> host_keyframes(const scene::Track& track, const ToHostValue& to_host) {
+    std::vector<host::Keyframe> keyframes;
+    for (std::size_t i = 0; i < track.keyframes.size(); ++i) {
+        if (i > 0) add_between(keyframes, track.keyframes[i - 1], track.keyframes[i], *track.control);
+        keyframes.push_back(
+            {double(track.keyframes[i].frame), std::visit(to_host, track.keyframes[i].value)});
+    }
+    return keyframes;
+}
+
 }  // namespace
 
 void apply_tracks(host::Instance& instance, const scene::Tracks& tracks, host::Depth depth) {
     for (const auto& [index, track] : tracks) {
-        const ToHostValue to_host(instance.host(), *track.control, depth);
-        std::vector<host::Keyframe> keyframes;
-        for (const scene::Keyframe& keyframe : track.keyframes) {
-            keyframes.push_back({static_cast<double>(keyframe.frame), std::visit(to_host, keyframe.value)});
-        }
+        std::vector<host::Keyframe> keyframes =
+            host_keyframes(track, ToHostValue(instance.host(), *track.control, depth));
         if (keyframes.size() == 1) {
             instance.set(index, std::move(keyframes.front().value));
         } else {

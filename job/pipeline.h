@@ -27,9 +27,9 @@ struct PipelineWork {
     std::function<void(std::size_t, const host::World&)> encode;
 };
 
-/// Returns once everything that was begun is done; the first render thread is the caller's own. After an
-/// exception of `render` or `encode` no more is begun, what was rendered before is still encoded (in order:
-/// up to the gap), and the first exception is thrown again.
+/// Returns when every position that was started is finished; the first render thread is the caller's own.
+/// After an exception of `render` or `encode` no more is started, what was rendered before is still encoded
+/// (in order: up to the gap), and the first exception is thrown again.
 void run_pipeline(const PipelineShape& shape, const PipelineWork& work);
 
 }  // namespace flumo::job

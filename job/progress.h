@@ -1,4 +1,4 @@
-// How far a job came, told as events.
+// The progress of a job, as events.
 #pragma once
 
 #include <chrono>
@@ -47,7 +47,7 @@ struct FrameEvent {
 
 enum class Ending { kDone, kStopped };
 
-/// Is told how a job advances: one call at a time, from any of the job's threads. `state` counts the event.
+/// Receives the events of a job: one call at a time, from any of the job's threads. `state` counts the event.
 class Observer {
   public:
     virtual ~Observer() = default;
@@ -65,14 +65,14 @@ class Observer {
     Observer& operator=(const Observer&) = default;
 };
 
-/// Counts frames and tells the observer, which must outlive it. May be called from several threads.
+/// Counts frames and calls the observer, which must outlive it. May be called from several threads.
 class Progress {
   public:
     explicit Progress(Observer& observer) : observer_(observer) {}
 
     void start(std::size_t total);
     void begin(int frame);
-    /// Fills in the seconds of a frame that was begun.
+    /// Fills in the seconds of a frame that was started.
     void add(FrameEvent event);
     void end(Ending ending);
 

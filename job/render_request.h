@@ -14,21 +14,27 @@
 
 namespace flumo::job {
 
-/// One Id=value; the value is read once the effect has told its controls.
+/// One Id=value; the value is read when the controls of the effect are known.
 struct Assignment {
     std::string option;  ///< as written, for messages: --set, --gradient, --layer1
     std::string id;
     std::string value;
 };
 
-/// What is left out is empty, and a scene or a default fills it. At most one of `scene` and `from` is given.
+/// What is left out is empty, and a scene or a default fills it. At most one of `scene`, `from` and `preset`
+/// is given.
 struct RenderRequest {
     std::optional<FrameSize> size;
     std::optional<int> depth;
     std::optional<std::vector<int>> frames;
     std::vector<Assignment> assignments;  ///< in groups by option; later ones win
-    std::filesystem::path scene;
-    std::filesystem::path from;  ///< an EXR that holds its own scene
+    std::filesystem::path scene;          ///< "-" is standard input
+    std::filesystem::path from;           ///< an EXR that holds its own scene
+    std::string preset;                   ///< a name of presets()
+    /// Seconds: as many frames from 0 on. Not together with `frames`.
+    std::optional<double> duration;
+    /// One whole turn of Evolution over all frames, with Loop Evolution on.
+    bool loop = false;
     std::optional<host::FrameRate> rate;
     std::optional<int> start_number;
     std::optional<Shard> shard;

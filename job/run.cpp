@@ -137,6 +137,17 @@ void refuse_existing(const RenderJob& job) {
     }
 }
 
+void make_folders(const RenderJob& job) {
+    if (!job.output.is_pictures() && !job.output.is_video()) return;
+    for (std::size_t i = 0; i < job.frames.size(); ++i) {
+        const fs::path folder = job.path_of(i).parent_path();
+        std::error_code error;
+        if (!folder.empty()) fs::create_directories(folder, error);
+        if (error)
+            throw output_failure("cannot make the folder \"" + folder.string() + "\": " + error.message());
+    }
+}
+
 RunResult skip_all(const RenderJob& job, Progress& progress) {
     progress.start(job.frames.size());
     for (const int frame : job.frames)
@@ -146,7 +157,8 @@ RunResult skip_all(const RenderJob& job, Progress& progress) {
 }
 
 scene::Scene scene_of(const RenderJob& job) {
-    return {.size = job.size,
+    return {.description = {},
+            .size = job.size,
             .depth = static_cast<int>(job.depth),
             .frames = {},
             .rate = job.rate,
@@ -158,11 +170,12 @@ scene::Scene scene_of(const RenderJob& job) {
 RunResult run_job(Session& session, const RenderJob& job, const RunSettings& settings, Observer& observer) {
     Progress progress(observer);
     if (job.frames.empty()) return skip_all(job, progress);
+    if (settings.make_folders) make_folders(job);
     if (settings.no_clobber && (job.output.is_pictures() || job.output.is_video())) refuse_existing(job);
     // A video's file appears when it is whole.
     if (settings.skip_existing && job.output.is_video() && fs::exists(job.path_of(0)))
         return skip_all(job, progress);
-    // A folder that cannot be written is told before the work and not after it.
+    // Reports a folder that cannot be written before the work.
     if (job.output.is_pictures()) const media::NewFile probe(job.path_of(0));
     const scene::SceneText scene(scene_of(job), session.catalog(), session.host());
     const auto instance = session.host().new_instance();

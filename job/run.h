@@ -22,6 +22,8 @@ struct RunSettings {
     bool skip_existing = false;
     /// Refuses to begin when a file is there, and never replaces one. Not together with skip_existing.
     bool no_clobber = false;
+    /// Makes the folders of the output.
+    bool make_folders = false;
     /// Goes on past a frame that fails; for pictures only.
     bool keep_going = false;
     /// For a job whose output is standard output: the form of its frames, and where their bytes go.
@@ -36,9 +38,9 @@ struct RunResult {
     Ending ending = Ending::kDone;
 };
 
-/// Renders the job with the session's effect and writes its frames. Returns once everything that was begun is
-/// done. Throws Failure: (unreadable input) for a layer, (unwritable output) for a file, and (frame failed)
-/// for a frame unless `keep_going` is set.
+/// Renders the job with the session's effect and writes its frames. Returns when every frame that was started
+/// is finished. Throws Failure: (unreadable input) for a layer, (unwritable output) for a file, and (frame
+/// failed) for a frame unless `keep_going` is set.
 RunResult run_job(Session& session, const RenderJob& job, const RunSettings& settings, Observer& observer);
 
 }  // namespace flumo::job

@@ -20,7 +20,7 @@ flumo \- render pictures with the Flumo effect
 .SH DESCRIPTION
 TEXT
 help_of
-for command in render panel controls info check completion; do
+for command in render variations scene presets panel controls info check completion; do
     printf '.SH FLUMO %s\n' "$(echo "$command" | tr '[:lower:]' '[:upper:]')"
     help_of "$command"
 done

@@ -1,6 +1,8 @@
 // Frame lists as renderers write them.
 #pragma once
 
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,5 +13,8 @@ namespace flumo::scene {
 /// Throws Failure (usage) for anything else: a reversed range, a step below 1, more than a million
 /// frames.
 std::vector<int> parse_frame_list(std::string_view text);
+
+/// The other way, with runs of neighbours as ranges: "0-99,150".
+std::string frame_list_text(std::span<const int> frames);
 
 }  // namespace flumo::scene

@@ -95,7 +95,7 @@ Tracks read_tracks(const json& value, const ScenePlace& place, const ControlCata
 }
 
 Failure unknown_key(const std::string& key, const ScenePlace& place) {
-    const std::vector<std::string> known = {"size", "depth", "frames", "fps", "controls"};
+    const std::vector<std::string> known = {"description", "size", "depth", "frames", "fps", "controls"};
     return place.member(key).failure("unknown key; expected one of " + join(known));
 }
 
@@ -113,7 +113,10 @@ Scene parse_scene(std::string_view text, const std::filesystem::path& path, cons
     Scene scene;
     for (const auto& [key, value] : document.items()) {
         const ScenePlace place = root.member(key);
-        if (key == "size") {
+        if (key == "description") {
+            if (!value.is_string()) throw place.failure("expected a text");
+            scene.description = printable(value.get<std::string>());
+        } else if (key == "size") {
             scene.size = read_size(value, place);
         } else if (key == "depth") {
             scene.depth = read_depth(value, place);

@@ -12,6 +12,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -24,6 +25,7 @@ namespace flumo::scene {
 
 /// What a scene file says; what it leaves out is empty.
 struct Scene {
+    std::string description;  ///< one line for people
     std::optional<FrameSize> size;
     std::optional<int> depth;
     std::optional<std::vector<int>> frames;

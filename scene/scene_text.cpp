@@ -6,7 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "base/frame_rate.h"
+#include "base/number_text.h"
 #include "host/values/arbitrary_value.h"
+#include "scene/frame_list.h"
+#include "scene/keyframe_text.h"
 
 namespace flumo::scene {
 namespace {
@@ -30,19 +33,37 @@ std::string hex_of(std::span<const uint8_t> bytes) {
     return text;
 }
 
+// How much a text is meant for people: exact numbers alone, or names of choices and numbers as they were
+// written.
+enum class Reader { kProgram, kPeople };
+
+// A float that reads back as the same bits, for people without the digits of a double.
+ordered_json float_json(float value, Reader reader) {
+    return reader == Reader::kProgram ? ordered_json(value) : ordered_json(std::stod(number_text(value)));
+}
+
 struct ToJson {
     ordered_json operator()(double number) const {
         if (control.kind == ControlKind::kCheckbox) return number != 0;
-        return number;
+        if (reader == Reader::kProgram) return number;
+        const auto choices = offered_choices(control);
+        const auto choice = static_cast<std::size_t>(number);
+        if (control.kind == ControlKind::kPopup && choice >= 1 && choice <= choices.size())
+            return choices[choice - 1];
+        const bool is_whole = number == std::floor(number) && std::abs(number) < 1e15;
+        return is_whole ? ordered_json(static_cast<int64_t>(number)) : ordered_json(number);
     }
 
     ordered_json operator()(const std::vector<Stop>& stops) const {
         if (stops.empty() || !std::ranges::all_of(stops, is_plain)) return hex_of(to_stored_form(stops));
         ordered_json array = ordered_json::array();
         for (const Stop& stop : stops) {
-            const Colour& c = stop.colour;
-            array.push_back(
-                {{"at", stop.at}, {"color", {c.r, c.g, c.b, c.a}}, {"kind", *word_of_kind(stop.kind)}});
+            ordered_json colour = ordered_json::array();
+            for (const float channel : {stop.colour.r, stop.colour.g, stop.colour.b, stop.colour.a})
+                colour.push_back(float_json(channel, reader));
+            array.push_back({{"at", float_json(stop.at, reader)},
+                             {"color", std::move(colour)},
+                             {"kind", *word_of_kind(stop.kind)}});
         }
         return array;
     }
@@ -52,22 +73,20 @@ struct ToJson {
     }
 
     const Control& control;
+    Reader reader;
 };
 
-ordered_json track_json(const Track& track) {
-    const ToJson to_json{*track.control};
+ordered_json track_json(const Track& track, Reader reader) {
+    const ToJson to_json{*track.control, reader};
     if (track.keyframes.size() == 1) return std::visit(to_json, track.keyframes.front().value);
     ordered_json array = ordered_json::array();
-    for (const Keyframe& keyframe : track.keyframes)
-        array.push_back({{"frame", keyframe.frame}, {"value", std::visit(to_json, keyframe.value)}});
+    for (const Keyframe& keyframe : track.keyframes) {
+        ordered_json object = {{"frame", keyframe.frame}, {"value", std::visit(to_json, keyframe.value)}};
+        if (keyframe.to_next != Interpolation::kLinear)
+            object["interpolation"] = interpolation_word(keyframe.to_next);
+        array.push_back(std::move(object));
+    }
     return array;
-}
-
-ControlValue default_value(const Control& control, host::Host& host) {
-    if (control.kind == ControlKind::kLayer) return std::filesystem::path();
-    if (control.kind != ControlKind::kArbitrary) return control.default_value;
-    const auto value = host::ArbitraryValue::default_of(host, host.control(control.index));
-    return stops_from_stored_form(value->flatten()).value_or(std::vector<Stop>());
 }
 
 ordered_json controls_json(const Scene& scene, const ControlCatalog& catalog, host::Host& host) {
@@ -77,22 +96,44 @@ ordered_json controls_json(const Scene& scene, const ControlCatalog& catalog, ho
             control.kind != ControlKind::kLayer)
             continue;
         const auto track = scene.tracks.find(control.index);
-        controls[control.id] = track != scene.tracks.end()
-                                   ? track_json(track->second)
-                                   : std::visit(ToJson{control}, default_value(control, host));
+        controls[control.id] = track != scene.tracks.end() ? track_json(track->second, Reader::kProgram)
+                                                           : std::visit(ToJson{control, Reader::kProgram},
+                                                                        default_value(control, host));
     }
     return controls;
 }
 
-}  // namespace
-
-SceneText::SceneText(const Scene& scene, const ControlCatalog& catalog, host::Host& host)
-    : scene_(std::make_unique<ordered_json>(ordered_json::object())) {
-    ordered_json& text = *scene_;
+// What all forms of a scene have.
+ordered_json frame_json(const Scene& scene) {
+    ordered_json text = ordered_json::object();
+    if (!scene.description.empty()) text["description"] = scene.description;
     if (scene.size) text["size"] = {scene.size->width, scene.size->height};
     if (scene.depth) text["depth"] = *scene.depth;
     if (scene.rate) text["fps"] = frame_rate_text(*scene.rate);
-    text["controls"] = controls_json(scene, catalog, host);
+    return text;
+}
+
+}  // namespace
+
+ControlValue default_value(const Control& control, host::Host& host) {
+    if (control.kind == ControlKind::kLayer) return std::filesystem::path();
+    if (control.kind != ControlKind::kArbitrary) return control.default_value;
+    const auto value = host::ArbitraryValue::default_of(host, host.control(control.index));
+    return stops_from_stored_form(value->flatten()).value_or(std::vector<Stop>());
+}
+
+std::string scene_text(const Scene& scene) {
+    ordered_json text = frame_json(scene);
+    if (scene.frames) text["frames"] = frame_list_text(*scene.frames);
+    text["controls"] = ordered_json::object();
+    for (const auto& [index, track] : scene.tracks)
+        text["controls"][track.control->id] = track_json(track, Reader::kPeople);
+    return text.dump(2) + "\n";
+}
+
+SceneText::SceneText(const Scene& scene, const ControlCatalog& catalog, host::Host& host)
+    : scene_(std::make_unique<ordered_json>(frame_json(scene))) {
+    (*scene_)["controls"] = controls_json(scene, catalog, host);
 }
 
 SceneText::~SceneText() = default;

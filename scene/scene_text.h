@@ -10,6 +10,13 @@
 
 namespace flumo::scene {
 
+/// The value of a control that is not set. Throws HostError for a gradient.
+ControlValue default_value(const Control& control, host::Host& host);
+
+/// The text of a scene file with what the scene sets and nothing else; layers by absolute file names. Numbers
+/// read back as the same bits.
+std::string scene_text(const Scene& scene);
+
 /// A scene as a file: what it sets, and every control with its keyframes or its value, also those that stand
 /// at their defaults; layers by absolute file names. Numbers read back as the same bits.
 class SceneText {

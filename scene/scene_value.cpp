@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text_list.h"
+#include "scene/keyframe_text.h"
 
 namespace flumo::scene {
 namespace {
@@ -105,11 +106,22 @@ int read_frame(const json& value, const ScenePlace& place) {
     return value.get<int>();
 }
 
+Interpolation read_interpolation(const Control& control, const json& value, const ScenePlace& place) {
+    if (!value.is_string()) throw place.failure("expected \"linear\", \"hold\" or \"ease\"");
+    const auto interpolation = within(place, [&] { return parse_interpolation(value.get<std::string>()); });
+    if (interpolation == Interpolation::kEase && !control.is_number())
+        throw place.failure("ease is for numbers; a gradient takes linear or hold");
+    return interpolation;
+}
+
 Keyframe read_keyframe(const Control& control, const json& value, const ScenePlace& place) {
     if (!value.is_object()) throw place.failure("expected a keyframe {\"frame\", \"value\"}");
-    refuse_other_keys(value, {"frame", "value"}, place);
-    return {read_frame(required(value, "frame", place), place.member("frame")),
-            read_value(control, required(value, "value", place), place.member("value"))};
+    refuse_other_keys(value, {"frame", "value", "interpolation"}, place);
+    Keyframe keyframe{read_frame(required(value, "frame", place), place.member("frame")),
+                      read_value(control, required(value, "value", place), place.member("value"))};
+    if (value.contains("interpolation"))
+        keyframe.to_next = read_interpolation(control, value["interpolation"], place.member("interpolation"));
+    return keyframe;
 }
 
 // Stops are told from keyframes by the first element.

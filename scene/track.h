@@ -8,9 +8,18 @@
 
 namespace flumo::scene {
 
+/// How a number, checkbox or gradient runs on from a keyframe to the next one. Whole numbers, checkboxes and
+/// popups hold their value in any case.
+enum class Interpolation {
+    kLinear,
+    kHold,  ///< the value stays until the next keyframe
+    kEase,  ///< slow at both ends; for numbers only
+};
+
 struct Keyframe {
     int frame = 0;
     ControlValue value;
+    Interpolation to_next = Interpolation::kLinear;
 };
 
 /// The keyframes of one control in ascending order of frames, at least one. A single one is a constant.

@@ -43,9 +43,10 @@ RULES = {
     "job": JOB,
     "frei0r": JOB + ["job", "effect/entry/effect_main.h", "effect/gpu/version_lines.h"],
     "frei0r/kdenlive": JOB + ["job", "frei0r"],
+    "cli/files": JOB,
     "cli/terminal": JOB + ["job"],
     "cli/options": JOB + ["host/panel", "job", "cli/terminal"],
-    "cli/commands": JOB + ["host/panel", "judge", "judge/engine", "judge/cases", "job", "cli/options",
+    "cli/commands": JOB + ["host/panel", "judge", "judge/engine", "judge/cases", "job", "cli/files", "cli/options",
                            "cli/terminal", "effect/params/control_table.h"],
     "cli": JOB + ["job", "cli/commands", "cli/options", "cli/terminal"],
 }

@@ -23,7 +23,7 @@ Examples:
   flumo controls | grep Lines
   flumo controls --json | jq '.[] | select(.kind == "popup") | .choices')";
 
-// Sliders hold single-precision numbers: 1.4 shall not read as 1.399999976158142.
+// Sliders hold single-precision numbers: 1.4 and not 1.399999976158142.
 std::string as_registered(double value) {
     return number_text(static_cast<float>(value));
 }

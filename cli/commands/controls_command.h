@@ -23,8 +23,8 @@ void add_controls_options(CLI::App& command, ControlsOptions& options);
 
 /// Writes the controls as the effect registered them: a line each, aligned, with a heading; or a JSON array
 /// of objects with index, id, diskId, name, kind, group, default and what else the kind has: range, slider,
-/// choices, percent; `keyframes` tells whether it may vary over time. With `needs` a Markdown table of what the
-/// controls need to have an effect. Uses no OpenGL.
+/// choices, percent; `keyframes` tells whether it may vary over time. With `needs` a Markdown table of what
+/// the controls need to have an effect. Uses no OpenGL.
 ExitStatus controls(const ControlsOptions& options, const StdoutGuard& output);
 
 }  // namespace flumo::cli

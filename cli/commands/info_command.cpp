@@ -51,7 +51,7 @@ std::string version_text(A_u_long packed) {
            std::to_string(parts.build);
 }
 
-// The effect prints a block of "OpenGL Name: value" lines for each context; the first block tells all.
+// The effect prints a block of "OpenGL Name: value" lines for each context; one block is enough.
 ordered_json driver_of(const std::string& printed) {
     constexpr std::string_view kPrefix = "OpenGL ";
     ordered_json driver = ordered_json::object();

@@ -75,7 +75,7 @@ Failure effect_failure(const std::string& what, const host::EventOutcome& outcom
     return {FailureKind::kFrameFailed, what + ": " + error.what()};
 }
 
-/// A pointer over one control; each operator plays one kind of event.
+/// The mouse over one control; each operator sends one kind of event.
 class Pointer {
   public:
     Pointer(host::ControlEvents& events, host::Panel& canvas) : events_(events), canvas_(canvas) {}
@@ -87,7 +87,7 @@ class Pointer {
         return outcome;
     }
 
-    // With no stop held the host has nobody to send a drag to.
+    // The host sends drags only while a click on a stop asked for them.
     host::EventOutcome operator()(const Move& move) {
         at_ = move.at;
         return holds_ ? events_.drag(at_) : host::EventOutcome{};
@@ -120,7 +120,7 @@ host::Arbitrary gradient_of(const host::Instance& instance, const scene::Control
     return std::get<host::Arbitrary>(instance.value_at(control.index, 0));
 }
 
-/// Plays the events and reports each; returns the first failure, to be told at the end.
+/// Sends the events and reports each; returns the first failure, which is reported last.
 std::optional<Failure> play(
     Pointer& pointer, const std::vector<PointerEvent>& events,
     const std::function<void(const std::string&, const host::EventOutcome&)>& report) {
@@ -152,7 +152,7 @@ void draw_picture(const std::filesystem::path& path, host::ControlEvents& events
                           .samples = canvas.rgba()});
 }
 
-// A file that cannot be written is told before the work and not after it.
+// Reports a file that cannot be written before the work.
 void probe(const std::filesystem::path& path) {
     if (!path.empty()) const media::NewFile trial(path);
 }

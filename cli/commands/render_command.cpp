@@ -3,11 +3,12 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "base/failure.h"
-#include "cli/terminal/progress_display.h"
+#include "cli/commands/scene_command.h"
+#include "cli/options/look_options.h"
+#include "cli/terminal/job_display.h"
 #include "cli/terminal/stop_signal.h"
 #include "job/job.h"
 
@@ -21,33 +22,6 @@ constexpr const char* kShortestExample = R"(flumo render needs to know where the
   flumo render --help                       everything else
 )";
 
-// What a second signal would do, once there was a first.
-std::string stop_hint() {
-    const auto stop = stop_requested();
-    if (!stop) return "";
-    return stop == ExitStatus::kInterrupted ? "press again to stop" : "a second signal stops at once";
-}
-
-DisplaySettings display_settings(const RenderOptions& options, const StdoutGuard& output) {
-    DisplaySettings settings;
-    settings.form = options.progress.value_or(form_for_standard_error());
-    const char* const no_colour = std::getenv("NO_COLOR");
-    settings.colours = !no_colour || *no_colour == '\0';
-    settings.on_start = watch_stop_signals;
-    settings.stop_hint = stop_hint;
-    const bool for_tools = settings.form == ProgressForm::kJson || settings.form == ProgressForm::kOpenJd;
-    // Standard output belongs to the frames when they go there.
-    if (for_tools && !(options.output && options.output->is_standard_output())) {
-        settings.write = [&output](std::string_view text) { output.write(text); };
-    } else {
-        settings.write = [](std::string_view text) {
-            std::fwrite(text.data(), 1, text.size(), stderr);
-            std::fflush(stderr);
-        };
-    }
-    return settings;
-}
-
 void refuse_what_does_not_fit(const RenderOptions& options) {
     const media::OutputPattern& output = *options.output;
     if (options.raw && !output.is_standard_output()) throw usage_failure("--raw is for -o -");
@@ -57,8 +31,7 @@ void refuse_what_does_not_fit(const RenderOptions& options) {
         throw usage_failure("--keep-going is for pictures: a stream has no place for a missing frame");
     if (options.skip_existing && options.no_clobber)
         throw usage_failure("--skip-existing and --no-clobber contradict each other");
-    if (!options.scene.empty() && !options.from.empty())
-        throw usage_failure("--scene and --from each name a scene: expected one of them");
+    refuse_contradictions(options);
 }
 
 // On llvmpipe, the software driver of Mesa, frames take turns: one that is drawn uses all cores.
@@ -87,6 +60,7 @@ ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, P
         .render_threads = render_threads(options, output, display),
         .skip_existing = options.skip_existing,
         .no_clobber = options.no_clobber,
+        .make_folders = options.make_folders,
         .keep_going = options.keep_going,
         .raw = options.raw.value_or(media::RawFormat::kY4m),
         .write_stream = [&output](std::string_view bytes) { write_stream(output, bytes); },
@@ -105,11 +79,14 @@ ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, P
 }  // namespace
 
 ExitStatus render(const RenderOptions& options, const StdoutGuard& output) {
+    if (options.print_scene)
+        return write_scene({.request = options, .output = {}, .module = options.module}, output);
     if (!options.output) {
         if (isatty(STDERR_FILENO) == 1) std::fputs(kShortestExample, stderr);
         throw usage_failure("render needs an output file, such as: flumo render -o look.png");
     }
-    ProgressDisplay display(display_settings(options, output));
+    const bool frames_on_stdout = options.output->is_standard_output();
+    ProgressDisplay display(display_settings(options.progress, frames_on_stdout, output));
     try {
         return render_job(options, output, display);
     } catch (const std::exception& error) {

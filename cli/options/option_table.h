@@ -32,7 +32,7 @@ struct OptionRow {
 };
 
 /// Adds the row to `command`. Parsing applies the options in the order in which they are written, so that the
-/// first mistake is the one that is told. `options` must outlive the command.
+/// first mistake is the one that is reported. `options` must outlive the command.
 template <typename Options>
 void add_option_row(CLI::App& command, Options& options, const OptionRow<Options>& row) {
     if (*row.placeholder == '\0') {

@@ -1,4 +1,4 @@
-// What a pointer does on a control, written as words.
+// Mouse events on a control, as text.
 #pragma once
 
 #include <string>

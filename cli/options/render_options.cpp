@@ -3,12 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 
-#include "base/frame_rate.h"
 #include "base/parse_number.h"
 #include "base/text_list.h"
+#include "cli/options/look_options.h"
 #include "cli/options/option_table.h"
-#include "scene/depth.h"
-#include "scene/frame_list.h"
 
 namespace flumo::cli {
 namespace {
@@ -27,10 +25,12 @@ Examples:
       a gradient of three stops
   flumo render --set ColorizeMode=2 --layer3 palette.jpg -o painted.png
       colours from a picture
-  flumo render --scene examples/loop.json --frames 1-48x2 -o 'loop.####.exr'
-      every second frame of a scene with keyframes
-  flumo render --scene examples/loop.json --fps 25 -o loop.mov
-      a video with alpha
+  flumo render --preset smoke --duration 4 --loop -o loop.mov
+      four seconds that loop without a seam, as a video with alpha
+  flumo render --duration 2 --set 'LinesOffset=0:0:ease,2s:100' --set LinesVisible=on -o lines.mp4
+      keyframes at frame 0 and at 2 seconds
+  flumo render --scene shot.json --frames 1-48x2 -o 'shot.####.exr'
+      every second frame of a scene
   flumo render --scene shot.json --shard 2/4 --skip-existing -o 'shot.####.exr'
       the second of four machines' part, whether begun before or not
   flumo render --scene shot.json -o - | ffplay -
@@ -39,60 +39,6 @@ Examples:
 `flumo controls` lists every Id with its range. Exit status: 0 done, 1 a frame failed, 2 usage,
 3 an input cannot be read, 4 no usable OpenGL, 5 the output cannot be written, 130 or 143 stopped by a
 signal after finishing the frames that were begun.)";
-
-job::Assignment parse_assignment(const std::string& option, const std::string& text) {
-    const std::size_t mark = text.find('=');
-    if (mark == std::string::npos || mark == 0) {
-        throw usage_failure(option + " " + in_quotes(text) + ": expected Id=value");
-    }
-    return {option, text.substr(0, mark), text.substr(mark + 1)};
-}
-
-void set_size(RenderOptions& options, const std::string& text) {
-    options.size = parse_frame_size(text);
-}
-
-void set_depth(RenderOptions& options, const std::string& text) {
-    const auto depth = parse_number<long>(text);
-    if (!depth) throw usage_failure("depth " + in_quotes(text) + ": expected 8, 16 or 32");
-    options.depth = scene::checked_depth(*depth);
-}
-
-void set_frames(RenderOptions& options, const std::string& text) {
-    options.frames = scene::parse_frame_list(text);
-}
-
-void set_control(RenderOptions& options, const std::string& text) {
-    options.assignments.push_back(parse_assignment("--set", text));
-}
-
-void set_gradient(RenderOptions& options, const std::string& text) {
-    options.assignments.push_back(parse_assignment("--gradient", text));
-}
-
-void set_layer1(RenderOptions& options, const std::string& text) {
-    options.assignments.push_back({"--layer1", "Layer1", text});
-}
-
-void set_layer2(RenderOptions& options, const std::string& text) {
-    options.assignments.push_back({"--layer2", "Layer2", text});
-}
-
-void set_layer3(RenderOptions& options, const std::string& text) {
-    options.assignments.push_back({"--layer3", "Layer3", text});
-}
-
-void set_scene(RenderOptions& options, const std::string& text) {
-    options.scene = text;
-}
-
-void set_from(RenderOptions& options, const std::string& text) {
-    options.from = text;
-}
-
-void set_rate(RenderOptions& options, const std::string& text) {
-    options.rate = parse_frame_rate(text);
-}
 
 void set_shard(RenderOptions& options, const std::string& text) {
     options.shard = job::parse_shard(text);
@@ -139,6 +85,14 @@ void set_no_clobber(RenderOptions& options, const std::string&) {
     options.no_clobber = true;
 }
 
+void set_make_folders(RenderOptions& options, const std::string&) {
+    options.make_folders = true;
+}
+
+void set_print_scene(RenderOptions& options, const std::string&) {
+    options.print_scene = true;
+}
+
 void set_keep_going(RenderOptions& options, const std::string&) {
     options.keep_going = true;
 }
@@ -152,26 +106,7 @@ void set_output(RenderOptions& options, const std::string& text) {
 }
 
 constexpr OptionRow<RenderOptions> kRows[] = {
-    {"Frame", "--size", "WxH", "Size in pixels", "1920x1080", set_size},
-    {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)", "8", set_depth},
-    {"Frame", "--frames", "LIST", "Frames to render, such as 7, 1-100, 1-100x2, 1,5,9", "0", set_frames},
-    {"Frame", "--fps", "N[/D]", "Frames per second, such as 25 or 30000/1001", "25", set_rate},
     {"Frame", "--shard", "K/N", "Only part K of N of the frames, for N machines", "", set_shard},
-    {"Look", "--scene", "FILE",
-     "A scene file (JSON): size, depth, frames, fps and controls,\nwhich the other options override", "",
-     set_scene},
-    {"Look", "--from", "FILE.exr", "The scene in the header of an EXR that flumo wrote: that\nframe again",
-     "", set_from},
-    {"Look", "--set", "Id=VALUE", "Value of a control: a number, a popup's name, on or off;\nrepeatable", "",
-     set_control, Repeats::kAllCount},
-    {"Look", "--gradient", "Id=STOPS",
-     "Stops of Gradient or LinesGradient as position[:kind]:colour\nwith kinds linear, sin (usual) and edge; "
-     "or "
-     "the effect's text\nor stored form; or @FILE; repeatable",
-     "", set_gradient, Repeats::kAllCount},
-    {"Layers", "--layer1", "FILE", "Picture that multiplies the noise", "none", set_layer1},
-    {"Layers", "--layer2", "FILE", "Picture that is added to the noise", "none", set_layer2},
-    {"Layers", "--layer3", "FILE", "Picture for the colorize modes from a layer", "none", set_layer3},
     {"Output", "-o,--output", "PATTERN",
      "File to write. Pictures: .png or .exr, with #### or %04d for\nthe frame number. Video, through ffmpeg: "
      ".mp4 (H.264),\n.mov (ProRes 4444, alpha), .mkv (FFV1, 16 bits, alpha),\n.webm (VP9, alpha), .gif. "
@@ -185,6 +120,10 @@ constexpr OptionRow<RenderOptions> kRows[] = {
     {"Output", "--skip-existing", "", "Leave files that are there: resumes a rendering", "",
      set_skip_existing},
     {"Output", "--no-clobber", "", "Refuse to begin when a file is there", "", set_no_clobber},
+    {"Output", "--mkdir", "", "Make the folders of the output", "", set_make_folders},
+    {"Output", "--print-scene", "",
+     "Write the scene that the options describe to standard\noutput, and render nothing", "",
+     set_print_scene},
     {"Run", "--keep-going", "", "Go on past a frame that fails; ends with status 1", "", set_keep_going},
     {"Run", "--threads", "N", "Threads that render; encoding has its own", "1", set_threads},
     {"Run", "--progress", "FORM",
@@ -197,6 +136,7 @@ constexpr OptionRow<RenderOptions> kRows[] = {
 }  // namespace
 
 void add_render_options(CLI::App& command, RenderOptions& options) {
+    add_look_options(command, options);
     add_option_rows(command, options, std::span<const OptionRow<RenderOptions>>(kRows));
     command.footer(kFooter);
 }

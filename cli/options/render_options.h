@@ -23,6 +23,8 @@ struct RenderOptions : job::RenderRequest {
     std::optional<ProgressForm> progress;
     int render_threads = job::kDefaultRenderThreads;
     bool skip_existing = false;
+    bool make_folders = false;
+    bool print_scene = false;  ///< instead of rendering
     bool no_clobber = false;
     bool keep_going = false;
     std::filesystem::path module;

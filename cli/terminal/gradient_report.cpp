@@ -24,7 +24,7 @@ std::string hex_of(std::span<const std::byte> bytes) {
     return text;
 }
 
-// 0.1 shall not read as 0.10000000149011612.
+// The shortest decimal: 0.1 and not 0.10000000149011612.
 double short_number(float value) {
     return std::stod(number_text(value));
 }

@@ -1,4 +1,4 @@
-// A gradient and how it came to be, for people and scripts.
+// The gradient after each event of a session, for people and scripts.
 #pragma once
 
 #include <string>
@@ -16,7 +16,7 @@ enum class GradientForm { kText, kHex, kJson };
 GradientForm parse_gradient_form(std::string_view text);
 
 /// The stops after each event of a session: a line each: the event, a tab and the gradient; or one JSON
-/// array with an object a line, which also tells what the effect answered.
+/// array with an object a line, which also has the answer of the effect.
 class GradientReport {
   public:
     explicit GradientReport(GradientForm form) : form_(form) {}

@@ -52,7 +52,7 @@ ordered_json event_json(const job::FrameEvent& event, const job::ProgressState& 
     return object;
 }
 
-// Whatever bytes a file name has, a line of JSON is UTF-8.
+// File names may have any bytes; JSON is UTF-8.
 std::string as_line(const ordered_json& object) {
     return object.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + "\n";
 }
@@ -152,7 +152,7 @@ void ProgressDisplay::ended(job::Ending ending, const job::ProgressState& state)
         settings_.write("\n");
         bar_is_drawn_ = false;
     }
-    // The line of a single frame says all, and whoever stops a job tells how far it came.
+    // A single frame has its own line, and a stopped job its own message.
     const bool is_news =
         state.skipped + state.failed > 0 || (state.total > 1 && settings_.form == ProgressForm::kLines);
     if (!stopped && is_news && settings_.form != ProgressForm::kNone) say(summary_text(state_));
@@ -183,7 +183,7 @@ void ProgressDisplay::tick() try {
     tell_stop();
     draw_bar();
 } catch (const std::exception&) {
-    // An output that cannot be written is told by the next event.
+    // The next event reports an output that cannot be written.
 }
 
 void ProgressDisplay::tell_stop() {

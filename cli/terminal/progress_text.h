@@ -1,4 +1,4 @@
-// How far a job came, in words.
+// The progress of a job as text.
 #pragma once
 
 #include <chrono>
@@ -11,7 +11,7 @@ namespace flumo::cli {
 /// Whole seconds, rounded up, as "0:19" or "1:02:03".
 std::string clock_text(double seconds);
 
-/// "42 of 100 frames (42 %), 3.1 frames/s, 0:19 left". `waited` is the time since the state was told: it is
+/// "42 of 100 frames (42 %), 3.1 frames/s, 0:19 left". `waited` is the time since that state: it is
 /// taken from what is left, and as long as that is unknown the time since the start is shown instead.
 std::string progress_text(const job::ProgressState& state, std::chrono::duration<double> waited = {});
 

@@ -1,4 +1,4 @@
-// Keeps standard output for the program's own words.
+// Keeps standard output for the program's own text.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Renders a shot on a Slurm cluster: an array of tasks, one for each chunk of its frames, and a job behind them
+# Renders a shot on a Slurm cluster: an array of tasks, one for each chunk of its frames, and a job after them
 # that makes the video.
 # usage: render-shot.sh SCENE FRAMES CHUNKS FOLDER [SBATCH OPTIONS...]
 #   SCENE   a scene file        FRAMES  a list such as 1-100 or 1-100x2

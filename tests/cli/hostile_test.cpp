@@ -57,7 +57,7 @@ TEST(Hostile, StoppedAndResumedEqualsUninterrupted) {
     }
 }
 
-// As long as inputs are read a signal ends the program: a FIFO that nobody writes would hold it for ever.
+// While inputs are read a signal ends the program, which would otherwise wait for a FIFO without a writer.
 TEST(Hostile, ASignalEndsAReadThatWaits) {
     const flumo::test::ScratchFolder folder;
     const std::string fifo = folder / "fifo";

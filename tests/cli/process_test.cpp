@@ -1,4 +1,4 @@
-// The program as a process: what scripts and people meet.
+// The program as a process: its messages, files and exit status.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -133,7 +133,7 @@ TEST_F(FlumoProcess, TellsOutputThatCannotBeWrittenBeforeTheWork) {
         EXPECT_THAT(said.errors, HasSubstr(std::string(output) + "\": " + reason));
     }
     EXPECT_EQ(run({"render", "-o", "/proc/flumo.png"}).status, 5);
-    // A frame that would fail is not even begun.
+    // A frame that would fail is not started.
     EXPECT_EQ(run({"render", "--size", "30000x1", "-o", folder_ / "none/a.png"}).status, 5);
     EXPECT_EQ(render("frame.jpg").status, 2);
     EXPECT_EQ(folder_.file_count(), 2u);

@@ -33,7 +33,7 @@ TEST(Pipeline, HoldsNoMoreFramesThanWorldsAndEncodesEachOnce) {
             for (std::size_t seen = most; seen < now && !most.compare_exchange_weak(seen, now);) {
             }
             ++begun;
-            // Some frames take longer than those behind them.
+            // Some frames take longer than those after them.
             for (int i = 0; i < 10000 && position % 10 == 0 && begun < std::min(position + 3, work.count);
                  ++i)
                 std::this_thread::yield();

@@ -84,7 +84,7 @@ TEST_F(SceneFile, GivesKeyframes) {
 TEST_F(SceneFile, PointsAtFileKeyAndExpectation) {
     const std::pair<const char*, const char*> cases[] = {
         {"[]", "look.json: expected an object"},
-        {R"({"sise": 1})", "look.json: sise: unknown key; expected one of size, depth"},
+        {R"({"sise": 1})", "look.json: sise: unknown key; expected one of description, size, depth"},
         {R"({"size": "0x5"})", "look.json: size: size 0x5: width and height must be 1 to"},
         {R"({"size": [64]})", "size: expected \"WIDTHxHEIGHT\""},
         {R"({"depth": 12})", "depth: depth 12: expected 8, 16 or 32"},

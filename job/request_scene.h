@@ -1,0 +1,18 @@
+// The scene that a request describes.
+#pragma once
+
+#include "job/render_request.h"
+#include "media/exr_file.h"
+#include "scene/control.h"
+#include "scene/scene.h"
+
+namespace flumo::job {
+
+/// What the request asks for over its scene, preset or EXR; what neither says is empty, except that
+/// --duration and
+/// --loop give frames. `exr_type` becomes the sample type of the EXR that the scene comes from. Throws
+/// Failure: (usage) for values that do not fit, (unreadable input) for a file.
+scene::Scene scene_of_request(const RenderRequest& request, const scene::ControlCatalog& catalog,
+                              media::ExrType& exr_type);
+
+}  // namespace flumo::job

@@ -83,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     using namespace flumo::cli;
     if (size == 0) return 0;
     const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);
-    // A name behind it would be a file of this machine.
+    // A name after it would be a file of this machine.
     if (text.find('@') != text.npos) return 0;
     try {
         kReaders[data[0] % std::size(kReaders)](text);

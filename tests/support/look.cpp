@@ -1,6 +1,9 @@
 #include "tests/support/look.h"
 
+#include <algorithm>
 #include <cstring>
+#include <sstream>
+#include <stdexcept>
 
 namespace flumo::test {
 namespace {
@@ -31,6 +34,18 @@ host::Value value_of(host::Host& host, int index, const Setting& setting) {
 }
 
 }  // namespace
+
+Look look(std::string_view settings) {
+    Look look;
+    std::istringstream words{std::string(settings)};
+    for (std::string word; words >> word;) {
+        const size_t sign = word.find('=');
+        const auto control = std::ranges::find(kControls, word.substr(0, sign), &Control::id);
+        if (control == kControls.end()) throw std::invalid_argument(word);
+        look.insert_or_assign(control->section, std::stod(word.substr(sign + 1)));
+    }
+    return look;
+}
 
 Look with(Look base, const Look& changes) {
     for (const auto& [section, setting] : changes)

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -29,6 +30,10 @@ struct Setting {
 
 /// Controls that are not at their default.
 using Look = std::map<Section, Setting>;
+
+/// Numbers for controls by their id, as in "NoiseType=4 Scale=60". Throws std::invalid_argument or
+/// std::out_of_range for what is no such list.
+Look look(std::string_view settings);
 
 /// `base` with some controls set anew.
 Look with(Look base, const Look& changes);

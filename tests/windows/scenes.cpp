@@ -45,15 +45,12 @@ const std::vector<Scene>& scenes() {
     using enum host::Depth;
     static const std::vector<Scene> all = {
         {"default", k8},
-        {"fluid", k32, {{NoiseType, 1}, {Evolution, 37}, {Scale, 60}}},
-        {"voronoi", k16, {{NoiseType, 2}, {Evolution, 12}, {Speed, 80}}},
-        {"smoke", k32, {{NoiseType, 3}, {Complexity, 6}, {Scale, 40}}},
-        {"worley", k16, {{NoiseType, 4}, {Complexity, 3}, {Evolution, 5}}},
-        {"cropped",
-         k8,
-         {{NoiseBottomCroppingEnabled, 1},
-          {NoiseBottomCroppingThreshold, 40},
-          {NoiseBottomCroppingFeather, 10}}},
+        {"fluid", k32, look("NoiseType=1 Evolution=37 Scale=60")},
+        {"voronoi", k16, look("NoiseType=2 Evolution=12 Speed=80")},
+        {"smoke", k32, look("NoiseType=3 Complexity=6 Scale=40")},
+        {"worley", k16, look("NoiseType=4 Complexity=3 Evolution=5")},
+        {"cropped", k8,
+         look("NoiseBottomCroppingEnabled=1 NoiseBottomCroppingThreshold=40 NoiseBottomCroppingFeather=10")},
         {"gradient", k32, {{NoiseGradientScale, 150}, {Gradient, kStops}}},
         {"lines",
          k32,
@@ -64,7 +61,7 @@ const std::vector<Scene>& scenes() {
           {LinesGradient, kStops}}},
         {"odd-size", k16, {{LinesVisible, 1}}, 61, 33},
         {"layer-gradient", k8, layered(k8, {{ColorizeMode, 2}})},
-        {"reflection", k32, layered(k32, {{ColorizeMode, 3}, {ReflectionScale, 1.5}})},
+        {"reflection", k32, layered(k32, look("ColorizeMode=3 ReflectionScale=1.5"))},
         {"refraction", k16, layered(k16, {{ColorizeMode, 4}})},
     };
     return all;

@@ -1,4 +1,4 @@
-// The front door: which command reaches whom, and what comes back of what is thrown.
+// Which command calls which function, and what it returns for each exception.
 #include <gmock/gmock.h>
 
 #include <climits>
@@ -71,7 +71,7 @@ SPErr ThrowNumber(const char*, int32, const void**) {
 }
 
 SPErr ThrowText(const char*, int32, const void**) {
-    throw std::runtime_error("host trouble");
+    throw std::runtime_error("host failure");
 }
 
 TEST(Commands, SequenceCommandsTurnAnyExceptionIntoANumberOthersLetItOut) {

@@ -61,7 +61,7 @@ struct Fault {
 const Fault kFaults[] = {
     {[] { throw PF_Err{33}; }, 33},
     {[] { throw AESDK_OpenGL_Fault{1}; }, 4},
-    {[] { throw std::runtime_error("driver trouble"); }, 4},
+    {[] { throw std::runtime_error("driver failure"); }, 4},
 };
 
 void expect_set_up_to_end(const std::function<void()>& happens, PF_Err result, bool basic_suite = true) {
@@ -110,7 +110,8 @@ TEST(GlobalData, HoldsTheNumberThatTheHostGaveAndNothingUnderPremiere) {
         ASSERT_EQ(GlobalSetup(&within.in_data, &within.out_data), 0);
         const PF_Handle made = within.out_data.global_data;
         EXPECT_EQ(within.host.handles().size(made), 4U);
-        // The host's number is 1; junk stays under Premiere, which does not know the registration.
+        // The host's number is 1; what a handle was filled with stays under Premiere, which does not know the
+        // registration.
         EXPECT_EQ(*static_cast<A_u_long*>(*made), application == kPremiereApplId ? 0xCDCDCDCD : 1);
         within.in_data.global_data = made;
         within.out_data.sequence_data = made;

@@ -47,8 +47,8 @@ TEST(Sequence, FlatRecordReplacesTheLiveHandleAndIsWhatProjectsStore) {
 TEST(Sequence, FlattenedCopyLeavesTheLiveHandleAndItsOwnBytesAlone) {
     InstanceHost host;
     EXPECT_EQ(host.Run(GetFlattenedSequenceData), 0);
-    const std::vector<int> junk = host.Made();
-    EXPECT_EQ(junk, std::vector(16, junk[0]));
+    const std::vector<int> fill = host.Made();
+    EXPECT_EQ(fill, std::vector(16, fill[0]));
     EXPECT_TRUE(host.LiveIsKept() && host.Tidy());
 }
 

@@ -79,7 +79,7 @@ TEST(FlatGradient, ReadsWhatTheSizeReaches) {
         {"fewer counted than stored", WithCount(1, two), 52, first},
         {"more counted than stored", WithCount(std::numeric_limits<int32_t>::max(), one), 28, first},
         {"a cut position is not read", two, 31, first},
-        {"a stop cut behind its position is stored whole", two, 32, both},
+        {"a stop cut after its position is stored whole", two, 32, both},
         {"a stop cut at its last byte", two, 51, both},
         {"the later of two at one position", equal, 52, {{0.25F, kBlue}}},
     };

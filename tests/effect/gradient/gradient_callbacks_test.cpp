@@ -48,7 +48,7 @@ TEST_F(GradientCallbacks, AnswerTheirSelectorsAndTheirRefconAlone) {
                        u.new_func_params = {foreign, &slot};
                    }),
               PF_Err_UNRECOGNIZED_PARAM_TYPE);
-    EXPECT_EQ(effect_.host.faults().count(), 0U) << "the host was bothered";
+    EXPECT_EQ(effect_.host.faults().count(), 0U) << "the host was called";
     EXPECT_EQ(slot, nullptr);
 }
 
@@ -81,7 +81,7 @@ TEST_F(GradientCallbacks, BlendCompareAndFlattenWhatTheyAreGiven) {
     Send(PF_Arbitrary_FLATTEN_FUNC, [&](auto& u, void* refcon) {
         u.flatten_func_params = {refcon, left->handle(), 0, stored.data()};
     });
-    EXPECT_EQ(stored[0], 1) << "the host's word on the size counts for nothing";
+    EXPECT_EQ(stored[0], 1) << "the size that the host gives is not used";
 }
 
 TEST_F(GradientCallbacks, PrintWritesOnlyIntoABufferOfItsExactSize) {

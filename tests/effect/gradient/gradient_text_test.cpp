@@ -38,7 +38,7 @@ TEST(GradientText, ReaderMergesUntilTheFirstUnexpectedWord) {
         {"one stop", one, PF_Err_NONE, {{0.5F, red}}},
         {"two stops", one + " t 0.75 edge  r 0 g 0 b 1 a 1", PF_Err_NONE, {{0.5F, red}, {0.75F, blue}}},
         {"a repeated position", one + " t 0.5 edge r 0 g 0 b 1 a 1", PF_Err_NONE, {{0.5F, blue}}},
-        {"white space behind the last number", one + "\n", kUnread, {{0.5F, red}}},
+        {"white space after the last number", one + "\n", kUnread, {{0.5F, red}}},
         {"a kind that is none", one + " t 0.6 cubic r 1 g 1 b 1 a 1", kUnread, {{0.5F, red}}},
         {"swapped channels", "Gradient t 0.5 sin g 1 r 1 b 1 a 1", kUnread, {}},
     };

@@ -104,7 +104,7 @@ A_u_char pixels[1];
 /// Values that tell every control and every width from every other.
 PF_Err Checkout(PF_ProgPtr, PF_ParamIndex index, A_long time, A_long step, A_u_long scale, PF_ParamDef* def) {
     asked.push_back({index, time, step, scale});
-    // What a refused checkout leaves in the record is nobody's value.
+    // What a refused checkout leaves in the record is no value.
     const PF_Err result = asked.size() == refused ? 99 : 0;
     switch (kControls[static_cast<std::size_t>(index) - 1].kind) {
         case ControlKind::Layer:

@@ -6,10 +6,14 @@
 #include <array>
 #include <cstring>
 
+#include "effect/gpu/resources.h"
+#include "effect/gpu/target.h"
+#include "effect/render/download.h"
 #include "effect/render/smart_pre_render.h"
 #include "effect/render/smart_render.h"
 #include "tests/effect/render/gl_scope.h"
 #include "tests/effect/render/looks.h"
+#include "tests/support/hosted_call.h"
 #include "tests/support/result_of.h"
 
 namespace flumo::test {
@@ -37,7 +41,7 @@ World delivered_into(const FrameRequest& request, int width, int height) {
     return world;
 }
 
-// The rest of a larger world stays as it is, and so does what lies behind the rows.
+// The rest of a larger world stays as it is, and so does the padding after the rows.
 TEST(Delivery, OtherWorldsGetTheTopLeftPart) {
     for (const Depth depth : kDepths) {
         const FrameRequest request{.width = 12, .height = 8, .depth = depth};
@@ -105,7 +109,7 @@ TEST(Delivery, TexturesAreMadeForWhatShows) {
 }
 
 // The user's wish to stop is asked for once, with the caller's context back, and not after a failure. It is
-// the answer, whatever fails behind it.
+// the answer, whatever fails after it.
 TEST(Delivery, FirstErrorWins) {
     const auto instance = instance_of({});
     host::Faults& faults = effect_host().faults();
@@ -130,6 +134,36 @@ TEST(Delivery, FirstErrorWins) {
     EXPECT_EQ(asked, 0);
     faults.clear();
     EXPECT_TRUE(effect_host().accounting().idle()) << effect_host().accounting().describe();
+}
+
+// The host copies floats itself, and shows how far it is by the rows of the input world.
+TEST(Delivery, FloatsAreIteratedByTheInputsRows) {
+    static PF_EffectWorld input{}, output{};
+    static PF_InData in{};
+    input.height = 7;
+    HostedCall within;
+    static decltype(SPBasicSuite::AcquireSuite) acquire_from_host;
+    SPBasicSuite basic = *within.in_data.pica_basicP;
+    acquire_from_host =
+        std::exchange(basic.AcquireSuite, [](const char* name, int32_t version, const void** suite) -> SPErr {
+            static PF_iterateFloatSuite1 iteration{};
+            iteration.iterate = [](PF_InData* data, A_long base, A_long last, PF_EffectWorld* source,
+                                   const PF_Rect* area, void*, auto, PF_EffectWorld* target) -> PF_Err {
+                EXPECT_EQ(data, &in);
+                EXPECT_EQ(std::pair(base, last), std::pair(0, 7));
+                EXPECT_EQ(std::pair(source, target), std::pair(&input, &output));
+                EXPECT_EQ(area, nullptr);
+                return 77;
+            };
+            *suite = &iteration;
+            return std::strcmp(name, kPFIterateFloatSuite) != 0 ? acquire_from_host(name, version, suite) : 0;
+        });
+    AEGP_SuiteHandler suites(&basic);
+    const GlScope gl;
+    AESDK_OpenGL_PrepareResources(*gl, 3, 2, 1);
+    AESDK_OpenGL_BindTarget(*gl, gl->outputTexture);
+    EXPECT_THROW(DownloadOutput(*gl, suites, &input, &output, &in, PixelFormatInfo(PF_PixelFormat_ARGB128)),
+                 PF_Err);
 }
 
 Rect edges(const PF_LRect& rect) {

@@ -1,5 +1,5 @@
 // Frames through the effect's entry point, one call each. The effect is linked in, so that a test can look at
-// its GL objects behind a frame.
+// its GL objects after a frame.
 #pragma once
 
 #include <string>

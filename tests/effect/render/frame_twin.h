@@ -1,5 +1,5 @@
 // A frame a second time, in double precision: from the controls' values to the delivered pixels. It follows
-// the texts of the programs and the arithmetic before and behind them, and shares nothing with either.
+// the texts of the programs and the arithmetic before and after them, and shares nothing with either.
 #pragma once
 
 #include <optional>

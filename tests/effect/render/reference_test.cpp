@@ -59,10 +59,10 @@ std::vector<Reference> references() {
     const Look layer = {{Layer3, colourful_layer(48, 27, Depth::k8)}};
     return {
         {"default", {}, 1, 0},
-        {"fluid", with(fluid(), {{Complexity, 9}, {Evolution, 130}, {Scale, 60}}), 1, 0},
-        {"voronoi", with(fluid(), {{NoiseType, 2}, {Complexity, 12}, {Evolution, 60}}), 3, 0.01},
-        {"smoke", with(fluid(), {{NoiseType, 3}, {Scale, 50}, {NoiseBrightness, 10}}), 1, 0},
-        {"worley", with(fluid(), {{NoiseType, 4}, {Evolution, 75}, {LoopEvolution, 1}, {Speed, 50}}), 1, 0},
+        {"fluid", with(fluid(), look("Complexity=9 Evolution=130 Scale=60")), 1, 0},
+        {"voronoi", with(fluid(), look("NoiseType=2 Complexity=12 Evolution=60")), 3, 0.01},
+        {"smoke", with(fluid(), look("NoiseType=3 Scale=50 NoiseBrightness=10")), 1, 0},
+        {"worley", with(fluid(), look("NoiseType=4 Evolution=75 LoopEvolution=1 Speed=50")), 1, 0},
         {"lines", jittered_lines(), 4, 0.01},
         {"lines-masked", masked_lines(), 4, 0.01},
         {"layers",
@@ -73,15 +73,14 @@ std::vector<Reference> references() {
                         {AlphaTreshold, 40}}),
          1, 0},
         {"layer-gradient",
-         with(layer, {{NoiseType, 4},
-                      {ColorizeMode, 2},
-                      {NoiseBottomCroppingThreshold, 40},
-                      {NoiseBottomCroppingFeather, 30}}),
+         with(
+             layer,
+             look(
+                 "NoiseType=4 ColorizeMode=2 NoiseBottomCroppingThreshold=40 NoiseBottomCroppingFeather=30")),
          1, 0},
-        {"reflection", with(layer, {{ColorizeMode, 3}, {Complexity, 3}}), 2, 0},
+        {"reflection", with(layer, look("ColorizeMode=3 Complexity=3")), 2, 0},
         {"refraction",
-         with(layer, {{ColorizeMode, 4}, {NoiseType, 2}, {NoiseGradientLoop, 1}, {ReflectionScale, 0.3}}), 8,
-         0.01},
+         with(layer, look("ColorizeMode=4 NoiseType=2 NoiseGradientLoop=1 ReflectionScale=0.3")), 8, 0.01},
     };
 }
 

@@ -24,7 +24,7 @@ FrameRequest sized(int width, int height, Depth depth = Depth::k32) {
 
 // Measured on llvmpipe and softpipe. Single precision through a few dozen steps of noise and ramp: 7e-6. Line
 // edges lie a distance over a slope away, both known to 1e-7, and slopes go down to 0.004: 1.7e-5. The
-// permutation behind the smoke takes remainders of large products: 3e-4.
+// permutation that smoke uses takes remainders of large products: 3e-4.
 double tolerance_of(const Look& look) {
     const auto type = look.find(NoiseType);
     if (type != look.end() && std::get<double>(type->second.value) == 3) return 1e-3;
@@ -231,20 +231,11 @@ TEST(Scenes, LineCounts) {
 }
 
 std::map<std::string, Look> scenes() {
-    const Look masked = lines({{LinesAlphaThreshold, 50}, {LinesAlphaNoiseEvolution, 77}, {LineWidth, 12}});
+    const Look masked = lines(look("LinesAlphaThreshold=50 LinesAlphaNoiseEvolution=77 LineWidth=12"));
     return {
-        {"noise moved, mirrored and upside down", noise({{NoiseType, 4},
-                                                         {Complexity, 3},
-                                                         {Evolution, 100},
-                                                         {LoopEvolution, 1},
-                                                         {Speed, 35},
-                                                         {Scale, 60},
-                                                         {ScaleX, 30},
-                                                         {ScaleY, -70},
-                                                         {OffsetX, 700},
-                                                         {OffsetY, -2200},
-                                                         {NoiseContrast, -150},
-                                                         {NoiseBrightness, 90}})},
+        {"noise moved, mirrored and upside down",
+         noise(look("NoiseType=4 Complexity=3 Evolution=100 LoopEvolution=1 Speed=35 Scale=60 ScaleX=30 "
+                    "ScaleY=-70 OffsetX=700 OffsetY=-2200 NoiseContrast=-150 NoiseBrightness=90"))},
         {"noise of two layers", noise({{Layer1, colourful_layer(9, 9, Depth::k8)},
                                        {Layer1Mult, 0.4},
                                        {Layer1LightnessInvert, 1},
@@ -254,82 +245,57 @@ std::map<std::string, Look> scenes() {
                                        {Layer2Mult, -0.6},
                                        {Layer2LightnessInvert, 1},
                                        {Layer2AlphaInvert, 1}})},
-        {"bumps cut at both ends", colour({{ColorizeMode, 3},
-                                           {ReflectionScale, 0.3},
-                                           {NoiseBottomCroppingEnabled, 1},
-                                           {NoiseBottomCroppingThreshold, 30},
-                                           {NoiseBottomCroppingFeather, 25},
-                                           {NoiseTopCroppingEnabled, 1},
-                                           {NoiseTopCroppingThreshold, 90},
-                                           {NoiseTopCroppingFeather, 25}})},
-        {"lines alone, cut at both ends", lines({{NoiseVisible, 0},
-                                                 {LinesBottomCroppingEnabled, 1},
-                                                 {LinesBottomCroppingThreshold, 30},
-                                                 {LinesBottomCroppingFeather, 35},
-                                                 {LinesTopCroppingEnabled, 1},
-                                                 {LinesTopCroppingThreshold, 73},
-                                                 {LinesTopCroppingFeather, 35}})},
+        {"bumps cut at both ends",
+         colour(look("ColorizeMode=3 ReflectionScale=0.3 NoiseBottomCroppingEnabled=1 "
+                     "NoiseBottomCroppingThreshold=30 NoiseBottomCroppingFeather=25 "
+                     "NoiseTopCroppingEnabled=1 NoiseTopCroppingThreshold=90 NoiseTopCroppingFeather=25"))},
+        {"lines alone, cut at both ends",
+         lines(look("NoiseVisible=0 LinesBottomCroppingEnabled=1 LinesBottomCroppingThreshold=30 "
+                    "LinesBottomCroppingFeather=35 LinesTopCroppingEnabled=1 LinesTopCroppingThreshold=73 "
+                    "LinesTopCroppingFeather=35"))},
         {"gradient about a base",
-         colour({{NoiseGradientOffset, 15}, {NoiseGradientScale, 60}, {NoiseGradientScaleBase, 40}})},
-        {"gradient turned round and looped", colour({{NoiseGradientLoop, 1}, {NoiseGradientScale, -230}})},
+         colour(look("NoiseGradientOffset=15 NoiseGradientScale=60 NoiseGradientScaleBase=40"))},
+        {"gradient turned round and looped", colour(look("NoiseGradientLoop=1 NoiseGradientScale=-230"))},
         // The jitter follows the gradient's wrap and may leave it.
-        {"gradient jittered behind the wrap", colour({{NoiseGradientLoop, 1},
-                                                      {NoiseGradientOffset, 50},
-                                                      {GradientRandomizeAmplitude, 60},
-                                                      {GradientRandomizeFrequency, 30}})},
-        {"seed 1", noise({{GradientRandomizeAmplitude, 15}, {NoiseGradientLoop, 1}, {Seed, 1}})},
-        {"seed 100000", noise({{GradientRandomizeAmplitude, 15}, {NoiseGradientLoop, 1}, {Seed, 100000}})},
+        {"gradient jittered after the wrap",
+         colour(look("NoiseGradientLoop=1 NoiseGradientOffset=50 GradientRandomizeAmplitude=60 "
+                     "GradientRandomizeFrequency=30"))},
+        {"seed 1", noise(look("GradientRandomizeAmplitude=15 NoiseGradientLoop=1 Seed=1"))},
+        {"seed 100000", noise(look("GradientRandomizeAmplitude=15 NoiseGradientLoop=1 Seed=100000"))},
         {"gradient of hard and eased steps", colour({{Gradient, Stops{{-0.5F, 1, 0, 0},
                                                                       {0.25F, 0, 1, 0.5F, 1},
                                                                       {0.5F, 0.5F, 0, 0, 2},
                                                                       {0.75F, 0, 0, 1, 2}}}})},
         // Only exactly 1 is on, but for the lines' loop, which any number but 0 is.
-        {"switches of other numbers", lines({{LoopEvolution, 2},
-                                             {NoiseBottomCroppingEnabled, 255},
-                                             {NoiseTopCroppingEnabled, 2},
-                                             {NoiseTopCroppingThreshold, 50},
-                                             {LinesTopCroppingEnabled, 3},
-                                             {LinesTopCroppingThreshold, 50},
-                                             {NoiseGradientLoop, 257},
-                                             {LinesGradientLoop, 2},
-                                             {LinesGradientScale, 250},
-                                             {NoiseVisible, 2},
-                                             {LinesOffset, 63},
-                                             {LinesLoop, 2}})},
+        {"switches of other numbers",
+         lines(look("LoopEvolution=2 NoiseBottomCroppingEnabled=255 NoiseTopCroppingEnabled=2 "
+                    "NoiseTopCroppingThreshold=50 LinesTopCroppingEnabled=3 LinesTopCroppingThreshold=50 "
+                    "NoiseGradientLoop=257 LinesGradientLoop=2 LinesGradientScale=250 NoiseVisible=2 "
+                    "LinesOffset=63 LinesLoop=2"))},
         {"lines over a half transparent layer", lines({{ColorizeMode, 2},
                                                        {LinesBlendMode, 3},
                                                        {Layer3, colourful_layer(24, 24, Depth::k8)},
                                                        {LinesAlpha, 50},
                                                        {LineWidth, 12}})},
         {"line gradient jittered before the wrap",
-         lines({{LinesGradientOffset, 60}, {LinesGradientLoop, 1}, {GradientRandomize, 100}, {Seed, 3}})},
+         lines(look("LinesGradientOffset=60 LinesGradientLoop=1 GradientRandomize=100 Seed=3"))},
         {"line gradient about a base",
-         lines({{LinesGradientOffset, 10}, {LinesGradientScale, 60}, {LinesGradientScaleBase, 50}})},
-        {"jittered heights and widths", lines({{LinesRandomize, 150}, {WidthRandomize, 200}, {Seed, 11}})},
-        {"lines of no width", lines({{LineWidth, 0}, {WidthRandomize, 200}})},
-        {"masked lines", with(masked, {{LinesAlphaNoiseScaleX, 900},
-                                       {LinesAlphaNoiseScaleY, 500},
-                                       {LinesAlphaNoiseOffsetX, 400},
-                                       {LinesAlphaNoiseOffsetY, -300},
-                                       {LinesAlphaNoiseSpeed, 30}})},
-        {"masks that differ by line", with(masked, {{LinesCount, 7},
-                                                    {AlphaRandomize, 10},
-                                                    {Seed, 4},
-                                                    {LineWidth, 5},
-                                                    {LinesAlphaNoiseScale, 300}})},
-        {"masks by a looped noise", with(masked, {{LinesAlphaNoiseLoopEvolution, 1},
-                                                  {LinesAlphaNoiseEvolution, 500},
-                                                  {LinesAlphaNoiseScale, 600},
-                                                  {LinesAlphaNoiseComplexity, 2}})},
-        {"masks by voronoi", with(masked, {{LinesAlphaNoiseType, 2}, {LinesAlphaNoiseComplexity, 9}})},
+         lines(look("LinesGradientOffset=10 LinesGradientScale=60 LinesGradientScaleBase=50"))},
+        {"jittered heights and widths", lines(look("LinesRandomize=150 WidthRandomize=200 Seed=11"))},
+        {"lines of no width", lines(look("LineWidth=0 WidthRandomize=200"))},
+        {"masked lines",
+         with(masked, look("LinesAlphaNoiseScaleX=900 LinesAlphaNoiseScaleY=500 LinesAlphaNoiseOffsetX=400 "
+                           "LinesAlphaNoiseOffsetY=-300 LinesAlphaNoiseSpeed=30"))},
+        {"masks that differ by line",
+         with(masked, look("LinesCount=7 AlphaRandomize=10 Seed=4 LineWidth=5 LinesAlphaNoiseScale=300"))},
+        {"masks by a looped noise",
+         with(masked, look("LinesAlphaNoiseLoopEvolution=1 LinesAlphaNoiseEvolution=500 "
+                           "LinesAlphaNoiseScale=600 LinesAlphaNoiseComplexity=2"))},
+        {"masks by voronoi", with(masked, look("LinesAlphaNoiseType=2 LinesAlphaNoiseComplexity=9"))},
         // These two have the main noise's complexity, not their own.
-        {"masks by smoke", with(masked, {{LinesAlphaNoiseType, 3},
-                                         {Complexity, 25},
-                                         {LinesAlphaThreshold, 60},
-                                         {LineWidth, 5},
-                                         {LinesAlphaNoiseScale, 400}})},
-        {"masks by cells",
-         with(masked, {{LinesAlphaNoiseType, 4}, {Complexity, 7}, {LinesAlphaThreshold, 70}})},
+        {"masks by smoke", with(masked, look("LinesAlphaNoiseType=3 Complexity=25 LinesAlphaThreshold=60 "
+                                             "LineWidth=5 LinesAlphaNoiseScale=400"))},
+        {"masks by cells", with(masked, look("LinesAlphaNoiseType=4 Complexity=7 LinesAlphaThreshold=70"))},
         {"masks by nothing", with(masked, {{LinesAlphaNoiseType, 5}})},
     };
 }
@@ -358,9 +324,9 @@ TEST(Scenes, HangOnEveryControl) {
 TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
     const Look looks[] = {
         {{NoiseType, 5}},
-        {{NoiseType, 4}, {Complexity, 0}},
-        {{NoiseType, 2}, {Complexity, 0}},
-        {{OffsetX, 1e6}, {OffsetY, -1e6}, {NoiseType, 3}},
+        look("NoiseType=4 Complexity=0"),
+        look("NoiseType=2 Complexity=0"),
+        look("OffsetX=1e6 OffsetY=-1e6 NoiseType=3"),
     };
     for (const Look& look : looks) {
         const host::World frame = render_checked({look, sized(kWidth, kHeight)});
@@ -377,10 +343,10 @@ TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
 
 // No alpha is below a threshold of 0, and of a noise that is one half everywhere none is below 50 percent.
 TEST(Scenes, WhatIsAtAThresholdIsNotBelowIt) {
-    const Look grey = {{NoiseContrast, 0}, {NoiseBrightness, 50}};
+    const Look grey = look("NoiseContrast=0 NoiseBrightness=50");
     const Look cleared = {{Layer1, flat_layer({1, 1, 1, 0})}, {AlphaTreshold, 0}, {NoiseBrightness, 50}};
     EXPECT_TRUE(render_checked({cleared, sized(9, 5)}).same_picture(render_checked({grey, sized(9, 5)})));
-    const Look half = lines({{LinesAlphaNoiseComplexity, 1}, {LinesAlphaNoiseScale, 0}});
+    const Look half = lines(look("LinesAlphaNoiseComplexity=1 LinesAlphaNoiseScale=0"));
     const host::World masked =
         render_checked({with(half, {{LinesAlphaThreshold, 50}}), sized(kWidth, kHeight)});
     EXPECT_TRUE(masked.same_picture(render_checked({half, sized(kWidth, kHeight)})));

@@ -101,6 +101,20 @@ TEST(GradientEvents, ClicksEditAndSayWhatTheyDid) {
     }
 }
 
+TEST(GradientEvents, DragTakesAStopOffAndBringsItBack) {
+    Editor editor({{0, kRed}, {1, {}}});
+    EXPECT_TRUE(editor.events.click({6, 40}, 1, PF_Mod_NONE).drag_wanted);
+    const auto stops_after = [&editor](const PF_Point& at, bool changed) {
+        EXPECT_EQ(editor.events.drag(at).changed, changed);
+        return editor.effect.Stops();
+    };
+    EXPECT_EQ(stops_after({75, 51}, true), (GradientStopMap{{1, {}}})) << "below the frame";
+    EXPECT_EQ(stops_after({60, 99}, false), (GradientStopMap{{1, {}}}));
+    EXPECT_EQ(stops_after({75, -30}, true), (GradientStopMap{{0.5F, kRed}, {1, {}}}));
+    EXPECT_FALSE(editor.events.release({75, -30}).changed);
+    EXPECT_TRUE(editor.effect.Tidy());
+}
+
 TEST(GradientEvents, MarkersShowTheKindsOnBothSides) {
     // The first three lie in the middle between two pixels of 138 and go to the outer one.
     Editor editor({{-0.5F / 138, {kStopLinear, 1, 0, 0, 0}},

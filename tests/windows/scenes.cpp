@@ -8,6 +8,7 @@ namespace flumo::tests {
 namespace {
 
 using enum Section;
+using test::look;
 
 // Ramps and a checkerboard, different for each `seed`, opaque at the left and thinner to the right.
 host::Layer test_picture(int width, int height, host::Depth depth, int seed) {

@@ -44,6 +44,7 @@ RULES = {
     "frei0r": JOB + ["job", "effect/entry/effect_main.h", "effect/gpu/version_lines.h"],
     "frei0r/kdenlive": JOB + ["job", "frei0r"],
     "cli/files": JOB,
+    "frei0r/shotcut": JOB + ["job", "frei0r"],
     "cli/terminal": JOB + ["job"],
     "cli/options": JOB + ["host/panel", "job", "cli/terminal"],
     "cli/commands": JOB + ["host/panel", "judge", "judge/engine", "judge/cases", "job", "cli/files", "cli/options",

@@ -59,7 +59,8 @@ class Programs : public testing::Test {
         command.insert(command.end(), services.begin(), services.end());
         run(command, {"-consumer", "avformat:" + in("melt.rgba"), "f=rawvideo", "vcodec=rawvideo",
                       "pix_fmt=rgba", "an=1", "real_time=-4"});
-        return read_text_file(in("melt.rgba"));
+        const std::vector<uint8_t> frames = read_file(in("melt.rgba"));
+        return {frames.begin(), frames.end()};
     }
 
     /// Three frames of colours and alphas, as PNG, which all programs read to the bit.

@@ -1,9 +1,10 @@
-// The descriptions that Kdenlive reads, against the plug-ins that they describe.
+// The descriptions that Kdenlive and Shotcut read, against the plug-ins that they describe.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 
@@ -64,6 +65,26 @@ TEST(KdenliveDescriptions, ShowEveryParameterFromItsDefaultWithinItsRange) {
         }
         const bool is_effect = plugin.info().plugin_type == kF0rFilter;
         EXPECT_EQ(shown.size(), is_effect ? static_cast<size_t>(plugin.info().num_params) : 15u);
+    }
+}
+
+TEST(ShotcutDescription, HasARowForEveryParameterOfTheFilter) {
+    const LoadedPlugin plugin(FLUMO_FILTER);
+    const Drawn instance(plugin, 8, 8);
+    const std::string library = read_text_file(FLUMO_SHOTCUT "/controls.js");
+    const auto list = [&](const std::string& name) {
+        const size_t begin = library.find('[', library.find("var " + name + " = "));
+        return nlohmann::json::parse(library.substr(begin, library.find("];", begin) + 1 - begin));
+    };
+    const auto controls = list("controls");
+    EXPECT_EQ(list("texts").size() + controls.size(), static_cast<size_t>(plugin.info().num_params));
+    const std::string metadata = read_text_file(FLUMO_SHOTCUT "/meta.qml");
+    for (const auto& row : controls) {
+        const int index = plugin[row["name"]];
+        EXPECT_EQ(row["normal"], instance.number(index)) << row;
+        const std::string property = "property: " + row["name"].dump() + ";";
+        EXPECT_EQ(metadata.find(property) != metadata.npos, row["kind"] == "number") << row;
+        EXPECT_EQ(row["kind"] == "switch", plugin.param(index).type == kF0rBool) << row;
     }
 }
 

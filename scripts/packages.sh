@@ -4,11 +4,7 @@ packages_build=(
     g++ cmake ninja-build pkg-config libglbinding-dev libegl-dev libgl-dev libgl1-mesa-dri libegl-mesa0
     libpng-dev libopenexr-dev nlohmann-json3-dev libcli11-dev libcairo2-dev glslang-tools ffmpeg git
 )
-<<<<<<< HEAD
-packages_test=(libgtest-dev libgmock-dev googletest python3)
-=======
-packages_test=(libgtest-dev libgmock-dev googletest frei0r-plugins-dev melt)
->>>>>>> aa1d819 (The effect as a frei0r source and filter for video editors)
+packages_test=(libgtest-dev libgmock-dev googletest frei0r-plugins-dev melt python3)
 packages_windows=(g++-mingw-w64-x86-64-posix dpkg-dev wine wine64 xvfb xauth icoutils zip)
 packages_slurm=(slurm-wlm munge)
 packages_bench=(libbenchmark-dev python3)

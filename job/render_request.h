@@ -18,7 +18,7 @@ namespace flumo::job {
 struct Assignment {
     std::string option;  ///< as written, for messages: --set, --gradient, --layer1
     std::string id;
-    std::string value;
+    std::optional<std::string> value;  ///< nothing where the text had no =
 };
 
 /// What is left out is empty, and a scene or a default fills it. At most one of `scene`, `from` and `preset`

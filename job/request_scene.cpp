@@ -9,6 +9,7 @@
 #include "base/failure.h"
 #include "base/text_list.h"
 #include "job/preset.h"
+#include "scene/control_needs.h"
 #include "scene/keyframe_text.h"
 
 namespace flumo::job {
@@ -21,15 +22,24 @@ std::string as_written(const Assignment& assignment) {
     return assignment.option + " " + printable(assignment.id);
 }
 
+Failure value_missing(const scene::Control& control) {
+    std::string message = "expected " + control.id + "=VALUE with " + scene::expected_value(control);
+    const auto row = std::ranges::find(scene::control_needs(), control.id, &scene::ControlNeeds::id);
+    if (row != scene::control_needs().end() && !row->what_it_does.empty())
+        message.append("; it chooses ").append(row->what_it_does);
+    return usage_failure(message);
+}
+
 scene::Track read_assignment(const Assignment& assignment, const scene::ControlCatalog& catalog,
                              const host::FrameRate& rate) try {
     const scene::Control& control = catalog.find(assignment.id);
     if (assignment.option == "--gradient" && control.kind != scene::ControlKind::kArbitrary) {
         throw usage_failure("this control is no gradient; Gradient and LinesGradient are");
     }
-    if (scene::is_keyframe_text(control, assignment.value))
-        return scene::parse_keyframes(control, assignment.value, rate);
-    return {&control, {{0, scene::parse_control_value(control, assignment.value)}}};
+    if (!assignment.value) throw value_missing(control);
+    if (scene::is_keyframe_text(control, *assignment.value))
+        return scene::parse_keyframes(control, *assignment.value, rate);
+    return {&control, {{0, scene::parse_control_value(control, *assignment.value)}}};
 } catch (const Failure& failure) {
     throw Failure(failure.kind(), as_written(assignment) + ": " + failure.what());
 }

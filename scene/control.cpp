@@ -76,6 +76,10 @@ std::string expected_value(const Control& control) {
             return "a whole number " + range;
         case ControlKind::kAngle:
             return "degrees " + range;
+        case ControlKind::kArbitrary:
+            return "stops such as 0:#000,1:#fff";
+        case ControlKind::kLayer:
+            return "a picture file or none";
         default:
             return "a number " + range;
     }

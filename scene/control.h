@@ -29,7 +29,7 @@ std::span<const std::string> offered_choices(const Control& control);
 /// Whether keyframes make sense: what the effect allows to vary, but layers are chosen once.
 bool takes_keyframes(const Control& control);
 
-/// "a number 0 to 100", "one of Fluid, Voronoi, ...": what a number, popup or checkbox takes.
+/// "a number 0 to 100", "one of Fluid, Voronoi, ...": what a control takes.
 std::string expected_value(const Control& control);
 
 /// All controls by id.

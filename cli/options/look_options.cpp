@@ -16,8 +16,10 @@ using job::RenderRequest;
 
 job::Assignment parse_assignment(const std::string& option, const std::string& text) {
     const std::size_t mark = text.find('=');
-    if (mark == std::string::npos || mark == 0)
+    if (mark == 0 || text.empty())
         throw usage_failure(option + " " + in_quotes(text) + ": expected Id=value");
+    // What the control takes is known when the effect is loaded.
+    if (mark == std::string::npos) return {option, text, std::nullopt};
     return {option, text.substr(0, mark), text.substr(mark + 1)};
 }
 

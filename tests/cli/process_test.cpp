@@ -74,7 +74,12 @@ TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
         const char* expected;
     } cases[] = {
         {{"--set", "NoiseContrst=5"}, 2, "unknown control \"NoiseContrst\"; did you mean NoiseContrast?"},
-        {{"--set", "Scale"}, 2, "--set \"Scale\": expected Id=value"},
+        {{"--set", "Scale"}, 2, "--set Scale: expected Scale=VALUE with a number -1000000 to 1000000"},
+        {{"--set", "Seed"},
+         2,
+         "expected Seed=VALUE with a whole number 0 to 100000; it chooses other random numbers for the"},
+        {{"--gradient", "Gradient"}, 2, "expected Gradient=VALUE with stops such as"},
+        {{"--set", "=5"}, 2, "expected Id=value"},
         {{"--set", "Scale=wide"}, 2, "--set Scale: \"wide\": expected a number -1000000 to 1000000"},
         {{"--set", "ColorizeMode=Refraction From Layer"},
          2,

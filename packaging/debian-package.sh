@@ -34,7 +34,7 @@ Maintainer: Velbrand <flumo@velbrand.example>
 Section: graphics
 Priority: optional
 Installed-Size: $(du -sk "$root/usr" | cut -f1)
-Depends: $libraries, libegl1, libgl1-mesa-dri
+Depends: $libraries, libgl1-mesa-dri
 Recommends: ffmpeg
 Description: animated procedural images from a command line
  Flumo renders noise, isolines and gradients with OpenGL, the same pictures as

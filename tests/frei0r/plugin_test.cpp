@@ -120,11 +120,13 @@ TEST(Plugins, NumbersMeanWhatTheCommandLineMeans) {
 TEST(Plugins, AScenesKeyframesFollowSecondsAndNumbersGoBeforeIt) {
     const LoadedPlugin plugin(FLUMO_SOURCE);
     Drawn instance(plugin, kWidth, kHeight);
-    const std::string scene = R"({"fps": "10", "controls": {"Scale": 40, "Evolution": [
+    const std::string scene = R"({"fps": "10", "controls": {"Scale": 40, "Speed": 60, "Evolution": [
         {"frame": 0, "value": 0}, {"frame": 20, "value": 400}]}})";
     instance.set("scene", scene);
+    // The default, as far as a panel's digits go.
+    instance.set("Speed", 0.55);
     const auto at_evolution = [&](const std::string& degrees) {
-        return rendered({"--set", "Scale=40", "--set", "Evolution=" + degrees});
+        return rendered({"--set", "Scale=40", "--set", "Speed=60", "--set", "Evolution=" + degrees});
     };
     EXPECT_EQ(instance.at(1.5), at_evolution("300"));
     // Times between frames, rounded times, and times that are none.
@@ -134,7 +136,8 @@ TEST(Plugins, AScenesKeyframesFollowSecondsAndNumbersGoBeforeIt) {
     EXPECT_EQ(instance.at(std::numeric_limits<double>::quiet_NaN()), at_evolution("0"));
     EXPECT_EQ(instance.at(1e300), at_evolution("0"));
     instance.set("Scale", 0.9);
-    EXPECT_EQ(instance.at(1.5), rendered({"--set", "Scale=80", "--set", "Evolution=300"}));
+    EXPECT_EQ(instance.at(1.5),
+              rendered({"--set", "Scale=80", "--set", "Speed=60", "--set", "Evolution=300"}));
     instance.set("Scale", 1.0);
     EXPECT_EQ(instance.at(1.5), at_evolution("300"));
     instance.set("scene", std::string());

@@ -25,7 +25,9 @@ class Plugin {
     Plugin& operator=(const Plugin&) = delete;
     /// A program that ends without f0r_deinit() may have ended the driver before: the effect goes with the
     /// process.
-    ~Plugin() { static_cast<void>(new std::shared_ptr<Effect>(std::move(effect_))); }
+    ~Plugin() {
+        if (effect_) static_cast<void>(new std::shared_ptr<Effect>(std::move(effect_)));
+    }
 
     const scene::ControlCatalog& catalog() const { return catalog_; }
     std::span<const Parameter> parameters() const { return parameters_; }

@@ -211,14 +211,16 @@ TEST_F(Sequence, ATerminalShowsABarAndItsColoursMayBeRefused) {
          "\r[\x1b[32m########################\x1b[0m] 7 of 7 frames (100 %)"},
         {"NO_COLOR=1", "\r[........................] 0 of 7 frames (0 %)",
          "\r[########################] 7 of 7 frames (100 %)"},
-        {"TERM=dumb", "flumo: frame 0: " + in("a.0.png") + ", ", "flumo: 7 of 7 frames (100 %)"},
+        {"TERM=dumb", "flumo: frame ", "flumo: 7 of 7 frames (100 %)"},
     };
     for (const auto& row : cases) {
         const std::string output = shown(row.variable, shot).output;
         EXPECT_THAT(output, StartsWith(row.start)) << row.variable;
         EXPECT_THAT(output, HasSubstr(row.end)) << row.variable;
     }
-    EXPECT_THAT(render("a.#.png").errors, HasSubstr("\nflumo: 7 of 7 frames (100 %)"));
+    // Two encoders may finish in either order.
+    EXPECT_THAT(render("a.#.png").errors, AllOf(HasSubstr("flumo: frame 0: " + in("a.0.png") + ", "),
+                                                HasSubstr("\nflumo: 7 of 7 frames (100 %)")));
     const flumo::test::Said usage = shown("NO_COLOR=1", "render");
     EXPECT_EQ(usage.status, 2);
     EXPECT_THAT(usage.output, HasSubstr("\n  flumo render -o look.png "));

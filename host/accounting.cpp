@@ -7,13 +7,14 @@ namespace flumo::host {
 
 namespace {
 
-constexpr std::size_t kMostTexts = 1000;
+constexpr std::size_t kMostEntries = 1000;
 constexpr const char* kLentNames[] = {"control(s) checked out", "layer(s) checked out",
                                       "drawing object(s) alive"};
 static_assert(std::size(kLentNames) == static_cast<std::size_t>(Lent::kCount));
 
-void append(std::vector<std::string>& texts, std::string text) {
-    if (texts.size() < kMostTexts) texts.push_back(std::move(text));
+template <class Entry>
+void append(std::vector<Entry>& entries, Entry entry) {
+    if (entries.size() < kMostEntries) entries.push_back(std::move(entry));
 }
 
 }  // namespace
@@ -52,9 +53,17 @@ std::map<std::pair<std::string, int>, int> Accounting::acquired_suites() const {
     return suites_;
 }
 
-std::vector<std::string> Accounting::misuses() const {
+std::vector<Misuse> Accounting::misuses() const {
     std::lock_guard guard(mutex_);
     return misuses_;
+}
+
+std::vector<std::string> Accounting::misuse_texts() const {
+    std::lock_guard guard(mutex_);
+    std::vector<std::string> texts;
+    for (const Misuse& misuse : misuses_)
+        texts.push_back(misuse.text);
+    return texts;
 }
 
 std::vector<std::string> Accounting::messages() const {
@@ -89,16 +98,17 @@ void Accounting::suite_released(const std::string& name, int version) {
     std::lock_guard guard(mutex_);
     const auto found = suites_.find({name, version});
     if (found == suites_.end()) {
-        append(misuses_, "released suite \"" + name + "\" version " + std::to_string(version) +
-                             ", which is not acquired");
+        const std::string suite = "\"" + name + "\" version " + std::to_string(version);
+        append(misuses_,
+               Misuse{MisuseKind::kNotAcquired, "released suite " + suite + ", which is not acquired"});
     } else if (--found->second == 0) {
         suites_.erase(found);
     }
 }
 
-void Accounting::misuse(std::string what) {
+void Accounting::misuse(MisuseKind kind, std::string text) {
     std::lock_guard guard(mutex_);
-    append(misuses_, std::move(what));
+    append(misuses_, Misuse{kind, std::move(text)});
 }
 
 void Accounting::message(std::string text) {

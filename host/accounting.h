@@ -3,8 +3,10 @@
 
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <map>
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +17,35 @@ namespace flumo::host {
 
 /// Things that are counted by number alone.
 enum class Lent { kParam, kLayer, kDrawbotObject, kCount };
+
+/// Which rule of the host an effect broke.
+enum class MisuseKind : std::uint8_t {
+    /// A function that this command does not allow, or another call's effect reference.
+    kWrongCall,
+    kWrongArgument,
+    /// A check-in without a check-out.
+    kNotCheckedOut,
+    /// A release without an acquisition.
+    kNotAcquired,
+    /// An unlock without a lock.
+    kNotLocked,
+    /// A handle that does not live, disposed of while locked, or written past its end.
+    kHandle,
+    /// A drawing reference or object that is not alive, such as null.
+    kDrawingReference,
+    kNotOffered,
+    /// Rectangles, numbers of controls or groups that contradict each other.
+    kAnnouncement,
+    /// An exception left the entry point.
+    kException,
+};
+
+struct Misuse {
+    MisuseKind kind;
+    std::string text;
+
+    friend std::ostream& operator<<(std::ostream& out, const Misuse& misuse) { return out << misuse.text; }
+};
 
 /// Thread-safe.
 class Accounting {
@@ -32,8 +63,9 @@ class Accounting {
     /// Suites that are acquired and not released, by name and version.
     std::map<std::pair<std::string, int>, int> acquired_suites() const;
 
-    /// What the effect did against the rules, in words, the oldest first (the first thousand).
-    std::vector<std::string> misuses() const;
+    /// What the effect did against the rules, the oldest first (the first thousand).
+    std::vector<Misuse> misuses() const;
+    std::vector<std::string> misuse_texts() const;
     /// Texts that the effect asked to be shown to the user (the first thousand).
     std::vector<std::string> messages() const;
     void forget_misuses();
@@ -45,7 +77,7 @@ class Accounting {
     void suite_acquired(const std::string& name, int version);
     /// A release without an acquire is noted as a misuse.
     void suite_released(const std::string& name, int version);
-    void misuse(std::string what);
+    void misuse(MisuseKind kind, std::string text);
     void message(std::string text);
 
   private:
@@ -53,7 +85,7 @@ class Accounting {
     std::array<std::atomic<int>, static_cast<std::size_t>(Lent::kCount)> lent_{};
     mutable std::mutex mutex_;
     std::map<std::pair<std::string, int>, int> suites_;
-    std::vector<std::string> misuses_;
+    std::vector<Misuse> misuses_;
     std::vector<std::string> messages_;
 };
 

@@ -61,9 +61,9 @@ class CurrentCall {
 
 /// While it lives, calls into the effect from this thread are the host's own housekeeping: what they ask
 /// of the host is neither counted nor failed.
-class Housekeeping {
+class UncountedCalls {
   public:
-    explicit Housekeeping(Host& host) : call_(host), current_(call_) {}
+    explicit UncountedCalls(Host& host) : call_(host), current_(call_) {}
 
   private:
     Call call_;

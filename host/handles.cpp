@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kGuard = 0xA5;
 constexpr std::size_t kGuardSize = 16;
-/// New blocks up to this size hold junk, so that nobody comes to rely on zeros.
+/// New blocks up to this size hold junk, so that no effect comes to rely on zeros.
 constexpr uint64_t kJunkLimit = 4096;
 constexpr int kJunk = 0xCD;
 /// From this size on a freed block is worth keeping: the system would take its pages back.

@@ -1,4 +1,4 @@
-// The host's memory handles: blocks behind a master pointer, counted and guarded.
+// The host's memory handles: blocks with a master pointer, counted and guarded.
 #pragma once
 
 #include <cstddef>
@@ -40,7 +40,7 @@ class HandleTable {
     bool unlock(PF_Handle handle);
 
     enum class Disposal { kDone, kUnknown, kWasLocked, kOverrun };
-    /// Frees the block; a locked or overrun one too. kOverrun: bytes behind the block were changed.
+    /// Frees the block; a locked or overrun one too. kOverrun: bytes after the block were changed.
     Disposal dispose(PF_Handle handle);
     /// 0 for a handle that does not live.
     uint64_t size(PF_Handle handle) const;

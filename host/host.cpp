@@ -60,8 +60,9 @@ void Host::params_setup() {
     num_params_ = outcome.out.num_params;
     throw_on_error(PF_Cmd_PARAMS_SETUP, outcome);
     if (static_cast<std::size_t>(num_params_) != controls_.size() + 1) {
-        accounting_.misuse("announced " + std::to_string(num_params_) + " parameters and declared " +
-                           std::to_string(controls_.size()) + " controls");
+        accounting_.misuse(MisuseKind::kAnnouncement, "announced " + std::to_string(num_params_) +
+                                                          " parameters and declared " +
+                                                          std::to_string(controls_.size()) + " controls");
     }
 }
 
@@ -125,7 +126,8 @@ Outcome Host::run(Call& call, PF_Cmd command, PF_InData& in_data, PF_OutData out
     try {
         outcome.error = module_.effect_main()(command, &in_data, &outcome.out, params, nullptr, extra);
     } catch (...) {
-        accounting_.misuse(command_name(command) + ": an exception left the entry point");
+        accounting_.misuse(MisuseKind::kException,
+                           command_name(command) + ": an exception left the entry point");
         outcome.error = PF_Err_INTERNAL_STRUCT_DAMAGED;
     }
     if (outcome.out.out_flags & PF_OutFlag_DISPLAY_ERROR_MESSAGE) {
@@ -139,7 +141,8 @@ PF_Err Host::add_control(const PF_ParamDef& definition) {
     const int index = static_cast<int>(controls_.size()) + 1;
     if (definition.param_type == PF_Param_GROUP_END) {
         if (open_groups_.empty()) {
-            accounting_.misuse("control " + std::to_string(index) + " ends a group, but none is open");
+            accounting_.misuse(MisuseKind::kAnnouncement,
+                               "control " + std::to_string(index) + " ends a group, but none is open");
         } else {
             open_groups_.pop_back();
         }

@@ -198,7 +198,7 @@ Outcome Instance::send_event(PF_EventExtra& event, SuiteProvider* suites, double
     PF_ParamDef& param = params.at(static_cast<std::size_t>(index));
     if (param.param_type == PF_Param_ARBITRARY_DATA) {
         // The effect edits in place, and values may be shared: it gets a copy, kept if it says so.
-        const Housekeeping uncounted(host_);
+        const UncountedCalls uncounted(host_);
         Value& value = values[static_cast<std::size_t>(index)];
         value = Arbitrary(std::get<Arbitrary>(value)->copy());
         write_value(host_.control(index), value, param);
@@ -206,7 +206,7 @@ Outcome Instance::send_event(PF_EventExtra& event, SuiteProvider* suites, double
     param.uu.change_flags = PF_ChangeFlag_NONE;
     const Outcome outcome = send_with_params(PF_Cmd_EVENT, &event, suites, frame, params);
     changed = (param.uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) != 0;
-    const Housekeeping uncounted(host_);
+    const UncountedCalls uncounted(host_);
     if (changed && index > 0) track_of(index).put(frame, values[static_cast<std::size_t>(index)]);
     values.clear();
     return outcome;

@@ -103,7 +103,8 @@ void judge_plan(Host& host, const PF_PreRenderOutput& plan) {
     const bool fits = inside.left == plan.result_rect.left && inside.right == plan.result_rect.right &&
                       inside.top == plan.result_rect.top && inside.bottom == plan.result_rect.bottom;
     if (!is_empty(plan.result_rect) && !fits) {
-        host.accounting().misuse("announced a result that reaches beyond its largest result");
+        host.accounting().misuse(MisuseKind::kAnnouncement,
+                                 "announced a result that reaches beyond its largest result");
     }
 }
 

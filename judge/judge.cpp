@@ -14,8 +14,8 @@ using nlohmann::json;
 
 constexpr const char* kSetUp = "set-up";
 constexpr const char* kEndOfProcess = "end-of-process";
-/// An effect that goes down this often in one case has made its point.
-constexpr int kMostDeaths = 3;
+/// After so many ended processes a case is given up.
+constexpr int kMostEndedProcesses = 3;
 constexpr int kFirstSignal = 128;
 constexpr std::size_t kLongestTail = 200;
 
@@ -29,23 +29,23 @@ std::string last_line(std::string text) {
 std::string end_text(const ChildEnd& end) {
     if (end.timed_out) return "no return within the time";
     const std::string tail = last_line(end.errors);
-    const std::string said = tail.empty() ? "" : ", after \"" + tail + "\"";
+    const std::string message = tail.empty() ? "" : ", after \"" + tail + "\"";
     if (end.status > kFirstSignal) {
         const int signal = end.status - kFirstSignal;
         const char* const name = sigdescr_np(signal);
         return "the process ended by signal " + std::to_string(signal) + ", " + (name ? name : "unknown") +
-               said;
+               message;
     }
-    return "the process ended with status " + std::to_string(end.status) + said;
+    return "the process ended with status " + std::to_string(end.status) + message;
 }
 
 /// Reads the lines of one process.
-class Listener {
+class OutputReader {
   public:
-    Listener(CaseResult& result, uint64_t seed) : result_(result), seed_(seed) {}
+    OutputReader(CaseResult& result, uint64_t seed) : result_(result), seed_(seed) {}
 
-    void hear(const std::string& said) {
-        std::istringstream lines(said);
+    void read(const std::string& output) {
+        std::istringstream lines(output);
         for (std::string line; std::getline(lines, line);)
             take(json::parse(line, nullptr, false));
     }
@@ -56,7 +56,7 @@ class Listener {
         result_.findings.push_back(finding("the module to return", end_text(end)));
     }
 
-    /// The step behind which another process can go on.
+    /// The step after which another process can continue.
     std::optional<std::string> broken_step() const {
         return done_ || step_ == kSetUp ? std::nullopt : std::optional(step_);
     }
@@ -75,8 +75,8 @@ class Listener {
     }
 
     /// Once for a step, however often it was seen there.
-    void add(const json& told, bool is_note, std::vector<Finding>& known) const {
-        Finding found = finding(told["expected"], told["seen"]);
+    void add(const json& reported, bool is_note, std::vector<Finding>& known) const {
+        Finding found = finding(reported["expected"], reported["seen"]);
         found.is_note = is_note;
         if (std::ranges::find(known, found) == known.end()) known.push_back(std::move(found));
     }
@@ -113,13 +113,13 @@ std::vector<const Case*> Judge::cases_up_to(int level) const {
 
 CaseResult Judge::play(const Case& played, StepChoice choice) const {
     CaseResult result{.played = &played};
-    for (int deaths = 0; deaths < kMostDeaths; ++deaths) {
-        Listener listener(result, subject_.seed);
+    for (int ended = 0; ended < kMostEndedProcesses; ++ended) {
+        OutputReader reader(result, subject_.seed);
         const ChildEnd end = launch_(played, choice);
-        listener.hear(end.said);
-        listener.judge_end(end);
-        const auto broken = listener.broken_step();
-        // Whatever hangs once would hang again: that time is not spent.
+        reader.read(end.output);
+        reader.judge_end(end);
+        const auto broken = reader.broken_step();
+        // A step that did not return once is not repeated: it would cost the same time again.
         if (!broken || end.timed_out || choice.only) break;
         choice.after = broken;
     }

@@ -1,5 +1,5 @@
-// Plays a module through the cases, each in a process of its own, and gathers what they find. A module that
-// takes its process down, or never comes back, is a finding and no more.
+// Plays a module through the cases, each in a process of its own, and collects what they find. A module that
+// ends its process or does not return is a finding.
 //
 //   Judge judge(subject, launch);
 //   for (const Case* each : judge.cases_up_to(3)) report(judge.play(*each, {}));
@@ -18,8 +18,8 @@ namespace flumo::judge {
 
 /// How a process ended in which a case was played.
 struct ChildEnd {
-    /// The lines of the Trial.
-    std::string said;
+    /// The lines of the CaseContext.
+    std::string output;
     std::string errors;
     /// Exit status, 128 + N when signal N ended it.
     int status = 0;
@@ -47,7 +47,7 @@ class Judge {
 
     /// A Windows module is read and not played here: one case.
     std::vector<const Case*> cases_up_to(int level) const;
-    /// Goes on behind a step that ended the process, a few times.
+    /// Continues after a step that ended the process, a few times.
     CaseResult play(const Case& played, StepChoice choice) const;
 
   private:

@@ -12,8 +12,8 @@
 #include "base/text_list.h"
 #include "cli/terminal/stop_signal.h"
 #include "job/session.h"
+#include "judge/engine/case_context.h"
 #include "judge/engine/expectation.h"
-#include "judge/engine/trial.h"
 #include "judge/judge.h"
 
 namespace flumo::cli {
@@ -37,7 +37,7 @@ Examples:
   flumo check Flumo.so --level 3 --json             the first three levels, for scripts
   flumo check Flumo.so --resource Flumo.aex         does the Windows module announce the same effect?
   flumo controls --json > controls.json
-  flumo check Flumo.so --expect controls.json       are the controls still those of that day?
+  flumo check Flumo.so --expect controls.json       are the controls still the same?
   flumo check Flumo.so --seed 7 --reproduce events.clicks:26-script-3
 
 Exit status: 0 nothing found, 1 a finding, 2 usage, 3 a file cannot be read, 130 or 143 stopped by a signal.)";
@@ -46,7 +46,7 @@ void require_file(const fs::path& path) {
     if (!path.empty() && !fs::is_regular_file(path)) throw input_failure(path.string() + ": no such file");
 }
 
-/// A signal came: what the case has said by then is not the module's doing.
+/// A signal came: how the case ended then is not due to the module.
 struct Stopped {
     ExitStatus status;
 };
@@ -78,9 +78,9 @@ ExitStatus play_here(const CheckOptions& options, const StdoutGuard& output) {
     StepChoice choice;
     if (!options.only.empty()) choice.only = options.only;
     if (!options.after.empty()) choice.after = options.after;
-    judge::Trial trial(subject_of(options), choice,
-                       [&output](const std::string& line) { output.write(line + "\n"); });
-    trial.play(*played);
+    judge::CaseContext context(subject_of(options), choice,
+                               [&output](const std::string& line) { output.write(line + "\n"); });
+    context.play(*played);
     return ExitStatus::kDone;
 }
 
@@ -109,13 +109,13 @@ ChildEnd launch(const CheckOptions& options, const Subject& subject, const Case&
     const auto result = run_child(command_line(options, subject, played, choice), limit);
     if (const auto stop = stop_requested()) throw Stopped{*stop};
     if (!result) throw Failure(FailureKind::kUnreadableInput, "this program cannot start itself");
-    return {.said = {result->output.begin(), result->output.end()},
+    return {.output = {result->output.begin(), result->output.end()},
             .errors = result->errors,
             .status = result->status,
             .timed_out = result->timed_out};
 }
 
-std::string counted(size_t count, const std::string& thing) {
+std::string counted(std::size_t count, const std::string& thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
@@ -125,7 +125,7 @@ class Report {
         : options_(options), subject_(subject), output_(output) {}
 
     void add(const CaseResult& result) {
-        steps_ += static_cast<size_t>(result.steps);
+        steps_ += static_cast<std::size_t>(result.steps);
         skipped_ += !result.skipped.empty();
         const char* status = result.skipped.empty() ? "passed" : "skipped";
         if (!result.findings.empty()) status = "findings";
@@ -139,8 +139,8 @@ class Report {
     }
 
     /// `planned`: how many cases there would have been.
-    ExitStatus end(size_t planned) const {
-        const size_t not_played = planned - cases_json_.size();
+    ExitStatus end(std::size_t planned) const {
+        const std::size_t not_played = planned - cases_json_.size();
         if (options_.json) {
             const ordered_json all = {{"module", subject_.module.string()},
                                       {"seed", subject_.seed},
@@ -156,12 +156,12 @@ class Report {
     }
 
   private:
-    std::string summary(size_t not_played) const {
+    std::string summary(std::size_t not_played) const {
         std::string text = counted(cases_json_.size(), "case") + ", " + std::to_string(skipped_) +
                            " skipped, " + counted(steps_, "step") + ": " +
                            counted(findings_json_.size(), "finding") + ", " +
                            counted(notes_json_.size(), "note");
-        if (!notes_json_.empty() && !options_.notes) text += " (--notes tells them)";
+        if (!notes_json_.empty() && !options_.notes) text += " (--notes lists them)";
         if (not_played > 0) text += "; " + counted(not_played, "case") + " not played after that";
         return text + "\n";
     }
@@ -180,7 +180,7 @@ class Report {
     ordered_json cases_json_ = ordered_json::array();
     ordered_json findings_json_ = ordered_json::array();
     ordered_json notes_json_ = ordered_json::array();
-    size_t steps_ = 0;
+    std::size_t steps_ = 0;
     int skipped_ = 0;
 };
 
@@ -249,10 +249,10 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         ->type_name("FILE");
     command
         .add_option("--resource", options.resource,
-                    "A Windows module, or a bare property list, that must say the same")
+                    "A Windows module, or a property list alone, that must announce the same")
         ->type_name("FILE");
     command.add_flag("--json", options.json, "Write JSON");
-    command.add_flag("--notes", options.notes, "Also tell what is against no rule");
+    command.add_flag("--notes", options.notes, "Also report what breaks no rule");
     command.add_flag("--list", options.list, "List the cases");
     command.add_option("--play", options.played)->group("");
     command.add_option("--only", options.only)->group("");

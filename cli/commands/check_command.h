@@ -26,10 +26,10 @@ struct CheckOptions {
     bool notes = false;
     bool list = false;
 
-    // What this program says to the processes that it starts of itself.
+    // Passed to the processes that this program starts of itself.
     std::string played;  ///< the case to play in this process
     std::string only;    ///< its only step
-    std::string after;   ///< the step behind which it starts
+    std::string after;   ///< the step after which it starts
 };
 
 /// Adds the options to `command`; parsing fills `options`, which must outlive it.

@@ -51,8 +51,8 @@ PF_Err answer(Callback which, Work&& work) {
 }
 
 /// Notes a misuse and gives the number for it.
-inline PF_Err misused(Call& call, const std::string& what) {
-    call.host.accounting().misuse(what);
+inline PF_Err misused(Call& call, MisuseKind kind, const std::string& what) {
+    call.host.accounting().misuse(kind, what);
     return PF_Err_BAD_CALLBACK_PARAM;
 }
 
@@ -61,7 +61,8 @@ template <class Work>
 PF_Err answer_ref(Callback which, PF_ProgPtr effect_ref, Work&& work) {
     return answer(which, [&](Call& call) -> PF_Err {
         if (effect_ref != call.ref()) {
-            return misused(call, std::string(callback_name(which)) + " with a foreign effect reference");
+            return misused(call, MisuseKind::kWrongCall,
+                           std::string(callback_name(which)) + " with a foreign effect reference");
         }
         return work(call);
     });

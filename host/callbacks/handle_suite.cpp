@@ -16,7 +16,7 @@ void* lock_handle(PF_Handle handle) {
     Call* call = current_call();
     if (!call || count_call(*call, Callback::kLockHandle)) return nullptr;
     void* memory = call->host.handles().lock(handle);
-    if (!memory) misused(*call, "locked a handle that does not live");
+    if (!memory) misused(*call, MisuseKind::kHandle, "locked a handle that does not live");
     return memory;
 }
 
@@ -24,7 +24,8 @@ void unlock_handle(PF_Handle handle) {
     Call* call = current_call();
     if (!call) return;
     count_call(*call, Callback::kUnlockHandle);
-    if (!call->host.handles().unlock(handle)) misused(*call, "unlocked a handle that is not locked");
+    if (!call->host.handles().unlock(handle))
+        misused(*call, MisuseKind::kNotLocked, "unlocked a handle that is not locked");
 }
 
 void dispose_handle(PF_Handle handle) {
@@ -33,15 +34,18 @@ void dispose_handle(PF_Handle handle) {
     count_call(*call, Callback::kDisposeHandle);
     const auto disposal = call->host.handles().dispose(handle);
     if (disposal == HandleTable::Disposal::kUnknown)
-        misused(*call, "disposed of a handle that does not live");
-    if (disposal == HandleTable::Disposal::kWasLocked) misused(*call, "disposed of a locked handle");
-    if (disposal == HandleTable::Disposal::kOverrun) misused(*call, "wrote behind the end of a handle");
+        misused(*call, MisuseKind::kHandle, "disposed of a handle that does not live");
+    if (disposal == HandleTable::Disposal::kWasLocked)
+        misused(*call, MisuseKind::kHandle, "disposed of a locked handle");
+    if (disposal == HandleTable::Disposal::kOverrun)
+        misused(*call, MisuseKind::kHandle, "wrote past the end of a handle");
 }
 
 A_HandleSize handle_size(PF_Handle handle) {
     Call* call = current_call();
     if (!call || count_call(*call, Callback::kHandleSize)) return 0;
-    if (!call->host.handles().lives(handle)) misused(*call, "asked the size of a handle that does not live");
+    if (!call->host.handles().lives(handle))
+        misused(*call, MisuseKind::kHandle, "asked the size of a handle that does not live");
     return call->host.handles().size(handle);
 }
 

@@ -10,7 +10,7 @@ namespace flumo::host {
 namespace {
 
 /// The one place at which this host takes a new control.
-constexpr PF_ParamIndex kBehindTheOthers = -1;
+constexpr PF_ParamIndex kAfterTheOthers = -1;
 
 /// The frame that a time means, by the rate of the running frame; without one a step is a frame.
 double frame_asked(const Call& call, A_long time, A_long time_step, A_u_long time_scale) {
@@ -41,8 +41,10 @@ Value picture_of(Value value, double frame) {
 PF_Err checkout_param(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long time, A_long time_step,
                       A_u_long time_scale, PF_ParamDef* param) {
     return answer_ref(Callback::kCheckoutParam, effect_ref, [&](Call& call) -> PF_Err {
-        if (!call.instance) return misused(call, "checked out a control outside of an instance");
-        if (time_scale == 0) return misused(call, "checked out a control with a time scale of 0");
+        if (!call.instance)
+            return misused(call, MisuseKind::kWrongCall, "checked out a control outside of an instance");
+        if (time_scale == 0)
+            return misused(call, MisuseKind::kWrongArgument, "checked out a control with a time scale of 0");
         if (index == 0) return lend_input_layer(call, param);
         const auto& controls = call.host.controls();
         if (index < 0 || static_cast<std::size_t>(index) > controls.size()) return PF_Err_INVALID_INDEX;
@@ -63,7 +65,7 @@ PF_Err checkin_param(PF_ProgPtr effect_ref, PF_ParamDef* param) {
         const auto loan = static_cast<std::size_t>(param->unused);
         if (param->unused <= 0 || loan > call.params.size() || call.params[loan - 1].returned) {
             // An effect that failed half-way checks in all the records it has: noted, not refused.
-            misused(call, "checked in a control that is not checked out");
+            misused(call, MisuseKind::kNotCheckedOut, "checked in a control that is not checked out");
             return PF_Err_NONE;
         }
         call.params[loan - 1] = {0.0, true};
@@ -74,8 +76,9 @@ PF_Err checkin_param(PF_ProgPtr effect_ref, PF_ParamDef* param) {
 
 PF_Err add_param(PF_ProgPtr effect_ref, PF_ParamIndex index, PF_ParamDefPtr definition) {
     return answer_ref(Callback::kAddParam, effect_ref, [&](Call& call) {
-        if (index != kBehindTheOthers)
-            return misused(call, "declared a control at a place of its own choice");
+        if (index != kAfterTheOthers)
+            return misused(call, MisuseKind::kWrongArgument,
+                           "declared a control at a place of its own choice");
         return call.host.add_control(*definition);
     });
 }

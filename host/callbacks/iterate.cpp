@@ -84,10 +84,11 @@ PF_Err iterate(PF_InData* in_data, A_long, A_long, PF_EffectWorld* source, const
                PF_IteratePixelFloatFunc function, PF_EffectWorld* target) {
     return answer(Callback::kIterateFloat, [&](Call& call) -> PF_Err {
         if (!in_data || in_data->effect_ref != call.ref()) {
-            return misused(call, "iterated for a call that is not running");
+            return misused(call, MisuseKind::kWrongCall, "iterated for a call that is not running");
         }
         if (!is_float_world(source) || !is_float_world(target)) {
-            return misused(call, "iterated over a world that does not hold floats");
+            return misused(call, MisuseKind::kWrongArgument,
+                           "iterated over a world that does not hold floats");
         }
         const Iteration work{*source, *target, common_area(*source, *target, asked), refcon, function};
         const int64_t rows = std::max(work.area.bottom - work.area.top, 0);

@@ -11,12 +11,13 @@ namespace flumo::host {
 namespace {
 
 PF_Err with_depth(Call& call, const PF_EffectWorld* world, auto&& use) {
-    if (!world) return misused(call, "asked for the pixels of a null world");
+    if (!world) return misused(call, MisuseKind::kWrongArgument, "asked for the pixels of a null world");
     try {
         use(record_depth(*world));
         return PF_Err_NONE;
     } catch (const std::invalid_argument&) {
-        return misused(call, "asked for the pixels of a world that is not this host's");
+        return misused(call, MisuseKind::kWrongArgument,
+                       "asked for the pixels of a world that is not this host's");
     }
 }
 

@@ -13,7 +13,7 @@ struct Refusal<Result (*)(Arguments...)> {
     static Result call(Arguments...) {
         if (Call* call = current_call()) {
             count_call(*call, Callback::kNotOffered);
-            misused(*call, "called an operation that this host does not offer");
+            misused(*call, MisuseKind::kNotOffered, "called an operation that this host does not offer");
         }
         return Result(PF_Err_INVALID_CALLBACK);
     }

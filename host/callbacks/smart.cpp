@@ -43,8 +43,10 @@ LayerOrder* find_order(Call& call, A_long id) {
 PF_Err checkout_layer(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long id, const PF_RenderRequest* request,
                       A_long time, A_long, A_u_long time_scale, PF_CheckoutResult* result) {
     return answer_ref(Callback::kCheckoutLayer, effect_ref, [&](Call& call) -> PF_Err {
-        if (!call.frame) return misused(call, "checked out a layer outside of a frame");
-        if (find_order(call, id)) return misused(call, "checked out two layers under one number");
+        if (!call.frame)
+            return misused(call, MisuseKind::kWrongCall, "checked out a layer outside of a frame");
+        if (find_order(call, id))
+            return misused(call, MisuseKind::kWrongArgument, "checked out two layers under one number");
         if (index == 0) {
             order_layer(call, id, &call.frame->input_record, request->rect, call.frame->input, result);
             return PF_Err_NONE;
@@ -52,7 +54,8 @@ PF_Err checkout_layer(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long id, con
         const auto& controls = call.host.controls();
         if (index < 0 || static_cast<std::size_t>(index) > controls.size()) return PF_Err_INVALID_INDEX;
         if (controls[static_cast<std::size_t>(index) - 1].kind != ControlKind::kLayer || time_scale == 0) {
-            return misused(call, "checked out a layer from a control that holds none");
+            return misused(call, MisuseKind::kWrongArgument,
+                           "checked out a layer from a control that holds none");
         }
         Layer layer = layer_of_control(call, index, time, time_scale);
         const PF_EffectWorld* record = layer ? &layer->record() : nullptr;
@@ -63,9 +66,12 @@ PF_Err checkout_layer(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long id, con
 
 PF_Err checkout_layer_pixels(PF_ProgPtr effect_ref, A_long id, PF_EffectWorld** pixels) {
     return answer_ref(Callback::kCheckoutLayerPixels, effect_ref, [&](Call& call) -> PF_Err {
-        if (!call.frame) return misused(call, "checked out pixels outside of a frame");
+        if (!call.frame)
+            return misused(call, MisuseKind::kWrongCall, "checked out pixels outside of a frame");
         LayerOrder* order = find_order(call, id);
-        if (!order) return misused(call, "checked out pixels that pre-render did not ask for");
+        if (!order)
+            return misused(call, MisuseKind::kWrongArgument,
+                           "checked out pixels that pre-render did not ask for");
         *pixels = order->record.data ? &order->record : nullptr;
         ++order->times_out;
         call.host.accounting().lend(Lent::kLayer);
@@ -78,7 +84,7 @@ PF_Err checkin_layer_pixels(PF_ProgPtr effect_ref, A_long id) {
         LayerOrder* order = call.frame ? find_order(call, id) : nullptr;
         if (!order || order->times_out == 0) {
             // An effect that failed before its check-out still checks in: noted, not refused.
-            misused(call, "checked in a layer that is not checked out");
+            misused(call, MisuseKind::kNotCheckedOut, "checked in a layer that is not checked out");
             return PF_Err_NONE;
         }
         --order->times_out;
@@ -90,7 +96,7 @@ PF_Err checkin_layer_pixels(PF_ProgPtr effect_ref, A_long id) {
 PF_Err checkout_output(PF_ProgPtr effect_ref, PF_EffectWorld** output) {
     return answer_ref(Callback::kCheckoutOutput, effect_ref, [&](Call& call) -> PF_Err {
         if (!call.frame || !call.frame->output)
-            return misused(call, "checked out the output outside of a render");
+            return misused(call, MisuseKind::kWrongCall, "checked out the output outside of a render");
         *output = &call.frame->output->record();
         return PF_Err_NONE;
     });

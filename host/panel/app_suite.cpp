@@ -18,7 +18,8 @@ PF_Err get_bg_color(PF_App_Color* color) {
 PF_Err get_color(PF_App_ColorType type, PF_App_Color* color) {
     return answer(Callback::kGetColor, [&](Call& call) -> PF_Err {
         if (type != PF_App_Color_TEXT)
-            return misused(call, "asked for a colour that this host does not have");
+            return misused(call, MisuseKind::kWrongArgument,
+                           "asked for a colour that this host does not have");
         *color = state_of(call).panel.options().text;
         return PF_Err_NONE;
     });
@@ -41,7 +42,7 @@ PF_Err get_drawing_reference(PF_ContextH context, DRAWBOT_DrawRef* reference) {
         Callback::kGetDrawingReference,
         [&](Call& call) -> PF_Err {
             if (!context || (*context)->magic != PF_CONTEXT_MAGIC) {
-                return misused(call, "asked to draw in a context that is none");
+                return misused(call, MisuseKind::kWrongArgument, "asked to draw in a context that is none");
             }
             *reference = (*context)->reserved_drawref;
             return *reference ? PF_Err_NONE : PF_Err_BAD_CALLBACK_PARAM;

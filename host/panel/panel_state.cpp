@@ -6,7 +6,7 @@ namespace flumo::host {
 
 bool is_state(Call& call, const void* reference) {
     if (reference == &state_of(call)) return true;
-    misused(call, "drew with a reference that is not this panel's");
+    misused(call, MisuseKind::kDrawingReference, "drew with a reference that is not this panel's");
     return false;
 }
 
@@ -22,7 +22,7 @@ DrawingObject* find_object(Call& call, const void* reference) {
     auto& objects = state_of(call).objects;
     const auto found = objects.find(reference);
     if (found != objects.end()) return found->second.get();
-    misused(call, "used a drawing object that does not live");
+    misused(call, MisuseKind::kDrawingReference, "used a drawing object that does not live");
     return nullptr;
 }
 

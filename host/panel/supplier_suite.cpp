@@ -84,7 +84,8 @@ SPErr new_image(DRAWBOT_SupplierRef supplier, int width, int height, int rowbyte
             const auto* row = std::ranges::find(kLayouts, layout, &LayoutRow::layout);
             if (!is_state(call, supplier)) return PF_Err_BAD_CALLBACK_PARAM;
             if (row == std::end(kLayouts) || width < 1 || height < 1 || rowbytes < 4 * width || !data) {
-                return misused(call, "made an image of a size or layout that there is not");
+                return misused(call, MisuseKind::kWrongArgument,
+                               "made an image of a size or layout that there is not");
             }
             CairoSurface surface =
                 image_from(static_cast<const uint8_t*>(data), width, height, rowbytes, *row);

@@ -8,7 +8,7 @@ namespace flumo::host {
 
 namespace {
 
-/// Bytes behind stored data that an effect may read when the last entry is cut short.
+/// Bytes after stored data that an effect may read when the last entry is cut short.
 constexpr std::size_t kReadAhead = 64;
 
 void* refcon_of(const Control& control) {

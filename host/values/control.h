@@ -45,7 +45,7 @@ struct Control {
     /// Names of a popup's choices; may be fewer or more than `valid.max`.
     std::vector<std::string> choices;
     bool percent = false;
-    /// Digits behind the point.
+    /// Digits after the point.
     int precision = 0;
     /// False for a control that cannot have keyframes.
     bool can_vary = true;

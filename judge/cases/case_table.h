@@ -14,48 +14,48 @@ std::span<const Case> all_cases();
 const Case* find_case(std::string_view name);
 
 // Level 1.
-void play_load(Trial&);
-void play_registration(Trial&);
-void play_resource(Trial&);
-void play_about(Trial&);
-void play_global_setup(Trial&);
-void play_unknown_commands(Trial&);
-void play_set_up_and_down(Trial&);
-void play_expected_identity(Trial&);
+void play_load(CaseContext&);
+void play_registration(CaseContext&);
+void play_resource(CaseContext&);
+void play_about(CaseContext&);
+void play_global_setup(CaseContext&);
+void play_unknown_commands(CaseContext&);
+void play_set_up_and_down(CaseContext&);
+void play_expected_identity(CaseContext&);
 // Level 2.
-void play_controls(Trial&);
-void play_custom_ui(Trial&);
-void play_expected_controls(Trial&);
-void play_sequence(Trial&);
-void play_copies(Trial&);
-void play_stored_values(Trial&);
-void play_interpolation(Trial&);
-void play_comparison(Trial&);
-void play_value_texts(Trial&);
-void play_refusals(Trial&);
+void play_controls(CaseContext&);
+void play_custom_ui(CaseContext&);
+void play_expected_controls(CaseContext&);
+void play_sequence(CaseContext&);
+void play_copies(CaseContext&);
+void play_stored_values(CaseContext&);
+void play_interpolation(CaseContext&);
+void play_comparison(CaseContext&);
+void play_value_texts(CaseContext&);
+void play_refusals(CaseContext&);
 // Level 3.
-void play_frame_sizes(Trial&);
-void play_row_padding(Trial&);
-void play_partial_frames(Trial&);
-void play_repeated_frames(Trial&);
-void play_looks(Trial&);
-void play_callers_context(Trial&);
-void play_abort(Trial&);
+void play_frame_sizes(CaseContext&);
+void play_row_padding(CaseContext&);
+void play_partial_frames(CaseContext&);
+void play_repeated_frames(CaseContext&);
+void play_looks(CaseContext&);
+void play_callers_context(CaseContext&);
+void play_abort(CaseContext&);
 // Level 4.
-void play_drawing(Trial&);
-void play_clicks(Trial&);
-void play_other_events(Trial&);
+void play_drawing(CaseContext&);
+void play_clicks(CaseContext&);
+void play_other_events(CaseContext&);
 // Level 5.
-void play_hostile_values(Trial&);
-void play_missing_suites(Trial&);
-void play_faulty_set_up(Trial&);
-void play_faulty_sequence(Trial&);
-void play_faulty_values(Trial&);
-void play_faulty_events(Trial&);
-void play_faulty_frames_8(Trial&);
-void play_faulty_frames_16(Trial&);
-void play_faulty_frames_32(Trial&);
-void play_threads(Trial&);
-void play_thread_generations(Trial&);
+void play_hostile_values(CaseContext&);
+void play_missing_suites(CaseContext&);
+void play_faulty_set_up(CaseContext&);
+void play_faulty_sequence(CaseContext&);
+void play_faulty_values(CaseContext&);
+void play_faulty_events(CaseContext&);
+void play_faulty_frames_8(CaseContext&);
+void play_faulty_frames_16(CaseContext&);
+void play_faulty_frames_32(CaseContext&);
+void play_threads(CaseContext&);
+void play_thread_generations(CaseContext&);
 
 }  // namespace flumo::judge

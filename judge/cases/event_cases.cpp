@@ -53,31 +53,31 @@ bool is_painted(const host::Panel& panel, const PF_UnionableRect& frame, bool in
     return false;
 }
 
-void judge_picture(Trial& trial, host::Instance& instance, const host::Control& control, const PlaceRow& row,
-                   host::PixelLayout layout) {
+void judge_picture(CaseContext& context, host::Instance& instance, const host::Control& control,
+                   const PlaceRow& row, host::PixelLayout layout) {
     const host::ControlPlace place = place_of(control, row.width, row.height);
     host::Panel panel(panel_around(row.width, row.height, layout));
     const host::EventOutcome outcome = host::ControlEvents(instance, place, &panel).draw();
     const bool may_fail = layout == host::PixelLayout::kNeither;
-    trial.expect(outcome.error == PF_Err_NONE || may_fail, "no error", host::error_name(outcome.error));
-    trial.expect(!outcome.changed, "a drawing that changes no value", "a change");
+    context.expect(outcome.error == PF_Err_NONE || may_fail, "no error", host::error_name(outcome.error));
+    context.expect(!outcome.changed, "a drawing that changes no value", "a change");
     if (outcome.error != PF_Err_NONE) return;
     const bool is_usual = row.width == kPlaces[0].width && row.height == kPlaces[0].height;
-    trial.expect(!is_usual || is_painted(panel, place.frame, true), "something painted", "nothing");
-    trial.expect(!is_usual || !is_painted(panel, place.frame, false), "nothing outside of the frame",
-                 "paint outside");
+    context.expect(!is_usual || is_painted(panel, place.frame, true), "something painted", "nothing");
+    context.expect(!is_usual || !is_painted(panel, place.frame, false), "nothing outside of the frame",
+                   "paint outside");
     host::Panel other(panel_around(row.width, row.height, layout));
     host::ControlEvents(instance, place, &other).draw();
-    trial.expect(panel.rgba() == other.rgba(), "the same drawing each time", "another");
+    context.expect(panel.rgba() == other.rgba(), "the same drawing each time", "another");
 }
 
-PF_Point point_by_chance(const PF_UnionableRect& frame, std::mt19937_64& random) {
+PF_Point random_point(const PF_UnionableRect& frame, std::mt19937_64& random) {
     return {between(random, frame.left - 10, frame.right + 10),
             between(random, frame.top - 10, frame.bottom + 30)};
 }
 
 /// Cancels, picks a colour or fails.
-host::PickedColor pick_by_chance(std::mt19937_64& random) {
+host::PickedColor random_pick(std::mt19937_64& random) {
     constexpr PF_Err kAnswers[] = {PF_Interrupt_CANCEL, PF_Err_NONE, PF_Err_INTERNAL_STRUCT_DAMAGED};
     const auto channel = [&] { return static_cast<float>(random() % 256) / 255.0f; };
     return {kAnswers[random() % 3], {1, channel(), channel(), channel()}};
@@ -85,14 +85,15 @@ host::PickedColor pick_by_chance(std::mt19937_64& random) {
 
 class Script {
   public:
-    Script(Trial& trial, host::Instance& instance, const host::Control& control, std::mt19937_64 random)
-        : trial_(trial),
+    Script(CaseContext& context, host::Instance& instance, const host::Control& control,
+           std::mt19937_64 random)
+        : context_(context),
           place_(place_of(control, 150, 50)),
           random_(random),
           panel_(panel_around(150, 50)),
           events_(instance, place_, &panel_) {
         panel_.color_picker = [this](const PF_PixelFloat&) {
-            const host::PickedColor picked = pick_by_chance(random_);
+            const host::PickedColor picked = random_pick(random_);
             may_fail_ = picked.status == PF_Err_INTERNAL_STRUCT_DAMAGED;
             return picked;
         };
@@ -108,22 +109,23 @@ class Script {
     void click() {
         constexpr PF_Modifiers kModifiers[] = {PF_Mod_NONE, PF_Mod_NONE, PF_Mod_CMD_CTRL_KEY,
                                                PF_Mod_SHIFT_KEY};
-        const PF_Point point = point_by_chance(place_.frame, random_);
+        const PF_Point point = random_point(place_.frame, random_);
         const int clicks = between(random_, 1, 3);
         const host::EventOutcome outcome = events_.click(point, clicks, kModifiers[random_() % 4]);
         judge(outcome);
         if (!outcome.drag_wanted) return;
         for (int left = between(random_, 0, 4); left > 0; --left)
-            judge(events_.drag(point_by_chance(place_.frame, random_)));
-        judge(events_.release(point_by_chance(place_.frame, random_)));
+            judge(events_.drag(random_point(place_.frame, random_)));
+        judge(events_.release(random_point(place_.frame, random_)));
     }
 
     void judge(const host::EventOutcome& outcome) {
-        trial_.expect(outcome.error == PF_Err_NONE || may_fail_, "no error", host::error_name(outcome.error));
+        context_.expect(outcome.error == PF_Err_NONE || may_fail_, "no error",
+                        host::error_name(outcome.error));
         may_fail_ = false;
     }
 
-    Trial& trial_;
+    CaseContext& context_;
     host::ControlPlace place_;
     std::mt19937_64 random_;
     host::Panel panel_;
@@ -132,22 +134,22 @@ class Script {
 };
 
 /// The value that clicks have left must be storable, and a frame with it renderable.
-void judge_value(Stage& stage, host::Instance& instance, const host::Control& control) {
-    Trial& trial = stage.trial();
+void judge_value(Fixture& fixture, host::Instance& instance, const host::Control& control) {
+    CaseContext& context = fixture.context();
     if (control.kind == host::ControlKind::kArbitrary) {
         const auto value = std::get<host::Arbitrary>(instance.value_at(control.index, 0));
-        const auto back = host::ArbitraryValue::unflatten(stage.host(), control, value->flatten());
-        trial.expect(value->compare(*back) == PF_ArbCompare_EQUAL, "an edited value that is stored equal",
-                     "another value");
+        const auto back = host::ArbitraryValue::unflatten(fixture.host(), control, value->flatten());
+        context.expect(value->compare(*back) == PF_ArbCompare_EQUAL, "an edited value that is stored equal",
+                       "another value");
     }
-    if (!stage.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) return;
+    if (!fixture.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) return;
     host::FrameRequest request;
     request.width = 20;
     request.height = 12;
-    judged_frame(trial, instance, request);
+    judged_frame(context, instance, request);
 }
 
-void send_foreign(Trial& trial, host::Instance& instance, PF_ParamIndex index, PF_EventType type,
+void send_foreign(CaseContext& context, host::Instance& instance, PF_ParamIndex index, PF_EventType type,
                   PF_EffectArea area) {
     host::Panel panel(panel_around(150, 50));
     const PF_UnionableRect frame{kMargin, kMargin, kMargin + 150, kMargin + 50};
@@ -155,24 +157,24 @@ void send_foreign(Trial& trial, host::Instance& instance, PF_ParamIndex index, P
     PF_EventExtra event{};
     event.e_type = type;
     const host::EventOutcome outcome = events.send(event);
-    trial.expect(outcome.error == PF_Err_NONE, "no error", host::error_name(outcome.error));
-    trial.expect(!outcome.changed, "no value changed", "a change");
-    trial.expect(!is_painted(panel, frame, false), "nothing painted outside of the frame", "paint outside");
+    context.expect(outcome.error == PF_Err_NONE, "no error", host::error_name(outcome.error));
+    context.expect(!outcome.changed, "no value changed", "a change");
+    context.expect(!is_painted(panel, frame, false), "nothing painted outside of the frame", "paint outside");
 }
 
 }  // namespace
 
-void play_drawing(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        const auto controls = drawn_controls(stage.host());
-        const auto instance = stage.host().new_instance();
+void play_drawing(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        const auto controls = drawn_controls(fixture.host());
+        const auto instance = fixture.host().new_instance();
         for (const host::Control* control : controls) {
             for (const auto& [layout_name, layout] : kLayouts) {
                 for (const PlaceRow& row : kPlaces) {
                     const std::string name =
                         std::to_string(control->index) + "-" + row.name + "-" + layout_name;
-                    stage.step(name, [&, which = layout] {
-                        judge_picture(stage.trial(), *instance, *control, row, which);
+                    fixture.step(name, [&, which = layout] {
+                        judge_picture(fixture.context(), *instance, *control, row, which);
                     });
                 }
             }
@@ -180,41 +182,41 @@ void play_drawing(Trial& trial) {
     });
 }
 
-void play_clicks(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for (const host::Control* control : drawn_controls(stage.host())) {
+void play_clicks(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for (const host::Control* control : drawn_controls(fixture.host())) {
             for (int i = 0; i < kScripts; ++i) {
                 const std::string name = std::to_string(control->index) + "-script-" + std::to_string(i);
-                stage.step(name, [&] {
-                    const auto instance = stage.host().new_instance();
-                    Script(stage.trial(), *instance, *control, stage.trial().random(name)).play();
-                    judge_value(stage, *instance, *control);
+                fixture.step(name, [&] {
+                    const auto instance = fixture.host().new_instance();
+                    Script(fixture.context(), *instance, *control, fixture.context().random(name)).play();
+                    judge_value(fixture, *instance, *control);
                 });
             }
         }
     });
 }
 
-void play_other_events(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        const auto instance = stage.host().new_instance();
-        for (const host::Control& control : stage.host().controls()) {
-            stage.step("changed-" + std::to_string(control.index),
-                       [&] { instance->user_changed_param(control.index); });
+void play_other_events(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        const auto instance = fixture.host().new_instance();
+        for (const host::Control& control : fixture.host().controls()) {
+            fixture.step("changed-" + std::to_string(control.index),
+                         [&] { instance->user_changed_param(control.index); });
             if (control.has_custom_ui() && control.has_value()) continue;
-            stage.step("draw-" + std::to_string(control.index), [&] {
-                send_foreign(stage.trial(), *instance, control.index, PF_Event_DRAW, PF_EA_CONTROL);
+            fixture.step("draw-" + std::to_string(control.index), [&] {
+                send_foreign(fixture.context(), *instance, control.index, PF_Event_DRAW, PF_EA_CONTROL);
             });
         }
-        for (const host::Control* control : drawn_controls(stage.host())) {
+        for (const host::Control* control : drawn_controls(fixture.host())) {
             for (const PF_EventType type : {PF_Event_NEW_CONTEXT, PF_Event_ACTIVATE, PF_Event_IDLE,
                                             PF_Event_ADJUST_CURSOR, PF_Event_KEYDOWN, 77}) {
-                stage.step(std::to_string(control->index) + "-type-" + std::to_string(type), [&] {
-                    send_foreign(stage.trial(), *instance, control->index, type, PF_EA_CONTROL);
+                fixture.step(std::to_string(control->index) + "-type-" + std::to_string(type), [&] {
+                    send_foreign(fixture.context(), *instance, control->index, type, PF_EA_CONTROL);
                 });
             }
-            stage.step(std::to_string(control->index) + "-title", [&] {
-                send_foreign(stage.trial(), *instance, control->index, PF_Event_DRAW, PF_EA_PARAM_TITLE);
+            fixture.step(std::to_string(control->index) + "-title", [&] {
+                send_foreign(fixture.context(), *instance, control->index, PF_Event_DRAW, PF_EA_PARAM_TITLE);
             });
         }
     });

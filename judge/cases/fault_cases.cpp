@@ -1,4 +1,4 @@
-// Level 5: everything that can fail does.
+// Level 5: every call to the host that can fail fails once.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -9,9 +9,9 @@
 #include "judge/cases/case_table.h"
 #include "judge/engine/arbitrary_calls.h"
 #include "judge/engine/callers_context.h"
+#include "judge/engine/fault_sweep.h"
 #include "judge/engine/frame_judge.h"
 #include "judge/engine/ledger.h"
-#include "judge/engine/sweep.h"
 
 namespace flumo::judge {
 
@@ -40,18 +40,18 @@ Answer registered(const std::vector<host::Control>& controls) {
     return answer;
 }
 
-/// Set-down for when the deed before it may have failed.
-void put_down(host::Host& host) {
+/// Set-down for when the operation before it may have failed.
+void set_down(host::Host& host) {
     try {
         host.global_setdown();
     } catch (const host::HostError&) {
     }
 }
 
-/// Keeps an instance from a deed's preparation to its end.
-class Applied {
+/// Keeps an instance from a operation's preparation to its end.
+class HeldInstance {
   public:
-    explicit Applied(host::Host& host) : host_(host) {}
+    explicit HeldInstance(host::Host& host) : host_(host) {}
     void make() { instance_ = host_.new_instance(); }
     void drop() { instance_.reset(); }
     host::Instance& operator*() { return *instance_; }
@@ -62,54 +62,54 @@ class Applied {
     std::unique_ptr<host::Instance> instance_;
 };
 
-/// The sequence data changed hands, or the effect visibly did nothing.
+/// The effect made new sequence data, or visibly did nothing.
 Answer new_sequence_data(host::Instance& instance, PF_Handle before) {
     const PF_Handle now = instance.sequence_data();
     return {now == before || !now, std::to_string(instance.host().handles().size(now))};
 }
 
-void sweep_sequence(Stage& stage) {
-    host::Host& host = stage.host();
-    Applied applied(host);
-    const auto sweep_with = [&](const char* name, const std::function<Answer()>& act, bool makes) {
-        sweep(stage.trial(), host,
-              {name, act, [&, makes] { makes ? applied.make() : applied.drop(); }, [&] { applied.drop(); }});
+void sweep_sequence(Fixture& fixture) {
+    host::Host& host = fixture.host();
+    HeldInstance held(host);
+    const auto sweep_with = [&](const char* name, const std::function<Answer()>& run, bool makes) {
+        sweep(fixture.context(), host,
+              {name, run, [&, makes] { makes ? held.make() : held.drop(); }, [&] { held.drop(); }});
     };
     sweep_with(
         "set-up",
         [&] {
-            applied.make();
-            return new_sequence_data(*applied, nullptr);
+            held.make();
+            return new_sequence_data(*held, nullptr);
         },
         false);
-    if (!stage.has_flag(PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING)) return;
+    if (!fixture.has_flag(PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING)) return;
     sweep_with(
         "flatten",
         [&] {
-            const PF_Handle before = applied->sequence_data();
-            const std::vector<std::byte> bytes = applied->flatten();
-            Answer answer = new_sequence_data(*applied, before);
+            const PF_Handle before = held->sequence_data();
+            const std::vector<std::byte> bytes = held->flatten();
+            Answer answer = new_sequence_data(*held, before);
             answer.result = text_of(bytes);
             return answer;
         },
         true);
-    sweep(stage.trial(), host,
+    sweep(fixture.context(), host,
           {"resetup",
            [&] {
-               const PF_Handle before = applied->sequence_data();
-               applied->resetup();
-               return new_sequence_data(*applied, before);
+               const PF_Handle before = held->sequence_data();
+               held->resetup();
+               return new_sequence_data(*held, before);
            },
            [&] {
-               applied.make();
-               applied->flatten();
+               held.make();
+               held->flatten();
            },
-           [&] { applied.drop(); }});
-    if (!stage.has_flag2(PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA)) return;
+           [&] { held.drop(); }});
+    if (!fixture.has_flag2(PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA)) return;
     sweep_with(
         "flattened-copy",
         [&] {
-            const std::vector<std::byte> bytes = applied->flattened_copy();
+            const std::vector<std::byte> bytes = held->flattened_copy();
             return Answer{bytes.empty(), std::to_string(bytes.size())};
         },
         true);
@@ -117,9 +117,9 @@ void sweep_sequence(Stage& stage) {
 
 class ValueSweep {
   public:
-    ValueSweep(Stage& stage, const host::Control& control)
-        : stage_(stage),
-          host_(stage.host()),
+    ValueSweep(Fixture& fixture, const host::Control& control)
+        : fixture_(fixture),
+          host_(fixture.host()),
           control_(control),
           left_(host::ArbitraryValue::default_of(host_, control)),
           right_(host::ArbitraryValue::fresh(host_, control)),
@@ -137,13 +137,13 @@ class ValueSweep {
     }
 
   private:
-    void sweep_deed(const char* name, std::function<Answer()> act, std::function<void()> restore) {
-        sweep(stage_.trial(), host_,
-              {std::to_string(control_.index) + "-" + name, std::move(act), [] {}, std::move(restore)});
+    void sweep_operation(const char* name, std::function<Answer()> run, std::function<void()> restore) {
+        sweep(fixture_.context(), host_,
+              {std::to_string(control_.index) + "-" + name, std::move(run), [] {}, std::move(restore)});
     }
 
     void gives(const char* name, const std::function<std::string()>& act) {
-        sweep_deed(
+        sweep_operation(
             name,
             [&] {
                 return Answer{false, act()};
@@ -152,31 +152,31 @@ class ValueSweep {
     }
 
     void makes(const char* name, const std::function<SharedValue()>& make) {
-        sweep_deed(
+        sweep_operation(
             name,
             [&] {
                 made_ = make();
-                const host::Housekeeping uncounted(host_);
+                const host::UncountedCalls uncounted(host_);
                 return Answer{false, text_of(made_->flatten())};
             },
             [&] { made_.reset(); });
     }
 
     void sweep_disposal() {
-        PF_ArbitraryH doomed = nullptr;
-        sweep(stage_.trial(), host_,
+        PF_ArbitraryH disposed = nullptr;
+        sweep(fixture_.context(), host_,
               {std::to_string(control_.index) + "-dispose",
                [&] {
-                   return Answer{dispose(host_, control_, doomed) != PF_Err_NONE, ""};
+                   return Answer{dispose(host_, control_, disposed) != PF_Err_NONE, ""};
                },
-               [&] { doomed = raw_copy(host_, control_, left_->handle()); },
+               [&] { disposed = raw_copy(host_, control_, left_->handle()); },
                [&] {
-                   // What a failure has left alone goes at the second asking.
-                   if (host_.handles().lives(doomed)) dispose(host_, control_, doomed);
+                   // What a failure has left is disposed of at the second call.
+                   if (host_.handles().lives(disposed)) dispose(host_, control_, disposed);
                }});
     }
 
-    Stage& stage_;
+    Fixture& fixture_;
     host::Host& host_;
     const host::Control& control_;
     SharedValue left_;
@@ -192,11 +192,11 @@ std::string described(const host::EventOutcome& outcome) {
 
 class EventSweep {
   public:
-    EventSweep(Stage& stage, const host::Control& control)
-        : stage_(stage), control_(control), instance_(stage.host().new_instance()) {}
+    EventSweep(Fixture& fixture, const host::Control& control)
+        : fixture_(fixture), control_(control), instance_(fixture.host().new_instance()) {}
 
     void run() {
-        sweep_deed("draw", [&](host::ControlEvents& events, host::Panel& panel) {
+        sweep_operation("draw", [&](host::ControlEvents& events, host::Panel& panel) {
             const host::EventOutcome outcome = events.draw();
             const std::vector<uint8_t> pixels = panel.rgba();
             return Answer{outcome.error != PF_Err_NONE || !outcome.handled(),
@@ -211,8 +211,8 @@ class EventSweep {
 
   private:
     template <class Act>
-    void sweep_deed(const std::string& name, Act act) {
-        sweep(stage_.trial(), stage_.host(),
+    void sweep_operation(const std::string& name, Act act) {
+        sweep(fixture_.context(), fixture_.host(),
               {std::to_string(control_.index) + "-" + name,
                [&] {
                    host::Panel panel({});
@@ -222,11 +222,11 @@ class EventSweep {
                    host::ControlEvents events(*instance_, {.index = control_.index}, &panel);
                    return act(events, panel);
                },
-               [&] { instance_ = stage_.host().new_instance(); }});
+               [&] { instance_ = fixture_.host().new_instance(); }});
     }
 
     void sweep_clicks(const std::string& name, int x, int clicks, PF_Modifiers modifiers) {
-        sweep_deed(name, [this, x, clicks, modifiers](host::ControlEvents& events, host::Panel&) {
+        sweep_operation(name, [this, x, clicks, modifiers](host::ControlEvents& events, host::Panel&) {
             host::EventOutcome outcome = events.click({x, 20}, clicks, modifiers);
             std::string result = described(outcome);
             if (outcome.drag_wanted) {
@@ -239,11 +239,11 @@ class EventSweep {
 
     std::string stored_value() {
         if (control_.kind != host::ControlKind::kArbitrary) return {};
-        const host::Housekeeping uncounted(stage_.host());
+        const host::UncountedCalls uncounted(fixture_.host());
         return text_of(std::get<host::Arbitrary>(instance_->value_at(control_.index, 0))->flatten());
     }
 
-    Stage& stage_;
+    Fixture& fixture_;
     const host::Control& control_;
     std::unique_ptr<host::Instance> instance_;
 };
@@ -255,10 +255,10 @@ std::string pixels_of(const host::World& world) {
     return text;
 }
 
-/// One frame, again and again, with the caller's context current and a picture on every layer control.
-void sweep_frame(Stage& stage, host::Depth depth) {
+/// One frame, repeated, with the caller's context current and a picture on every layer control.
+void sweep_frame(Fixture& fixture, host::Depth depth) {
     const auto caller = CallersContext::make();
-    const auto instance = stage.host().new_instance();
+    const auto instance = fixture.host().new_instance();
     set_layers(*instance, depth, 3);
     host::FrameRequest request;
     request.width = 21;
@@ -271,45 +271,45 @@ void sweep_frame(Stage& stage, host::Depth depth) {
         return Answer{false, pixels_of(world)};
     };
     const auto judge = [&] {
-        Trial& trial = stage.trial();
-        trial.expect(!caller || caller->is_current(), "the caller's OpenGL context kept", "another");
-        trial.expect(world.guards_intact(), "nothing written outside of the pixels", "guards changed");
+        CaseContext& context = fixture.context();
+        context.expect(!caller || caller->is_current(), "the caller's OpenGL context kept", "another");
+        context.expect(world.guards_intact(), "nothing written outside of the pixels", "guards changed");
     };
-    sweep(stage.trial(), stage.host(), {.name = "frame", .act = render, .judge = judge});
+    sweep(fixture.context(), fixture.host(), {.name = "frame", .run = render, .judge = judge});
 }
 
-void play_faulty_frames(Trial& trial, host::Depth depth) {
-    on_stage(trial, [depth](Stage& stage) {
-        const std::vector<host::Depth> depths = depths_of(stage);
+void play_faulty_frames(CaseContext& context, host::Depth depth) {
+    with_fixture(context, [depth](Fixture& fixture) {
+        const std::vector<host::Depth> depths = depths_of(fixture);
         if (std::ranges::find(depths, depth) == depths.end()) throw Skipped{"no frames of this depth"};
-        sweep_frame(stage, depth);
-        stage.write_off_losses();
+        sweep_frame(fixture, depth);
+        fixture.write_off_losses();
     });
 }
 
 }  // namespace
 
-void play_faulty_set_up(Trial& trial) {
-    const host::Module module(trial.subject().module);
+void play_faulty_set_up(CaseContext& context) {
+    const host::Module module(context.subject().module);
     host::Host host(module);
     host.global_setup();
     const bool keeps_data = host.global_data() != nullptr;
     host.global_setdown();
-    sweep(trial, host,
+    sweep(context, host,
           {"global-set-up",
            [&] {
                host.global_setup();
                return Answer{keeps_data && !host.global_data(), described(host.identity())};
            },
-           [] {}, [&] { put_down(host); }});
-    sweep(trial, host,
+           [] {}, [&] { set_down(host); }});
+    sweep(context, host,
           {"params-set-up",
            [&] {
                host.params_setup();
                return registered(host.controls());
            },
-           [&] { host.global_setup(); }, [&] { put_down(host); }});
-    sweep(trial, host,
+           [&] { host.global_setup(); }, [&] { set_down(host); }});
+    sweep(context, host,
           {"global-set-down",
            [&] {
                host.global_setdown();
@@ -318,51 +318,51 @@ void play_faulty_set_up(Trial& trial) {
            [&] { host.global_setup(); }});
 }
 
-void play_faulty_sequence(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        sweep_sequence(stage);
-        stage.write_off_losses();
+void play_faulty_sequence(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        sweep_sequence(fixture);
+        fixture.write_off_losses();
     });
 }
 
-void play_faulty_values(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for (const host::Control* control : arbitrary_controls(stage.host()))
-            ValueSweep(stage, *control).run();
-        stage.write_off_losses();
+void play_faulty_values(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for (const host::Control* control : arbitrary_controls(fixture.host()))
+            ValueSweep(fixture, *control).run();
+        fixture.write_off_losses();
     });
 }
 
-void play_faulty_events(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for (const host::Control* control : drawn_controls(stage.host()))
-            EventSweep(stage, *control).run();
-        stage.write_off_losses();
+void play_faulty_events(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for (const host::Control* control : drawn_controls(fixture.host()))
+            EventSweep(fixture, *control).run();
+        fixture.write_off_losses();
     });
 }
 
-void play_faulty_frames_8(Trial& trial) {
-    play_faulty_frames(trial, host::Depth::k8);
+void play_faulty_frames_8(CaseContext& context) {
+    play_faulty_frames(context, host::Depth::k8);
 }
 
-void play_faulty_frames_16(Trial& trial) {
-    play_faulty_frames(trial, host::Depth::k16);
+void play_faulty_frames_16(CaseContext& context) {
+    play_faulty_frames(context, host::Depth::k16);
 }
 
-void play_faulty_frames_32(Trial& trial) {
-    play_faulty_frames(trial, host::Depth::k32);
+void play_faulty_frames_32(CaseContext& context) {
+    play_faulty_frames(context, host::Depth::k32);
 }
 
-void play_missing_suites(Trial& trial) {
-    const host::Module module(trial.subject().module);
+void play_missing_suites(CaseContext& context) {
+    const host::Module module(context.subject().module);
     host::Host host(module, {.basic_suite = false});
     constexpr PF_Cmd kCommands[] = {PF_Cmd_ABOUT,          PF_Cmd_GLOBAL_SETUP,     PF_Cmd_PARAMS_SETUP,
                                     PF_Cmd_SEQUENCE_SETUP, PF_Cmd_SEQUENCE_SETDOWN, PF_Cmd_GLOBAL_SETDOWN};
     for (const PF_Cmd command : kCommands) {
-        trial.step(host::command_name(command), [&] {
+        context.step(host::command_name(command), [&] {
             host.send(command);
-            for (const std::string& misuse : take_misuses(host))
-                trial.finding("no misuse of the host", misuse);
+            for (const host::Misuse& misuse : take_misuses(host))
+                context.finding("no misuse of the host", misuse.text);
         });
     }
 }

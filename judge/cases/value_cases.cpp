@@ -6,7 +6,7 @@
 #include "host/values/arbitrary_value.h"
 #include "judge/cases/case_table.h"
 #include "judge/engine/arbitrary_calls.h"
-#include "judge/engine/stage.h"
+#include "judge/engine/fixture.h"
 
 namespace flumo::judge {
 
@@ -17,10 +17,10 @@ using SharedValue = std::shared_ptr<host::ArbitraryValue>;
 constexpr int kDamagedValues = 200;
 
 /// A step for each control that holds arbitrary data, named after the control's place.
-void for_each_control(Stage& stage, const std::string& name,
+void for_each_control(Fixture& fixture, const std::string& name,
                       const std::function<void(const host::Control&)>& body) {
-    for (const host::Control* control : arbitrary_controls(stage.host()))
-        stage.step(name + "-" + std::to_string(control->index), [&] { body(*control); });
+    for (const host::Control* control : arbitrary_controls(fixture.host()))
+        fixture.step(name + "-" + std::to_string(control->index), [&] { body(*control); });
 }
 
 /// A default and a fresh value; what comes between them too.
@@ -34,82 +34,86 @@ bool equal(const host::ArbitraryValue& a, const host::ArbitraryValue& b) {
     return a.compare(b) == PF_ArbCompare_EQUAL;
 }
 
-void judge_copy(Stage& stage, const host::Control& control) {
-    Trial& trial = stage.trial();
-    SharedValue original = host::ArbitraryValue::default_of(stage.host(), control);
+void judge_copy(Fixture& fixture, const host::Control& control) {
+    CaseContext& context = fixture.context();
+    SharedValue original = host::ArbitraryValue::default_of(fixture.host(), control);
     const std::vector<std::byte> stored = original->flatten();
     SharedValue copy = original->copy();
-    trial.expect(copy->handle() != original->handle(), "a handle of its own for a copy", "the original's");
-    trial.expect(equal(*original, *copy), "a copy that equals its original", "another value");
+    context.expect(copy->handle() != original->handle(), "a handle of its own for a copy", "the original's");
+    context.expect(equal(*original, *copy), "a copy that equals its original", "another value");
     original.reset();
     // Whatever the copy still shared has now other contents.
     std::vector<SharedValue> others;
     for (int i = 0; i < 8; ++i)
-        others.push_back(host::ArbitraryValue::fresh(stage.host(), control));
-    trial.expect(copy->flatten() == stored, "a copy that outlives its original unchanged", "other contents");
+        others.push_back(host::ArbitraryValue::fresh(fixture.host(), control));
+    context.expect(copy->flatten() == stored, "a copy that outlives its original unchanged",
+                   "other contents");
 }
 
-void judge_stored(Stage& stage, const host::Control& control, const host::ArbitraryValue& value) {
-    Trial& trial = stage.trial();
-    host::Host& host = stage.host();
+void judge_stored(Fixture& fixture, const host::Control& control, const host::ArbitraryValue& value) {
+    CaseContext& context = fixture.context();
+    host::Host& host = fixture.host();
     const Announced announced = flat_size(host, control, value.handle());
     GuardedBytes buffer(announced.size);
     const PF_Err error = flatten_into(host, control, value.handle(), buffer);
-    trial.expect(announced.error == PF_Err_NONE && error == PF_Err_NONE, "no error", host::error_name(error));
-    trial.expect(buffer.guards_intact(), "no more bytes than announced, " + std::to_string(announced.size),
-                 "writing behind them");
+    context.expect(announced.error == PF_Err_NONE && error == PF_Err_NONE, "no error",
+                   host::error_name(error));
+    context.expect(buffer.guards_intact(), "no more bytes than announced, " + std::to_string(announced.size),
+                   "writing after them");
     const auto back =
         host::ArbitraryValue::unflatten(host, control, std::span(buffer.bytes).first(buffer.size));
-    trial.expect(equal(value, *back) && equal(*back, value), "a stored value that comes back equal",
-                 "another value");
-    trial.expect(back->flatten() == value.flatten(), "the same bytes when stored again", "other bytes");
+    context.expect(equal(value, *back) && equal(*back, value), "a stored value that comes back equal",
+                   "another value");
+    context.expect(back->flatten() == value.flatten(), "the same bytes when stored again", "other bytes");
 }
 
-void judge_interpolation(Trial& trial, const host::ArbitraryValue& left, const host::ArbitraryValue& right) {
-    trial.expect(equal(*host::ArbitraryValue::interpolate(left, right, 0), left), "the left value at 0",
-                 "another value");
+void judge_interpolation(CaseContext& context, const host::ArbitraryValue& left,
+                         const host::ArbitraryValue& right) {
+    context.expect(equal(*host::ArbitraryValue::interpolate(left, right, 0), left), "the left value at 0",
+                   "another value");
     for (const double t : {0.0, 0.25, 1.0}) {
-        trial.expect(equal(*host::ArbitraryValue::interpolate(left, left, t), left),
-                     "between two equal values the same value", "another at " + std::to_string(t));
+        context.expect(equal(*host::ArbitraryValue::interpolate(left, left, t), left),
+                       "between two equal values the same value", "another at " + std::to_string(t));
     }
     const auto middle = host::ArbitraryValue::interpolate(left, right, 0.5);
-    trial.expect(middle->handle() != left.handle() && middle->handle() != right.handle(),
-                 "a handle of its own for a value between", "one of the two");
+    context.expect(middle->handle() != left.handle() && middle->handle() != right.handle(),
+                   "a handle of its own for a value between", "one of the two");
 }
 
-void judge_text(Stage& stage, const host::Control& control, const host::ArbitraryValue& value) {
-    Trial& trial = stage.trial();
-    const Announced announced = print_size(stage.host(), control, value.handle());
+void judge_text(Fixture& fixture, const host::Control& control, const host::ArbitraryValue& value) {
+    CaseContext& context = fixture.context();
+    const Announced announced = print_size(fixture.host(), control, value.handle());
     GuardedBytes buffer(announced.size);
-    const PF_Err error = print_into(stage.host(), control, value.handle(), buffer);
-    trial.expect(announced.error == PF_Err_NONE && error == PF_Err_NONE, "no error", host::error_name(error));
-    trial.expect(buffer.guards_intact(), "no more characters than announced", "writing behind them");
+    const PF_Err error = print_into(fixture.host(), control, value.handle(), buffer);
+    context.expect(announced.error == PF_Err_NONE && error == PF_Err_NONE, "no error",
+                   host::error_name(error));
+    context.expect(buffer.guards_intact(), "no more characters than announced", "writing after them");
     const auto end = std::ranges::find(buffer.bytes, std::byte{0}) - buffer.bytes.begin();
-    trial.expect(end + 1 == static_cast<std::ptrdiff_t>(announced.size),
-                 "a text that fills the announced " + std::to_string(announced.size) + " bytes",
-                 "an end after " + std::to_string(end) + " characters");
+    context.expect(end + 1 == static_cast<std::ptrdiff_t>(announced.size),
+                   "a text that fills the announced " + std::to_string(announced.size) + " bytes",
+                   "an end after " + std::to_string(end) + " characters");
 }
 
-/// Any answer will do as long as it is an answer.
-void scan(Stage& stage, const host::Control& control, const std::string& text) {
+/// Any answer is right as long as the command returns.
+void scan(Fixture& fixture, const host::Control& control, const std::string& text) {
     try {
-        host::ArbitraryValue::scan(stage.host(), control, text)->flatten();
+        host::ArbitraryValue::scan(fixture.host(), control, text)->flatten();
     } catch (const host::HostError&) {
     }
 }
 
 /// Damaged bytes may be refused, or give some value; that value can then be worked with.
-void take_damaged(Stage& stage, const host::Control& control, std::span<const std::byte> bytes) {
+void take_damaged(Fixture& fixture, const host::Control& control, std::span<const std::byte> bytes) {
     SharedValue value;
     try {
-        value = host::ArbitraryValue::unflatten(stage.host(), control, bytes);
+        value = host::ArbitraryValue::unflatten(fixture.host(), control, bytes);
     } catch (const host::HostError&) {
         return;
     }
     value->print();
-    const SharedValue again = host::ArbitraryValue::unflatten(stage.host(), control, value->flatten());
-    stage.trial().expect(again->flatten() == value->flatten(),
-                         "a value of damaged bytes to be stored and read again", "another value");
+    const SharedValue again = host::ArbitraryValue::unflatten(fixture.host(), control, value->flatten());
+    fixture.context().expect(again->flatten() == value->flatten(),
+                             "a value of damaged bytes to be stored and read again", "another value");
     static_cast<void>(host::ArbitraryValue::interpolate(*value, *again, 0.5)->compare(*value));
 }
 
@@ -122,87 +126,88 @@ std::vector<std::byte> damaged(std::vector<std::byte> bytes, std::mt19937_64& ra
 
 }  // namespace
 
-void play_copies(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for_each_control(stage, "copy", [&](const host::Control& control) { judge_copy(stage, control); });
+void play_copies(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for_each_control(fixture, "copy",
+                         [&](const host::Control& control) { judge_copy(fixture, control); });
     });
 }
 
-void play_stored_values(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for_each_control(stage, "stored", [&](const host::Control& control) {
-            for (const SharedValue& value : sample_values(stage.host(), control))
-                judge_stored(stage, control, *value);
+void play_stored_values(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for_each_control(fixture, "stored", [&](const host::Control& control) {
+            for (const SharedValue& value : sample_values(fixture.host(), control))
+                judge_stored(fixture, control, *value);
         });
     });
 }
 
-void play_interpolation(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for_each_control(stage, "between", [&](const host::Control& control) {
-            const auto values = sample_values(stage.host(), control);
-            judge_interpolation(stage.trial(), *values[0], *values[1]);
-            judge_interpolation(stage.trial(), *values[1], *values[0]);
+void play_interpolation(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for_each_control(fixture, "between", [&](const host::Control& control) {
+            const auto values = sample_values(fixture.host(), control);
+            judge_interpolation(fixture.context(), *values[0], *values[1]);
+            judge_interpolation(fixture.context(), *values[1], *values[0]);
         });
     });
 }
 
-void play_comparison(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for_each_control(stage, "compared", [&](const host::Control& control) {
-            const auto values = sample_values(stage.host(), control);
+void play_comparison(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for_each_control(fixture, "compared", [&](const host::Control& control) {
+            const auto values = sample_values(fixture.host(), control);
             for (const SharedValue& a : values) {
-                stage.trial().expect(equal(*a, *a), "a value that equals itself", "it does not");
+                fixture.context().expect(equal(*a, *a), "a value that equals itself", "it does not");
                 for (const SharedValue& b : values) {
-                    stage.trial().expect(equal(*a, *b) == equal(*b, *a),
-                                         "the same answer for both orders of two values", "two answers");
+                    fixture.context().expect(equal(*a, *b) == equal(*b, *a),
+                                             "the same answer for both orders of two values", "two answers");
                 }
             }
         });
     });
 }
 
-void play_value_texts(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for_each_control(stage, "printed", [&](const host::Control& control) {
-            for (const SharedValue& value : sample_values(stage.host(), control))
-                judge_text(stage, control, *value);
+void play_value_texts(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for_each_control(fixture, "printed", [&](const host::Control& control) {
+            for (const SharedValue& value : sample_values(fixture.host(), control))
+                judge_text(fixture, control, *value);
         });
-        for_each_control(stage, "scanned", [&](const host::Control& control) {
-            const std::string own = host::ArbitraryValue::default_of(stage.host(), control)->print();
+        for_each_control(fixture, "scanned", [&](const host::Control& control) {
+            const std::string own = host::ArbitraryValue::default_of(fixture.host(), control)->print();
             for (const std::string& text : {own, std::string(), own.substr(0, own.size() / 2),
                                             std::string("%s%n"), std::string(5000, 'x')})
-                scan(stage, control, text);
+                scan(fixture, control, text);
         });
     });
 }
 
-void play_refusals(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
-        for_each_control(stage, "selector", [&](const host::Control& control) {
+void play_refusals(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for_each_control(fixture, "selector", [&](const host::Control& control) {
             for (const PF_FunctionSelector selector : {-1, 11, 1000}) {
-                const PF_Err error = call_arbitrary(stage.host(), control, selector, [](auto&) {});
-                stage.trial().expect(error != PF_Err_NONE,
-                                     "an error for selector " + std::to_string(selector), "none");
+                const PF_Err error = call_arbitrary(fixture.host(), control, selector, [](auto&) {});
+                fixture.context().expect(error != PF_Err_NONE,
+                                         "an error for selector " + std::to_string(selector), "none");
             }
         });
     });
 }
 
-void play_hostile_values(Trial& trial) {
-    on_stage(trial, [](Stage& stage) {
+void play_hostile_values(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
         const auto stored = [&](const host::Control& control) {
-            return host::ArbitraryValue::default_of(stage.host(), control)->flatten();
+            return host::ArbitraryValue::default_of(fixture.host(), control)->flatten();
         };
-        for_each_control(stage, "truncated", [&](const host::Control& control) {
+        for_each_control(fixture, "truncated", [&](const host::Control& control) {
             const std::vector<std::byte> bytes = stored(control);
             for (std::size_t size = 0; size < bytes.size(); ++size)
-                take_damaged(stage, control, std::span(bytes).first(size));
+                take_damaged(fixture, control, std::span(bytes).first(size));
         });
-        for_each_control(stage, "damaged", [&](const host::Control& control) {
-            std::mt19937_64 random = stage.trial().random("damaged");
+        for_each_control(fixture, "damaged", [&](const host::Control& control) {
+            std::mt19937_64 random = fixture.context().random("damaged");
             for (int i = 0; i < kDamagedValues; ++i)
-                take_damaged(stage, control, damaged(stored(control), random));
+                take_damaged(fixture, control, damaged(stored(control), random));
         });
     });
 }

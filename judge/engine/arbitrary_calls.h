@@ -1,5 +1,5 @@
-// Arbitrary-data callbacks as they are, for what ArbitraryValue smooths over: buffers with guards, refusals,
-// handles that nobody owns.
+// Arbitrary-data callbacks one by one, for what ArbitraryValue does not show: buffers with guards, refusals,
+// handles without an owner.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace flumo::judge {
 
-/// One callback; `fill` writes the union member's fields behind the refcon.
+/// One callback; `fill` writes the union member's fields after the refcon.
 PF_Err call_arbitrary(host::Host& host, const host::Control& control, PF_FunctionSelector selector,
                       const std::function<void(PF_ArbParamsExtra&)>& fill);
 
@@ -36,7 +36,7 @@ Announced print_size(host::Host& host, const host::Control& control, PF_Arbitrar
 PF_Err flatten_into(host::Host& host, const host::Control& control, PF_ArbitraryH value,
                     GuardedBytes& buffer);
 PF_Err print_into(host::Host& host, const host::Control& control, PF_ArbitraryH value, GuardedBytes& buffer);
-/// A copy that nobody owns, or null.
+/// A copy, which the caller disposes of, or null.
 PF_ArbitraryH raw_copy(host::Host& host, const host::Control& control, PF_ArbitraryH value);
 PF_Err dispose(host::Host& host, const host::Control& control, PF_ArbitraryH value);
 

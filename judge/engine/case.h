@@ -5,7 +5,7 @@
 
 namespace flumo::judge {
 
-class Trial;
+class CaseContext;
 
 inline constexpr int kHighestLevel = 5;
 
@@ -13,7 +13,7 @@ struct Case {
     std::string_view name;
     /// 1 entry and registration, 2 controls and state, 3 frames, 4 events and drawing, 5 faults and threads.
     int level;
-    void (*play)(Trial&);
+    void (*play)(CaseContext&);
     /// What it holds the effect to, in a line.
     std::string_view about;
 };

@@ -17,7 +17,7 @@ struct Finding {
     uint64_t seed = 0;
     std::string expected;
     std::string seen;
-    /// Worth knowing, but against no rule.
+    /// Worth knowing, but breaks no rule.
     bool is_note = false;
 
     bool operator==(const Finding&) const = default;

@@ -21,16 +21,16 @@ host::WorldShape announced_shape(const host::FrameRequest& request, const PF_LRe
     return shape;
 }
 
-host::World marked_frame(Trial& trial, host::Instance& instance, const host::FrameRequest& request,
+host::World marked_frame(CaseContext& context, host::Instance& instance, const host::FrameRequest& request,
                          std::byte mark) {
     const host::World input = *request.input;
     host::World world(announced_shape(request, instance.plan(request).result_rect));
     world.fill_bytes(mark);
     instance.render(request, world);
-    trial.expect(world.guards_intact(), "nothing written outside of the pixels",
-                 "changed bytes behind a row or around the world");
-    trial.expect(input.same_picture(*request.input) && request.input->guards_intact(),
-                 "the input layer left alone", "changed bytes in it");
+    context.expect(world.guards_intact(), "nothing written outside of the pixels",
+                   "changed bytes after a row or around the world");
+    context.expect(input.same_picture(*request.input) && request.input->guards_intact(),
+                   "the input layer left alone", "changed bytes in it");
     return world;
 }
 
@@ -65,7 +65,7 @@ std::string pixels(int count, const host::World& world) {
     return std::to_string(count) + " of " + std::to_string(world.width() * world.height()) + " pixels";
 }
 
-double number_by_chance(const host::Control& control, std::mt19937_64& random) {
+double random_number(const host::Control& control, std::mt19937_64& random) {
     if (control.kind == host::ControlKind::kAngle) return between(random, -720, 720);
     const bool is_float = control.kind == host::ControlKind::kFloatSlider;
     const double position = static_cast<double>(random() % 1001) / 1000.0;
@@ -73,9 +73,9 @@ double number_by_chance(const host::Control& control, std::mt19937_64& random) {
     return is_float ? value : std::clamp(std::round(value), control.valid.min, control.valid.max);
 }
 
-host::Value value_by_chance(host::Host& host, const host::Control& control, std::mt19937_64& random,
-                            host::Depth depth) {
-    if (control.is_number()) return number_by_chance(control, random);
+host::Value random_value(host::Host& host, const host::Control& control, std::mt19937_64& random,
+                         host::Depth depth) {
+    if (control.is_number()) return random_number(control, random);
     if (control.kind == host::ControlKind::kLayer) {
         const int width = between(random, 1, 40);
         const int height = between(random, 1, 40);
@@ -90,11 +90,11 @@ host::Value value_by_chance(host::Host& host, const host::Control& control, std:
 
 }  // namespace
 
-std::vector<host::Depth> depths_of(const Stage& stage) {
-    if (!stage.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) throw Skipped{"no smart rendering"};
+std::vector<host::Depth> depths_of(const Fixture& fixture) {
+    if (!fixture.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) throw Skipped{"no smart rendering"};
     std::vector<host::Depth> depths = {host::Depth::k8};
-    if (stage.has_flag(PF_OutFlag_DEEP_COLOR_AWARE)) depths.push_back(host::Depth::k16);
-    if (stage.has_flag2(PF_OutFlag2_FLOAT_COLOR_AWARE)) depths.push_back(host::Depth::k32);
+    if (fixture.has_flag(PF_OutFlag_DEEP_COLOR_AWARE)) depths.push_back(host::Depth::k16);
+    if (fixture.has_flag2(PF_OutFlag2_FLOAT_COLOR_AWARE)) depths.push_back(host::Depth::k32);
     return depths;
 }
 
@@ -117,40 +117,40 @@ host::Layer pattern(int width, int height, host::Depth depth, int row_padding, i
     return world;
 }
 
-host::World judged_frame(Trial& trial, host::Instance& instance, const host::FrameRequest& request) {
+host::World judged_frame(CaseContext& context, host::Instance& instance, const host::FrameRequest& request) {
     host::FrameRequest asked = request;
     if (!asked.input) {
         const PF_LRect all = begin_frame(request, instance.host().input_layers()).frame_rect;
         asked.input = pattern(all.right, all.bottom, request.depth, request.row_padding);
     }
-    host::World first = marked_frame(trial, instance, asked, kMarks[0]);
-    const host::World second = marked_frame(trial, instance, asked, kMarks[1]);
+    host::World first = marked_frame(context, instance, asked, kMarks[0]);
+    const host::World second = marked_frame(context, instance, asked, kMarks[1]);
     if (first.width() != second.width() || first.height() != second.height()) {
-        trial.finding("one size at each asking", "two sizes");
+        context.finding("one size at each asking", "two sizes");
         return first;
     }
     const Difference difference = compare(first, second);
-    trial.expect(difference.unwritten == 0, "success only with every pixel written",
-                 pixels(difference.unwritten, first) + " untouched");
-    trial.expect(difference.changing == 0, "the same frame each time",
-                 pixels(difference.changing, first) + " different");
+    context.expect(difference.unwritten == 0, "success only with every pixel written",
+                   pixels(difference.unwritten, first) + " untouched");
+    context.expect(difference.changing == 0, "the same frame each time",
+                   pixels(difference.changing, first) + " different");
     return first;
 }
 
-void judge_same(Trial& trial, const host::World& expected, const host::World& seen,
+void judge_same(CaseContext& context, const host::World& expected, const host::World& seen,
                 const std::string& whose) {
     if (expected.same_picture(seen)) return;
     const bool same_size = expected.width() == seen.width() && expected.height() == seen.height();
     const Difference difference = same_size ? compare(expected, seen) : Difference{};
-    trial.finding(
+    context.finding(
         "the frame of " + whose,
         same_size ? pixels(difference.unwritten + difference.changing, seen) + " different" : "another size");
 }
 
-void set_by_chance(host::Instance& instance, std::mt19937_64& random, host::Depth depth) {
+void set_randomly(host::Instance& instance, std::mt19937_64& random, host::Depth depth) {
     for (const host::Control& control : instance.host().controls()) {
         if (control.has_value())
-            instance.set(control.index, value_by_chance(instance.host(), control, random, depth));
+            instance.set(control.index, random_value(instance.host(), control, random, depth));
     }
 }
 

@@ -1,6 +1,7 @@
 // What a host has lent out at one moment, to compare with another moment.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -9,25 +10,28 @@
 
 namespace flumo::judge {
 
-/// By name of the thing, such as "handle(s)": how many are out. Things of which none is out are absent.
-using Ledger = std::map<std::string, int>;
+/// Kinds of things that a host lends.
+enum class Lent : std::uint8_t { kControl, kLayer, kDrawingObject, kSuite, kHandle, kLock };
+
+/// How many of each are out, by kind and, for suites, name and version. Things of which none is out are
+/// absent.
+using Ledger = std::map<std::pair<Lent, std::string>, int>;
 
 Ledger read_ledger(host::Host& host);
 
-/// A line for each thing of which more (or fewer) are out than before.
-std::vector<std::string> differences(const Ledger& before, const Ledger& after);
+struct LedgerDifference {
+    Lent kind;
+    /// A sentence.
+    std::string text;
 
-/// Whether the thing is memory, which the host can do without, and no control, layer, suite or object.
-bool is_memory(const std::string& difference);
+    /// Memory, which the host can do without, and no control, layer, suite or drawing object.
+    bool is_memory() const { return kind == Lent::kHandle || kind == Lent::kLock; }
+};
+
+/// One for each thing of which more (or fewer) are out than before.
+std::vector<LedgerDifference> differences(const Ledger& before, const Ledger& after);
 
 /// Takes the misuses that were noted since the last time.
-std::vector<std::string> take_misuses(host::Host& host);
-
-/// Whether the effect handed a null that the host gave it back to the host, which refused it.
-bool is_null_handed_on(const std::string& misuse);
-
-/// Whether the effect gave back something that it did not have, which happens where a clean-up runs in full
-/// after a failure.
-bool is_needless_return(const std::string& misuse);
+std::vector<host::Misuse> take_misuses(host::Host& host);
 
 }  // namespace flumo::judge

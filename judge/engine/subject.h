@@ -22,7 +22,7 @@ struct Subject {
 struct StepChoice {
     /// This one alone.
     std::optional<std::string> only{};
-    /// Those behind this one: a case goes on behind the step that ended its process.
+    /// Those after this one: a case continues after the step that ended its process.
     std::optional<std::string> after{};
 };
 

@@ -114,10 +114,11 @@ bool is_windows_module(const std::filesystem::path& path) {
     return PeFile::looks_like_one(path);
 }
 
-void judge_exports(Trial& trial, const std::filesystem::path& module, const std::string& entry_point) {
+void judge_exports(CaseContext& context, const std::filesystem::path& module,
+                   const std::string& entry_point) {
     const std::vector<std::string> exports = PeFile(module).exports();
     for (const std::string& name : {entry_point, std::string("PluginDataEntryFunction")}) {
-        trial.expect(std::ranges::find(exports, name) != exports.end(), "an export " + name, "none");
+        context.expect(std::ranges::find(exports, name) != exports.end(), "an export " + name, "none");
     }
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "judge/engine/trial.h"
+#include "judge/engine/case_context.h"
 
 namespace flumo::judge {
 
@@ -33,6 +33,6 @@ PropertyList read_property_list(const std::filesystem::path& path);
 
 bool is_windows_module(const std::filesystem::path& path);
 /// Finds fault with a Windows module that lacks an export.
-void judge_exports(Trial& trial, const std::filesystem::path& module, const std::string& entry_point);
+void judge_exports(CaseContext& context, const std::filesystem::path& module, const std::string& entry_point);
 
 }  // namespace flumo::judge

@@ -20,9 +20,9 @@ constexpr int kGradient = 26;
 
 class FaultSweep : public testing::Test {
   protected:
-    Host& host() { return stage_.host(); }
+    Host& host() { return fixture_.host(); }
 
-    /// A sequence command on `data`; what it hands back is in `sequence_`.
+    /// Sends a sequence command on `data`; what it hands back is in `sequence_`.
     PF_Err send_sequence(PF_Cmd command, PF_Handle data) {
         host::Call call(host());
         PF_InData in = host().new_in_data();
@@ -44,15 +44,15 @@ class FaultSweep : public testing::Test {
                 .prepare = [this] { new_sequence(); },
                 .run = [this, command] { return send_sequence(command, given_); },
                 .complete = [this, replaces] { return (sequence_ != given_) == replaces; },
-                .tidy =
+                .restore =
                     [this] {
                         if (sequence_ != given_) host().handles().dispose(sequence_);
                         host().handles().dispose(given_);
                     }};
     }
 
-    Stage stage_;
-    Sweep sweep_{stage_};
+    EffectFixture fixture_;
+    Sweep sweep_{fixture_};
     PF_Handle given_ = nullptr;
     PF_Handle sequence_ = nullptr;
 };
@@ -62,14 +62,14 @@ TEST_F(FaultSweep, SetUpAndSetDown) {
     const auto start = [&] {
         host().start();
         // Makes this thread's GL record again.
-        EXPECT_TRUE(stage_.renders_as_before(Depth::k8));
+        EXPECT_TRUE(fixture_.renders_as_before(Depth::k8));
     };
     sweep_.over({.name = "global setup",
                  .prepare = [&] { host().global_setdown(); },
                  .run = [&] { return result = result_of([&] { host().global_setup(); }); },
                  // Identity and flags are told first, so even a failure tells them.
                  .complete = [&] { return host().identity().flags2 == 142611456; },
-                 .tidy =
+                 .restore =
                      [&] {
                          if (result == PF_Err_NONE) host().global_setdown();
                          start();
@@ -77,7 +77,7 @@ TEST_F(FaultSweep, SetUpAndSetDown) {
     sweep_.over({.name = "global setdown",
                  .prepare = [&] { host().release_controls(); },
                  .run = [&] { return result_of([&] { host().global_setdown(); }); },
-                 .tidy = start});
+                 .restore = start});
 }
 
 TEST_F(FaultSweep, Controls) {
@@ -91,7 +91,7 @@ TEST_F(FaultSweep, Controls) {
                          const bool has_editors = host().custom_ui().events != 0;
                          return host().controls().size() == 86 && has_editors == (result == PF_Err_NONE);
                      },
-                 .tidy = [&] { host().params_setup(); }});
+                 .restore = [&] { host().params_setup(); }});
     // The defaults that went along with refused controls hold memory of the effect's.
     for (const host::LiveHandle& live : host().handles().live()) {
         const bool is_default = std::ranges::any_of(host().controls(), [&](const host::Control& control) {
@@ -108,17 +108,17 @@ TEST_F(FaultSweep, Sequences) {
     sweep_.over({.name = "sequence setup",
                  .run = [&] { return send_sequence(PF_Cmd_SEQUENCE_SETUP, nullptr); },
                  .complete = [&] { return host().handles().size(sequence_) == 1; },
-                 .tidy = [&] { host().handles().dispose(sequence_); }});
+                 .restore = [&] { host().handles().dispose(sequence_); }});
     sweep_.over(sequence_command("sequence resetup", PF_Cmd_SEQUENCE_RESETUP, true));
     sweep_.over(sequence_command("sequence flatten", PF_Cmd_SEQUENCE_FLATTEN, true));
     sweep_.over(sequence_command("sequence get flattened", PF_Cmd_GET_FLATTENED_SEQUENCE_DATA, true));
     sweep_.over(sequence_command("sequence setdown", PF_Cmd_SEQUENCE_SETDOWN, false));
 }
 
-/// What the arbitrary-data callbacks work on and leave behind.
+/// What the arbitrary-data callbacks work on and leave.
 struct Values {
     std::shared_ptr<host::ArbitraryValue> left, right;
-    PF_ArbitraryH doomed = nullptr, made = nullptr;
+    PF_ArbitraryH disposed = nullptr, made = nullptr;
     A_u_long size = 0;
     PF_ArbCompareResult equal = 0;
     std::vector<std::byte> flat{};
@@ -139,7 +139,7 @@ constexpr Selector kSelectors[] = {
      }},
     {"dispose", PF_Arbitrary_DISPOSE_FUNC,
      [](auto& u, void* r, Values& v) {
-         u.dispose_func_params = {r, v.doomed};
+         u.dispose_func_params = {r, v.disposed};
      }},
     {"copy", PF_Arbitrary_COPY_FUNC,
      [](auto& u, void* r, Values& v) {
@@ -196,11 +196,11 @@ class ValueSweep : public FaultSweep {
         values_.flat = values_.left->flatten();
         values_.text.assign(values_.left->print().size() + 1, '\0');
         call(kSelectors[0]);
-        values_.doomed = std::exchange(values_.made, nullptr);
+        values_.disposed = std::exchange(values_.made, nullptr);
     }
 
-    void tidy() {
-        for (const PF_ArbitraryH handle : {values_.doomed, values_.made}) {
+    void restore() {
+        for (const PF_ArbitraryH handle : {values_.disposed, values_.made}) {
             if (host().handles().lives(handle)) host::ArbitraryValue(host(), control(), handle);
         }
         values_ = {};
@@ -219,7 +219,7 @@ TEST_F(ValueSweep, GradientValues) {
                      // A text is never read, whatever it says, and that is told.
                      .usual = selector.number == PF_Arbitrary_SCAN_FUNC ? 514 : 0,
                      .complete = [this] { return !values_.made || *values_.made; },
-                     .tidy = [this] { tidy(); }});
+                     .restore = [this] { restore(); }});
     }
 }
 
@@ -233,13 +233,13 @@ TEST_F(FaultSweep, PanelEvents) {
     constexpr PF_Point stop{6, 40}, nothing{75, 40};
     Command event;
     event.prepare = [&] {
-        instance = stage_.new_instance();
+        instance = fixture_.new_instance();
         panel.emplace(host::PanelOptions{});
         panel->color_picker = [](const PF_PixelFloat&) { return host::PickedColor{0, {1, 1, 0, 0}}; };
         events.emplace(*instance, host::ControlPlace{.index = kGradient}, &*panel);
     };
     event.complete = [&] { return outcome.changed || outcome.drag_wanted; };
-    event.tidy = [&] { instance.reset(); };
+    event.restore = [&] { instance.reset(); };
     const auto over = [&](const char* name, const std::function<host::EventOutcome()>& send) {
         event.name = name;
         event.run = [&outcome, send] { return (outcome = send()).error; };
@@ -268,23 +268,23 @@ TEST_F(FaultSweep, Frames) {
     host::World frame;
     const auto prepare = [&] {
         frame = {};
-        instance = stage_.new_instance();
+        instance = fixture_.new_instance();
     };
-    const auto tidy = [&] {
+    const auto restore = [&] {
         EXPECT_TRUE(frame.guards_intact());
         instance.reset();
     };
     sweep_.over({.name = "pre-render",
                  .prepare = prepare,
                  .run = [&] { return result_of([&] { instance->plan(small_frame(Depth::k8)); }); },
-                 .tidy = tidy});
+                 .restore = restore});
     for (const Depth depth : kDepths) {
         sweep_.over(
             {.name = "frame " + std::to_string(static_cast<int>(depth)),
              .prepare = prepare,
              .run = [&] { return result_of([&] { instance->render(small_frame(depth), frame); }); },
-             .complete = [&] { return frame.same_picture(stage_.reference(depth)); },
-             .tidy = tidy,
+             .complete = [&] { return frame.same_picture(fixture_.reference(depth)); },
+             .restore = restore,
              .chain = {Callback::kReleaseSuite, Callback::kCheckinParam, Callback::kCheckinLayerPixels}});
     }
 }

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <thread>
 
+#include "tests/faults/effect_fixture.h"
 #include "tests/faults/gl_spy.h"
-#include "tests/faults/stage.h"
 #include "tests/support/caller_context.h"
 
 namespace flumo::test {
@@ -16,7 +16,7 @@ using host::Depth;
 using host::test::CallerContext;
 
 constexpr PF_Err kOutOfMemory = 4;
-/// Layers and ramps of a frame on the stage.
+/// Layers and ramps of a frame on the fixture.
 constexpr int kFrameTextures = 5;
 
 /// What the driver's failures in the first frame of a thread come to.
@@ -53,26 +53,26 @@ class DriverFaults : public testing::Test {
         const bool harmless = nth >= fault.harmless_from;
         const PF_Err result = result_of([&] { instance_->render(small_frame(Depth::k16), frame); });
         EXPECT_EQ(result, harmless ? PF_Err_NONE : kOutOfMemory);
-        EXPECT_EQ(stage_.host().accounting().messages().size(), fault.tells && nth % 2 == 1 ? 1U : 0U);
+        EXPECT_EQ(fixture_.host().accounting().messages().size(), fault.tells && nth % 2 == 1 ? 1U : 0U);
         EXPECT_TRUE(caller.is_current());
-        EXPECT_TRUE(stage_.host().accounting().idle()) << stage_.host().accounting().describe();
-        stage_.host().accounting().forget_messages();
-        stage_.kept_objects += fault.objects_left;
+        EXPECT_TRUE(fixture_.host().accounting().idle()) << fixture_.host().accounting().describe();
+        fixture_.host().accounting().forget_messages();
+        fixture_.kept_objects += fault.objects_left;
 
         gl_spy::clear();
-        EXPECT_TRUE(stage_.renders_as_before(Depth::k16));
+        EXPECT_TRUE(fixture_.renders_as_before(Depth::k16));
         const bool has_no_context = fault.point < GlPoint::kCompile && !harmless;
         EXPECT_EQ(gl_spy::calls(GlPoint::kCreateContext), has_no_context ? 1 : 0);
     }
 
-    Stage stage_;
-    std::unique_ptr<host::Instance> instance_ = stage_.new_instance();
+    EffectFixture fixture_;
+    std::unique_ptr<host::Instance> instance_ = fixture_.new_instance();
 };
 
 TEST_F(DriverFaults, CostOneFrameOfTheThread) {
     for (const FrameFault& fault : kFrameFaults) {
         gl_spy::clear();
-        std::jthread([&] { EXPECT_TRUE(stage_.renders_as_before(Depth::k16)); }).join();
+        std::jthread([&] { EXPECT_TRUE(fixture_.renders_as_before(Depth::k16)); }).join();
         ASSERT_EQ(gl_spy::calls(fault.point), fault.calls) << gl_spy::name(fault.point);
         for (int64_t nth = 0; nth < fault.calls; ++nth) {
             SCOPED_TRACE(std::string(gl_spy::name(fault.point)) + " " + std::to_string(nth));
@@ -84,11 +84,11 @@ TEST_F(DriverFaults, CostOneFrameOfTheThread) {
 
 TEST_F(DriverFaults, OfProgramsForLooksAreNoneOnHardware) {
     instance_.reset();
-    stage_.host().global_setdown();
+    fixture_.host().global_setdown();
     gl_spy::rename_renderer("NVIDIA H200/PCIe/SSE2");
-    stage_.host().start();
+    fixture_.host().start();
     gl_spy::clear();
-    EXPECT_TRUE(stage_.renders_as_before(Depth::k8));
+    EXPECT_TRUE(fixture_.renders_as_before(Depth::k8));
     EXPECT_EQ(gl_spy::calls(GlPoint::kCompile), 10);
     EXPECT_EQ(gl_spy::calls(GlPoint::kLink), 5);
     gl_spy::rename_renderer(nullptr);
@@ -99,14 +99,14 @@ TEST_F(DriverFaults, OfOneDisplayLeadToTheNextAndOfAllToNoSetUp) {
     for (const GlPoint point :
          {GlPoint::kInitialize, GlPoint::kChooseConfig, GlPoint::kCreateContext, GlPoint::kMakeCurrent}) {
         SCOPED_TRACE(gl_spy::name(point));
-        stage_.host().global_setdown();
+        fixture_.host().global_setdown();
         gl_spy::fail_every(point);
-        EXPECT_EQ(result_of([&] { stage_.host().start(); }), kOutOfMemory);
-        EXPECT_TRUE(stage_.host().accounting().messages().empty());
-        EXPECT_EQ(stage_.host().identity().version, 566784U);
+        EXPECT_EQ(result_of([&] { fixture_.host().start(); }), kOutOfMemory);
+        EXPECT_TRUE(fixture_.host().accounting().messages().empty());
+        EXPECT_EQ(fixture_.host().identity().version, 566784U);
         gl_spy::fail(point, 0);
-        stage_.host().start();
-        EXPECT_TRUE(stage_.renders_as_before(Depth::k8));
+        fixture_.host().start();
+        EXPECT_TRUE(fixture_.renders_as_before(Depth::k8));
     }
 }
 
@@ -114,9 +114,9 @@ TEST_F(DriverFaults, FrameBeyondTheLargestTextureIsOutOfMemory) {
     const host::FrameRequest wide{.width = 9000, .height = 1};
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(result_of([&] { instance_->render(wide); }), kOutOfMemory);
-        EXPECT_TRUE(stage_.renders_as_before(Depth::k32));
+        EXPECT_TRUE(fixture_.renders_as_before(Depth::k32));
     }
-    EXPECT_TRUE(stage_.host().accounting().messages().empty());
+    EXPECT_TRUE(fixture_.host().accounting().messages().empty());
     instance_.reset();
 }
 

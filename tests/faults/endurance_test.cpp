@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "effect/params/control_table.h"
+#include "tests/faults/effect_fixture.h"
 #include "tests/faults/gl_spy.h"
-#include "tests/faults/stage.h"
 #include "tests/support/caller_context.h"
 
 namespace flumo::test {
@@ -32,8 +32,9 @@ struct Job {
 /// The jobs of one life of the effect, with their frames as one thread renders them.
 class Jobs {
   public:
-    explicit Jobs(Stage& stage) : full_(stage.new_instance()), plain_(stage.host().new_instance()) {
-        nesting_ = stage.new_instance();
+    explicit Jobs(EffectFixture& fixture)
+        : full_(fixture.new_instance()), plain_(fixture.host().new_instance()) {
+        nesting_ = fixture.new_instance();
         // A layer whose picture is itself a frame of the effect: a command within a callback of another.
         nesting_->set(static_cast<int>(Section::Layer1) + 1, host::LayerSource([this](double frame) {
                           return std::make_shared<host::World>(
@@ -81,20 +82,20 @@ void render_some(const Jobs& jobs, std::size_t first, int count, Tally& tally) {
 }
 
 TEST(Threads, RenderWhatOneThreadRenders) {
-    Stage stage;
+    EffectFixture fixture;
     Tally tally;
-    std::unique_ptr<Jobs> jobs = std::make_unique<Jobs>(stage);
+    std::unique_ptr<Jobs> jobs = std::make_unique<Jobs>(fixture);
     const auto contexts_before = gl_spy::alive(GlObject::kContext);
     int64_t contexts_made = 0;
     const auto end_life = [&]() noexcept {
         jobs.reset();
         contexts_made = gl_spy::alive(GlObject::kContext) - contexts_before;
-        EXPECT_TRUE(stage.host().accounting().idle()) << stage.host().accounting().describe();
-        stage.host().global_setdown();
-        EXPECT_TRUE(stage.host().accounting().clean()) << stage.host().accounting().describe();
-        stage.host().start();
+        EXPECT_TRUE(fixture.host().accounting().idle()) << fixture.host().accounting().describe();
+        fixture.host().global_setdown();
+        EXPECT_TRUE(fixture.host().accounting().clean()) << fixture.host().accounting().describe();
+        fixture.host().start();
         // On a thread of its own: the one that came last may have a context to come, or have had its last.
-        std::jthread([&] { jobs = std::make_unique<Jobs>(stage); });
+        std::jthread([&] { jobs = std::make_unique<Jobs>(fixture); });
     };
     std::barrier life(kThreads, end_life);
     {
@@ -121,7 +122,7 @@ TEST(Threads, RenderWhatOneThreadRenders) {
     EXPECT_EQ(tally.failed, 0);
     EXPECT_EQ(tally.different, 0);
     EXPECT_EQ(tally.lost_contexts, 0);
-    EXPECT_THAT(stage.host().accounting().misuses(), testing::IsEmpty());
+    EXPECT_THAT(fixture.host().accounting().misuses(), testing::IsEmpty());
 }
 
 /// Resident memory of this process, pages, without what the C library keeps of freed memory: how much that is
@@ -135,8 +136,8 @@ int64_t resident_pages() {
 
 TEST(Soak, MemoryAndObjectsStayAsTheyAreAfterAHundredFrames) {
     constexpr int kFrames = 5000;
-    Stage stage;
-    const auto instance = stage.new_instance();
+    EffectFixture fixture;
+    const auto instance = fixture.new_instance();
     std::mt19937 random(1);
     const auto any = [&](int from, int to) { return std::uniform_int_distribution(from, to)(random); };
     const auto set = [&](Section section, int value) {

@@ -12,15 +12,15 @@ using enum Modes;
 constexpr std::string_view kNoSuite = "Not able to acquire AEFX Suite.";
 constexpr std::string_view kNoWorlds = "Couldn't load suite.";
 // A frame's releases and check-ins ask for no condition, so they also reach what was never had.
-constexpr std::string_view kReleased = "^released suite";
-constexpr std::string_view kCheckedIn = "^(checked in|released suite)";
-constexpr std::string_view kNullDrawn = "^(drew with a reference|used a drawing object)";
+constexpr host::MisuseKind kReleased = host::MisuseKind::kNotAcquired;
+constexpr host::MisuseKind kCheckedIn = host::MisuseKind::kNotCheckedOut;
+constexpr host::MisuseKind kNullDrawn = host::MisuseKind::kDrawingReference;
 
 // The first row that fits counts.
 constexpr Expectation kTable[] = {
-    // A global handle that cannot be locked or registered is not stored, and nobody has it any more.
+    // A global handle that cannot be locked or registered is not stored and stays allocated.
     {"global setup", kNewHandle, {}, kAny, 512},
-    {"global setup", kLockHandle, {}, kAny, 0, {.handles = 1, .misuse = "^unlocked"}},
+    {"global setup", kLockHandle, {}, kAny, 0, {.handles = 1, .misuse = host::MisuseKind::kNotLocked}},
     {"global setup", kAcquireSuite, 1, kAny, 516, {.handles = 1}},
     {"global setup", kRegisterWithAegp, {}, kAny, kPlanned, {.handles = 1}},
     {"global setdown", kAcquireSuite, {}, kAny, 516, {.handles = 1}},
@@ -87,7 +87,7 @@ constexpr Expectation kTable[] = {
     // The first check-in that fails is the last that is tried.
     {"frame", kCheckinParam, {}, kAny, kPlanned, {.later_controls = true}},
 
-    // Everywhere: a suite that cannot be had is 516, one that cannot be given back is nobody's matter, and
+    // Everywhere: a suite that cannot be had is 516, a failed release is ignored, and
     // the host's own numbers come back as they are.
     {"", kAcquireSuite, {}, kAny, 516},
     {"", kReleaseSuite, {}, kAny, 0},

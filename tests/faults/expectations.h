@@ -1,9 +1,11 @@
-// What the effect promises for every call of the host's that can fail, command by command.
+// What is expected of the effect for every call to the host that can fail, command by command.
 #pragma once
 
 #include <climits>
+#include <optional>
 #include <string_view>
 
+#include "host/accounting.h"
 #include "host/faults.h"
 
 namespace flumo::test {
@@ -23,8 +25,8 @@ struct Nth {
 
 enum class Modes { kAny, kError, kNull, kErrorWithResult };
 
-/// What comes with the number. By default everything goes back, nobody is told, and after a number that is
-/// not 0 the effect does nothing but give back.
+/// What comes with the number. By default everything goes back, no message is shown, and after a number that
+/// is not 0 the effect does nothing but give back.
 struct Also {
     /// Left for good: handles, locks on handles, and textures of the frame.
     int handles = 0;
@@ -34,8 +36,8 @@ struct Also {
     bool later_controls = false;
     /// What the user is shown.
     std::string_view message{};
-    /// The rule of the host's that the effect breaks by it, as a regular expression.
-    std::string_view misuse{};
+    /// The rule of the host that the effect breaks by it.
+    std::optional<host::MisuseKind> misuse{};
     /// The command goes on with its work.
     bool goes_on = false;
     /// Its work lacks what the failed call was to bring.
@@ -54,7 +56,7 @@ struct Expectation {
     Also also{};
 };
 
-/// The row for one fault; null when nothing is promised, which is a hole in the table.
+/// The row for one fault; null when nothing is expected, which is a hole in the table.
 const Expectation* find_expectation(std::string_view command, host::Callback call, int nth,
                                     host::FaultMode mode);
 

@@ -47,7 +47,7 @@ constexpr Offence kMisuses[] = {
          c.in.utils->host_lock_handle(handle);
          c.in.utils->host_dispose_handle(handle);
      }},
-    {"wrote behind the end",
+    {"wrote past the end",
      [](EffectCall& c) {
          const PF_Handle handle = new_handle(c, 4);
          static_cast<char*>(*handle)[4] = 0;
@@ -97,7 +97,7 @@ TEST_F(Offences, AreNotedOnceEach) {
     for (const Offence& misuse : kMisuses) {
         host.accounting().forget_misuses();
         commit(misuse, effect, host);
-        EXPECT_THAT(host.accounting().misuses(), ElementsAre(HasSubstr(misuse.trace)));
+        EXPECT_THAT(host.accounting().misuse_texts(), ElementsAre(HasSubstr(misuse.trace)));
         EXPECT_TRUE(host.accounting().idle()) << misuse.trace << ": " << host.accounting().describe();
     }
 }

@@ -183,7 +183,7 @@ TEST_F(Frames, AResultBeyondTheLargestIsNoted) {
         return error;
     };
     instance->render({.width = 4, .height = 4});
-    EXPECT_THAT(host.accounting().misuses(), ElementsAre(HasSubstr("beyond its largest")));
+    EXPECT_THAT(host.accounting().misuse_texts(), ElementsAre(HasSubstr("beyond its largest")));
 }
 
 PF_Err write_place(void* in_row_90, A_long x, A_long y, PF_PixelFloat* in, PF_PixelFloat* out) {

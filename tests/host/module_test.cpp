@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <regex>
 
 #include "host/instance.h"
 
@@ -16,6 +17,7 @@ using testing::HasSubstr;
 using testing::ThrowsMessage;
 
 const std::filesystem::path kModule = FLUMO_MODULE;
+
 TEST(ModuleFile, IsRefusedWithAReason) {
     const std::filesystem::path folder = testing::TempDir();
     const auto text = folder / "not_a_module.so";
@@ -31,6 +33,27 @@ TEST(ModuleFile, IsRefusedWithAReason) {
                     ThrowsMessage<ModuleError>(HasSubstr(row.first.string() + ": " + row.second)));
     }
     std::filesystem::remove(text);
+}
+
+// The interface's header is the list: a command or error that is added there is missed here.
+TEST(HostErrors, NameEveryCommandAndErrorOfTheInterface) {
+    std::ifstream header(INTERFACE_COMMANDS);
+    const std::regex constant(R"(constexpr PF_(Cmd|Err) (PF_\w+) = (\d+);)");
+    int names = 0;
+    for (std::string line; std::getline(header, line);) {
+        std::smatch found;
+        if (!std::regex_search(line, found, constant)) continue;
+        const std::string name = found[2];
+        if (name == "PF_Cmd_UNUSED_0" || name == "PF_Cmd_NUM_CMDS" || name == "PF_FIRST_ERR") continue;
+        if (name == "PF_Err_NONE") continue;
+        const int number = std::stoi(found[3]);
+        if (found[1] == "Cmd")
+            EXPECT_EQ(command_name(number), name);
+        else
+            EXPECT_THAT(error_name(number), HasSubstr(name));
+        ++names;
+    }
+    EXPECT_GT(names, 30);
 }
 
 TEST(ModuleLife, ASecondLoadGivesTheSamePicture) {

@@ -81,9 +81,9 @@ TEST_F(Panels, PaintCountObjectsAndRefuseStrangers) {
     EXPECT_EQ(red_at(36, 8), 255) << "under the arch";
     EXPECT_EQ(red_at(44, 6), 0x23) << "above it, inside its hull";
     EXPECT_EQ(red_at(36, 15), 255) << "wound twice";
-    EXPECT_EQ(red_at(50, 3), 255) << "behind the padding";
+    EXPECT_EQ(red_at(50, 3), 255) << "after the padding";
     EXPECT_EQ(host.accounting().lent(Lent::kDrawbotObject), 3) << "as many as are not released";
-    EXPECT_THAT(host.accounting().misuses(),
+    EXPECT_THAT(host.accounting().misuse_texts(),
                 IsSupersetOf({HasSubstr("does not live"), HasSubstr("not this panel")}));
 }
 

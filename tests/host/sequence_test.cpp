@@ -105,7 +105,7 @@ TEST(Globals, DeclarationsThatDoNotMatchAreNoted) {
     };
     Host host(effect.module);
     host.start();
-    EXPECT_THAT(host.accounting().misuses(),
+    EXPECT_THAT(host.accounting().misuse_texts(),
                 ElementsAre(HasSubstr("ends a group"), "announced 5 parameters and declared 1 controls"));
 }
 

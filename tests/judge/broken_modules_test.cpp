@@ -1,4 +1,4 @@
-// The judge finds each fault of the small effect, where it is looked for, and no fault in sound effects.
+// The judge finds each fault of the small effect in the case made for it, and no fault in sound effects.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ struct Broken {
     const char* found_by;
     /// Words of that finding.
     const char* words;
-    /// The other cases that come across it, a regular expression.
+    /// The other cases that find it, a regular expression.
     const char* also = "";
 };
 
@@ -49,7 +49,7 @@ constexpr Broken kBroken[] = {
     {"FreesLiveSequence", "sequence.life", "the live data left alone; it is gone"},
     {"KeepsSequence", "sequence.life", "; 2 handle(s) not given back", "faults.sequence"},
     {"ShallowCopy", "values.copies", "outlives its original unchanged; other contents", ".*"},
-    {"FlattensTooMuch", "values.stored", "than announced, 8; writing behind them", ".*"},
+    {"FlattensTooMuch", "values.stored", "than announced, 8; writing after them", ".*"},
     {"InterpolatesWrongly", "values.interpolation", "the left value at 0; another"},
     {"ComparesOneWay", "values.comparison", "both orders of two values; two answers"},
     {"PrintSizeWrong", "values.text", "the announced 23 bytes; an end after 14 characters"},
@@ -59,7 +59,7 @@ constexpr Broken kBroken[] = {
     {"KeepsParam", "frames.sizes", "; 2 control(s) checked out not given back", kWithFrames},
     {"KeepsLayer", "frames.sizes", "; 2 layer(s) checked out not given back", kWithFrames},
     {"KeepsSuite", "frames.sizes", "; 2 acquisition(s) of PF World Suite 2 not given back", ".*"},
-    {"WritesPastRow", "frames.sizes", "changed bytes behind a row", kWithFrames},
+    {"WritesPastRow", "frames.sizes", "changed bytes after a row", kWithFrames},
     {"UntouchedWorld", "frames.sizes", "35 of 35 pixels untouched", kWithFrames},
     {"SkipsLastRow", "frames.sizes", "7 of 35 pixels untouched", kWithFrames},
     {"WritesInput", "frames.sizes", "the input layer left alone; changed bytes", kWithFrames},
@@ -88,7 +88,7 @@ constexpr Broken kBroken[] = {
     {"KeepsHalfAValue", "faults.values", "the process ended ", "faults.set-up|faults.sequence"},
     {"SwallowsDrawingErrors", "faults.events", "success and another result"},
     {"SwallowsErrors", "faults.frames-8", "success and another result", "faults.frames.*"},
-    {"SulksAfterErrors", "faults.frames-16", "success the next time; PF_Cmd_SMART_RENDER failed with 4",
+    {"FailsAfterErrors", "faults.frames-16", "success the next time; PF_Cmd_SMART_RENDER failed with 4",
      "faults.frames.*|frames.abort"},
     {"KeepsParamOnError", "faults.frames-32", "1 control(s) checked out not given back", "faults.frames.*"},
     {"SharedScratch", "threads.frames", "the frames of a single thread; another ", "threads.*"},
@@ -97,19 +97,20 @@ constexpr Broken kBroken[] = {
 
 class BrokenModule : public testing::TestWithParam<Broken> {};
 
-TEST_P(BrokenModule, IsFoundOut) {
+TEST_P(BrokenModule, IsFound) {
     const Broken& broken = GetParam();
     const std::string module = broken_module(broken.fault);
-    const std::string patience = broken.fault == std::string("Hangs") ? "2" : "60";
-    const Checked checked = flumo_check({module, "--timeout", patience});
+    const std::string timeout = broken.fault == std::string("Hangs") ? "2" : "60";
+    const Checked checked = flumo_check({module, "--timeout", timeout});
     EXPECT_EQ(checked.status, 1) << checked.errors;
-    // Nothing that the module does is the end of its judge.
-    EXPECT_EQ(checked.report["cases"].size() + checked.report["notPlayed"].get<size_t>(), all_cases().size());
+    // Nothing that the module does ends the judge itself.
+    EXPECT_EQ(checked.report["cases"].size() + checked.report["notPlayed"].get<std::size_t>(),
+              all_cases().size());
     const auto& findings = checked.report["findings"];
     const auto found = std::ranges::find_if(findings, [&](const auto& finding) {
-        const std::string said = finding["expected"].template get<std::string>() + "; " +
+        const std::string text = finding["expected"].template get<std::string>() + "; " +
                                  finding["seen"].template get<std::string>();
-        return finding["case"] == broken.found_by && said.find(broken.words) != std::string::npos;
+        return finding["case"] == broken.found_by && text.find(broken.words) != std::string::npos;
     });
     ASSERT_TRUE(found != findings.end()) << checked.findings();
     for (const std::string& name : checked.each("case"))
@@ -118,7 +119,7 @@ TEST_P(BrokenModule, IsFoundOut) {
 
     // The finding's place alone finds it again.
     const std::string place = (*found)["case"].get<std::string>() + ":" + (*found)["step"].get<std::string>();
-    const Checked again = flumo_check({module, "--timeout", patience, "--reproduce", place});
+    const Checked again = flumo_check({module, "--timeout", timeout, "--reproduce", place});
     EXPECT_EQ(again.status, 1) << again.errors;
     EXPECT_THAT(again.findings(), HasSubstr(broken.words)) << place;
     EXPECT_EQ(again.report["cases"].size(), 1u);
@@ -131,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(Small, BrokenModule, testing::ValuesIn(kBroken), [](con
     return name;
 });
 
-TEST(BrokenModules, AreTakenUpBehindTheStepThatTheyDidNotSurvive) {
+TEST(BrokenModules, ContinueAfterTheStepThatEndedTheProcess) {
     const Checked checked = flumo_check({broken_module("Crashes"), "--reproduce", "frames.sizes"});
     EXPECT_THAT(checked.each("step"), ElementsAre("1x1@8+0", "1x1@8+1", "1x1@8+7"));
 }

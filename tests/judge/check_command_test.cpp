@@ -34,8 +34,8 @@ class CheckCommand : public testing::Test {
     flumo::test::ScratchFolder folder_;
 };
 
-/// What the program says to the end of a shell's line; `before` stands before its name.
-std::string say(const std::string& command, const std::string& before = "") {
+/// The program's output to the end of a shell's line; `before` stands before its name.
+std::string output_of(const std::string& command, const std::string& before = "") {
     return flumo::test::run_program({"sh", "-c", before + FLUMO_PROGRAM " " + command}).output;
 }
 
@@ -60,9 +60,9 @@ TEST_F(CheckCommand, HoldsAnEffectToWhatIsExpected) {
               "params.expected: for control 2 slider [0,101]; [0.0,100.0]\n");
 }
 
-TEST_F(CheckCommand, ExpectsOfFlumoWhatFlumoTells) {
-    const json controls = json::parse(say("controls --json"));
-    json info = json::parse(say("info --json"));
+TEST_F(CheckCommand, AcceptsWhatFlumoWrites) {
+    const json controls = json::parse(output_of("controls --json"));
+    json info = json::parse(output_of("info --json"));
     info["controls"] = controls;
     for (const json& expected : {controls, info}) {
         const std::string path = write("expected.json", expected.dump());
@@ -77,7 +77,7 @@ TEST_F(CheckCommand, ComparesTheEffectWithThePropertyList) {
     const Checked same = flumo_check({FLUMO_MODULE, "--level", "1", "--resource", ours});
     EXPECT_EQ(same.status, 0) << same.findings();
 
-    // The lowest bit of the flags, behind the key that lies byte-reversed.
+    // The lowest bit of the flags, after the key that lies byte-reversed.
     list[list.find("OLGe") + 12] = static_cast<char>(list[list.find("OLGe") + 12] ^ 1);
     const Checked other =
         flumo_check({FLUMO_MODULE, "--level", "1", "--resource", write("other.pipl", list)});
@@ -89,7 +89,7 @@ TEST_F(CheckCommand, ComparesTheEffectWithThePropertyList) {
     EXPECT_THAT(cut.each("case"), AllOf(Not(IsEmpty()), Each("entry.resource")));
 }
 
-TEST_F(CheckCommand, TellsFilesThatAreNoModules) {
+TEST_F(CheckCommand, ReportsFilesThatAreNoModules) {
     const std::string text = write("text.so", "no module");
     const Checked no_module = flumo_check({text, "--level", "5"});
     EXPECT_EQ(no_module.status, 1);
@@ -112,9 +112,9 @@ TEST_F(CheckCommand, RefusesOptionsThatMakeNoSense) {
     }
 }
 
-TEST_F(CheckCommand, TellsPeopleOneLineForEachFinding) {
+TEST_F(CheckCommand, WritesOneLineForEachFinding) {
     const std::string text =
-        say("check " + broken_module("SaysNothingAbout") + " --level 1 --seed 5; echo $?");
+        output_of("check " + broken_module("SaysNothingAbout") + " --level 1 --seed 5; echo $?");
     EXPECT_THAT(text,
                 StartsWith("finding: level 1, entry.about:text, seed 5: expected a text about the effect; "
                            "saw none [flumo check " +
@@ -130,8 +130,8 @@ TEST_F(CheckCommand, TellsPeopleOneLineForEachFinding) {
 // A signal that ends the process with the module in it is no finding.
 TEST_F(CheckCommand, EndsWithTheSignalThatStopsIt) {
     const std::string hanging = "check " + broken_module("Hangs") + " --reproduce frames.sizes; echo $?";
-    EXPECT_EQ(say(hanging, "timeout --preserve-status -s INT 1 "), "130\n");
-    EXPECT_EQ(say(hanging, "timeout --preserve-status -s TERM 1 "), "143\n");
+    EXPECT_EQ(output_of(hanging, "timeout --preserve-status -s INT 1 "), "130\n");
+    EXPECT_EQ(output_of(hanging, "timeout --preserve-status -s TERM 1 "), "143\n");
 }
 
 // What is left to chance follows from the seed, and from nothing else.

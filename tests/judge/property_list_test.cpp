@@ -111,7 +111,7 @@ TEST(PropertyList, OfAWindowsModuleIsJudgedWithItsExports) {
     EXPECT_EQ(check({}), "entry.resource: an export EffectMain; none\n");
 }
 
-// Whatever a damaged file holds, it is refused in words or read without a foot outside of it.
+// Whatever a damaged file holds, it is refused with a message or read within its bounds.
 TEST(PropertyList, DamageIsRefused) {
     const auto read = [](std::vector<std::byte> bytes) {
         try {

@@ -27,7 +27,7 @@ double edge_value(const Control& control, std::mt19937_64& random) {
 /// Every control by chance; every second number at its default, and of the float sliders some at an edge.
 std::unique_ptr<host::Instance> random_instance(std::mt19937_64& random, Depth depth) {
     auto instance = effect_host().new_instance();
-    judge::set_by_chance(*instance, random, depth);
+    judge::set_randomly(*instance, random, depth);
     for (const Control& control : effect_host().controls()) {
         const auto chance = random() % 16;
         if (control.kind == ControlKind::kLayer && chance % 2 == 0)

@@ -122,7 +122,7 @@ TEST(SuiteAccess, ReleaseAlwaysReachesTheHost) {
         });
     };
     EXPECT_EQ(release("no"), (Answer{0, 1, ""}));
-    EXPECT_THAT(within.host.accounting().misuses(),
+    EXPECT_THAT(within.host.accounting().misuse_texts(),
                 ElementsAre(testing::HasSubstr("\"Never Acquired\" version 9")));
     within.in_data.pica_basicP = nullptr;
     EXPECT_EQ(release(nullptr), (Answer{516, 257, "Not able to release AEFX Suite."}));
@@ -166,7 +166,7 @@ TEST(DrawbotSuites, GroupStopsAtTheFirstMissingSuiteAndKeepsThoseBefore) {
         for (std::size_t i = missing; i < std::size(group); ++i)
             not_had.push_back("released suite \"" + group[i].first + "\" version " +
                               std::to_string(group[i].second) + ", which is not acquired");
-        EXPECT_EQ(asked.host.accounting().misuses(), not_had) << "and as a whole, in its order";
+        EXPECT_EQ(asked.host.accounting().misuse_texts(), not_had) << "and as a whole, in its order";
         asked.in_data.pica_basicP = nullptr;
         EXPECT_EQ(AnswerOf(asked, release), (Answer{0, 257, "Not able to release AEFX Suite."}));
     }

@@ -1,4 +1,4 @@
-// A small sound effect, and what becomes of it with one fault: its front door, controls and sequence data.
+// A small effect without a fault, or with one: its entry point, controls and sequence data.
 #include <algorithm>
 #include <stdexcept>
 

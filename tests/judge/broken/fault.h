@@ -8,7 +8,7 @@
 
 namespace flumo::broken {
 
-/// Under a name that nobody asks for the effect is sound.
+/// Under any other name the effect has no fault.
 inline bool is(const char* fault) {
     static const std::string name = [] {
         static const char here = 0;

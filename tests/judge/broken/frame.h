@@ -45,7 +45,7 @@ inline void mix_row(const Recipe& recipe, A_long y, A_long width, unsigned char*
     std::memcpy(out, row, size);
 }
 
-inline void misbehave(PF_EffectWorld& input, const Recipe& recipe) {
+inline void do_harm(PF_EffectWorld& input, const Recipe& recipe) {
     static std::thread::id first = std::this_thread::get_id();
     if (is("Crashes")) std::abort();
     if (is("Exits")) std::exit(0);
@@ -61,7 +61,7 @@ inline void misbehave(PF_EffectWorld& input, const Recipe& recipe) {
 
 inline void paint(PF_EffectWorld& input, PF_EffectWorld& output, Recipe recipe) {
     static unsigned char frames = 0;
-    misbehave(input, recipe);
+    do_harm(input, recipe);
     if (is("UntouchedWorld")) return;
     if (is("RemembersFrames")) recipe.tint = static_cast<unsigned char>(recipe.tint + frames++);
     for (A_long y = 0; y < output.height - is("SkipsLastRow"); ++y) {
@@ -114,24 +114,24 @@ inline PF_Err paint_with_controls(const PF_InData& in, PF_EffectWorld& input, PF
     });
 }
 
-inline void mistreat_handles(const PF_InData& in) {
+inline void keep_handles(const PF_InData& in) {
     if (is("LeaksHandle")) in.utils->host_new_handle(16);
     if (is("KeepsLock")) in.utils->host_lock_handle(in.global_data);
 }
 
 inline PF_Err render(const PF_InData& in, PF_SmartRenderExtra& extra) {
-    static thread_local bool sulking = false;
-    if (is("SulksAfterErrors") && sulking) return PF_Err_OUT_OF_MEMORY;
+    static thread_local bool failed_before = false;
+    if (is("FailsAfterErrors") && failed_before) return PF_Err_OUT_OF_MEMORY;
     PF_EffectWorld* input = nullptr;
     PF_EffectWorld* output = nullptr;
     PF_Err error = extra.cb->checkout_layer_pixels(in.effect_ref, 0, &input);
     if (error) return error;
     error = extra.cb->checkout_output(in.effect_ref, &output);
     if (!error) error = paint_with_controls(in, *input, *output);
-    mistreat_handles(in);
+    keep_handles(in);
     if (!is("KeepsLayer")) extra.cb->checkin_layer_pixels(in.effect_ref, 0);
     if (!error) error = in.inter.abort(in.effect_ref);
-    sulking = error != PF_Err_NONE;
+    failed_before = error != PF_Err_NONE;
     return error && is("SwallowsAbort") ? PF_Err_OUT_OF_MEMORY : error;
 }
 

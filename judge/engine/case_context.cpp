@@ -1,4 +1,4 @@
-#include "judge/engine/trial.h"
+#include "judge/engine/case_context.h"
 
 #include <nlohmann/json.hpp>
 
@@ -9,7 +9,7 @@ namespace flumo::judge {
 
 namespace {
 
-/// FNV-1a, which every machine computes alike.
+/// FNV-1a, which is the same on every machine.
 uint64_t hash_of(const std::string& text) {
     uint64_t hash = 0xCBF29CE484222325;
     for (const char c : text)
@@ -24,17 +24,17 @@ std::string line(const nlohmann::json& object) {
 
 }  // namespace
 
-Trial::Trial(Subject subject, StepChoice choice, Say say)
-    : subject_(std::move(subject)), choice_(std::move(choice)), say_(std::move(say)) {}
+CaseContext::CaseContext(Subject subject, StepChoice choice, WriteLine write)
+    : subject_(std::move(subject)), choice_(std::move(choice)), write_(std::move(write)) {}
 
-bool Trial::is_chosen(const std::string& name) {
+bool CaseContext::is_chosen(const std::string& name) {
     if (choice_.only) return *choice_.only == name;
     if (!choice_.after) return true;
     if (*choice_.after == name) choice_.after.reset();
     return false;
 }
 
-void Trial::guarded(const std::function<void()>& body) {
+void CaseContext::guarded(const std::function<void()>& body) {
     try {
         body();
     } catch (const Skipped&) {
@@ -46,39 +46,39 @@ void Trial::guarded(const std::function<void()>& body) {
     }
 }
 
-void Trial::step(const std::string& name, const std::function<void()>& body) {
+void CaseContext::step(const std::string& name, const std::function<void()>& body) {
     if (!is_chosen(name)) return;
-    say_(line({{"step", name}}));
+    write_(line({{"step", name}}));
     guarded(body);
 }
 
-void Trial::tell(const char* kind, const std::string& expected, const std::string& seen) {
-    say_(line({{kind, {{"expected", expected}, {"seen", seen}}}}));
+void CaseContext::report(const char* kind, const std::string& expected, const std::string& seen) {
+    write_(line({{kind, {{"expected", expected}, {"seen", seen}}}}));
 }
 
-void Trial::expect(bool holds, const std::string& expected, const std::string& seen) {
+void CaseContext::expect(bool holds, const std::string& expected, const std::string& seen) {
     if (!holds) finding(expected, seen);
 }
 
-void Trial::finding(const std::string& expected, const std::string& seen) {
-    tell("finding", expected, seen);
+void CaseContext::finding(const std::string& expected, const std::string& seen) {
+    report("finding", expected, seen);
 }
 
-void Trial::note(const std::string& expected, const std::string& seen) {
-    tell("note", expected, seen);
+void CaseContext::note(const std::string& expected, const std::string& seen) {
+    report("note", expected, seen);
 }
 
-std::mt19937_64 Trial::random(const std::string& name) const {
+std::mt19937_64 CaseContext::random(const std::string& name) const {
     return std::mt19937_64(subject_.seed ^ hash_of(name));
 }
 
-void Trial::play(const Case& played) {
+void CaseContext::play(const Case& played) {
     try {
         guarded([&] { played.play(*this); });
     } catch (const Skipped& skipped) {
-        say_(line({{"skipped", skipped.why}}));
+        write_(line({{"skipped", skipped.why}}));
     }
-    say_(line({{"done", true}}));
+    write_(line({{"done", true}}));
 }
 
 }  // namespace flumo::judge

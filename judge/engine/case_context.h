@@ -1,5 +1,5 @@
-// One case as it is played in a process of its own: it names its steps before it takes them, so that whoever
-// listens knows what an effect was doing when it took the process down.
+// What a case reports while it is played in a process of its own. A step is named before it is played, so
+// that the parent process knows what an effect did when it ended the process.
 #pragma once
 
 #include <functional>
@@ -18,17 +18,17 @@ struct Skipped {
 };
 
 /// Belongs to one thread.
-class Trial {
+class CaseContext {
   public:
-    /// Takes one line of JSON at a time; see judge.h for its reader.
-    using Say = std::function<void(const std::string& line)>;
+    /// Takes one line of JSON at a time; judge.cpp reads it.
+    using WriteLine = std::function<void(const std::string& line)>;
 
-    Trial(Subject subject, StepChoice choice, Say say);
+    CaseContext(Subject subject, StepChoice choice, WriteLine write);
 
     const Subject& subject() const { return subject_; }
 
     /// Plays `body` unless the choice leaves this step out. An exception in it is a finding. Names are unique
-    /// in a case and need nothing of the steps before.
+    /// in a case; a step does not depend on the steps before it.
     void step(const std::string& name, const std::function<void()>& body);
     void expect(bool holds, const std::string& expected, const std::string& seen);
     void finding(const std::string& expected, const std::string& seen);
@@ -37,17 +37,17 @@ class Trial {
     /// Random numbers that follow from the seed and this name.
     std::mt19937_64 random(const std::string& name) const;
 
-    /// Plays the case and says that it is done. Throws nothing of the effect's.
+    /// Plays the case and says that it is done. Throws no error of the effect.
     void play(const Case& played);
 
   private:
     bool is_chosen(const std::string& name);
     void guarded(const std::function<void()>& body);
-    void tell(const char* kind, const std::string& expected, const std::string& seen);
+    void report(const char* kind, const std::string& expected, const std::string& seen);
 
     Subject subject_;
     StepChoice choice_;
-    Say say_;
+    WriteLine write_;
 };
 
 /// A whole number from `least` to `most`.

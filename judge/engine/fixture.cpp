@@ -1,4 +1,4 @@
-#include "judge/engine/stage.h"
+#include "judge/engine/fixture.h"
 
 #include <algorithm>
 
@@ -6,11 +6,11 @@ namespace flumo::judge {
 
 namespace {
 
-void judge_tidiness(Trial& trial, host::Host& host, const Ledger& before) {
-    for (const std::string& misuse : take_misuses(host))
-        trial.finding("no misuse of the host", misuse);
-    for (const std::string& difference : differences(before, read_ledger(host)))
-        trial.finding("everything given back", difference);
+void judge_tidiness(CaseContext& context, host::Host& host, const Ledger& before) {
+    for (const host::Misuse& misuse : take_misuses(host))
+        context.finding("no misuse of the host", misuse.text);
+    for (const LedgerDifference& difference : differences(before, read_ledger(host)))
+        context.finding("everything given back", difference.text);
 }
 
 std::vector<const host::Control*> controls_where(host::Host& host, bool (*holds)(const host::Control&),
@@ -25,46 +25,47 @@ std::vector<const host::Control*> controls_where(host::Host& host, bool (*holds)
 
 }  // namespace
 
-Stage::Stage(Trial& trial, host::HostOptions options)
-    : trial_(trial), module_(trial.subject().module), host_(module_, std::move(options)) {}
+Fixture::Fixture(CaseContext& context, host::HostOptions options)
+    : context_(context), module_(context.subject().module), host_(module_, std::move(options)) {}
 
-void Stage::start() {
+void Fixture::start() {
     host_.start();
     at_start_ = read_ledger(host_);
 }
 
-void Stage::write_off_losses() {
+void Fixture::write_off_losses() {
     lost_ = read_ledger(host_);
     for (const auto& [what, count] : at_start_)
         lost_[what] -= count;
 }
 
-void Stage::set_down() {
-    trial_.step("set-down", [this] {
+void Fixture::set_down() {
+    context_.step("set-down", [this] {
         host_.accounting().forget_misuses();
         host_.global_setdown();
-        // Nobody minds what comes back after all.
+        // A loss may come back at set-down; that is no finding.
         Ledger left = read_ledger(host_);
         for (auto& [what, count] : lost_)
             count = std::min(count, left[what]);
-        judge_tidiness(trial_, host_, lost_);
+        judge_tidiness(context_, host_, lost_);
     });
 }
 
-void Stage::step(const std::string& name, const std::function<void()>& body) {
-    trial_.step(name, [&] {
+void Fixture::step(const std::string& name, const std::function<void()>& body) {
+    context_.step(name, [&] {
         host_.accounting().forget_misuses();
         const Ledger before = read_ledger(host_);
         body();
-        judge_tidiness(trial_, host_, before);
+        judge_tidiness(context_, host_, before);
     });
 }
 
-void on_stage(Trial& trial, const std::function<void(Stage&)>& body, host::HostOptions options) {
-    Stage stage(trial, std::move(options));
-    stage.start();
-    body(stage);
-    stage.set_down();
+void with_fixture(CaseContext& context, const std::function<void(Fixture&)>& body,
+                  host::HostOptions options) {
+    Fixture fixture(context, std::move(options));
+    fixture.start();
+    body(fixture);
+    fixture.set_down();
 }
 
 std::vector<const host::Control*> arbitrary_controls(host::Host& host) {

@@ -16,12 +16,12 @@ host::FrameRequest small_frame(host::Depth depth);
 
 /// The module in global set-up. Each test has its own, so that the end of the test is the end of the effect's
 /// life.
-class Stage {
+class EffectFixture {
   public:
-    Stage();
+    EffectFixture();
     /// Global set-down; fails the test when GL objects or contexts that `keeps_objects` does not tell of
     /// survive.
-    ~Stage();
+    ~EffectFixture();
 
     host::Host& host() { return *host_; }
     /// An applied effect with three layers of the three depths, noise, and lines.

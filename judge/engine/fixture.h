@@ -8,22 +8,22 @@
 
 #include "host/host.h"
 #include "host/instance.h"
+#include "judge/engine/case_context.h"
 #include "judge/engine/ledger.h"
-#include "judge/engine/trial.h"
 
 namespace flumo::judge {
 
-class Stage {
+class Fixture {
   public:
     /// Loads the module. Throws ModuleError.
-    explicit Stage(Trial& trial, host::HostOptions options = {});
+    explicit Fixture(CaseContext& context, host::HostOptions options = {});
 
-    Trial& trial() { return trial_; }
+    CaseContext& context() { return context_; }
     host::Host& host() { return host_; }
 
     /// Sets the module up. Throws HostError.
     void start();
-    /// A step of the trial at whose end everything must be back that was lent in it, without a misuse.
+    /// A step of the context at whose end everything must be back that was lent in it, without a misuse.
     void step(const std::string& name, const std::function<void()>& body);
 
     /// From here on what is out beyond the state after set-up counts as lost and judged: set-down need not
@@ -37,7 +37,7 @@ class Stage {
     bool has_flag(PF_OutFlags flag) const { return (host_.identity().flags & flag) != 0; }
 
   private:
-    Trial& trial_;
+    CaseContext& context_;
     host::Module module_;
     host::Host host_;
     Ledger at_start_;
@@ -45,7 +45,8 @@ class Stage {
 };
 
 /// Sets the module up, plays `body`, sets it down and judges that nothing is left.
-void on_stage(Trial& trial, const std::function<void(Stage&)>& body, host::HostOptions options = {});
+void with_fixture(CaseContext& context, const std::function<void(Fixture&)>& body,
+                  host::HostOptions options = {});
 
 /// The controls that hold arbitrary data. Throws Skipped when there is none.
 std::vector<const host::Control*> arbitrary_controls(host::Host& host);

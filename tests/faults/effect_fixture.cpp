@@ -1,4 +1,4 @@
-#include "tests/faults/stage.h"
+#include "tests/faults/effect_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ host::FrameRequest small_frame(Depth depth) {
     return {.width = kWidth, .height = kHeight, .depth = depth, .row_padding = 5};
 }
 
-Stage::Stage()
+EffectFixture::EffectFixture()
     : module_(FLUMO_MODULE), host_(std::make_unique<host::Host>(module_)), alive_before_(gl_spy::alive()) {
     for (const Depth depth : kDepths)
         layers_.push_back(varied_layer(depth));
@@ -46,12 +46,12 @@ Stage::Stage()
         references_.push_back(instance->render(small_frame(depth)));
 }
 
-Stage::~Stage() {
+EffectFixture::~EffectFixture() {
     host_.reset();
     EXPECT_EQ(gl_spy::alive() - alive_before_, kept_objects);
 }
 
-std::unique_ptr<host::Instance> Stage::new_instance() {
+std::unique_ptr<host::Instance> EffectFixture::new_instance() {
     auto instance = host_->new_instance();
     instance->set(index_of(Section::Layer1), layers_[0]);
     instance->set(index_of(Section::Layer2), layers_[1]);
@@ -62,11 +62,11 @@ std::unique_ptr<host::Instance> Stage::new_instance() {
     return instance;
 }
 
-const host::World& Stage::reference(Depth depth) const {
+const host::World& EffectFixture::reference(Depth depth) const {
     return references_[static_cast<std::size_t>(depth) / 16];
 }
 
-bool Stage::renders_as_before(Depth depth) {
+bool EffectFixture::renders_as_before(Depth depth) {
     return new_instance()->render(small_frame(depth)).same_picture(reference(depth));
 }
 

@@ -11,8 +11,18 @@ namespace flumo {
 
 namespace {
 
+// GL knows no negative row length: rows that lie bottom up in memory go one by one.
+void UploadBottomUp(const PF_LayerDef& world, const void* pixels, GLenum channelType) {
+    const auto* first = static_cast<const char*>(pixels);
+    for (A_long y = 0; y < world.height; ++y) {
+        const char* row = first + static_cast<ptrdiff_t>(y) * world.rowbytes;
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, y, world.width, 1, GL_RGBA, channelType, row);
+    }
+}
+
 void UploadRows(const PF_LayerDef& world, const void* pixels, GLenum channelType, size_t pixelSize) {
     if (pixels == nullptr) return;
+    if (world.rowbytes < 0) return UploadBottomUp(world, pixels, channelType);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, world.rowbytes / static_cast<GLint>(pixelSize));
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, world.width, world.height, GL_RGBA, channelType, pixels);
 }

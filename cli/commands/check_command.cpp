@@ -10,7 +10,9 @@
 #include "base/child_process.h"
 #include "base/failure.h"
 #include "base/text_list.h"
+#include "cli/options/module_option.h"
 #include "cli/terminal/stop_signal.h"
+#include "host/module/module_file.h"
 #include "job/session.h"
 #include "judge/engine/case_context.h"
 #include "judge/engine/expectation.h"
@@ -42,10 +44,6 @@ Examples:
 
 Exit status: 0 nothing found, 1 a finding, 2 usage, 3 a file cannot be read, 130 or 143 stopped by a signal.)";
 
-void require_file(const fs::path& path) {
-    if (!path.empty() && !fs::is_regular_file(path)) throw input_failure(path.string() + ": no such file");
-}
-
 /// A signal came: how the case ended then is not due to the module.
 struct Stopped {
     ExitStatus status;
@@ -56,9 +54,10 @@ Subject subject_of(const CheckOptions& options) {
                           .expectation = options.expectation,
                           .resource = options.resource,
                           .seed = options.seed};
-    for (const fs::path& path : {subject.module, subject.expectation, subject.resource})
-        require_file(path);
     try {
+        for (const fs::path& path : {subject.module, subject.expectation, subject.resource}) {
+            if (!path.empty()) host::require_file(path);
+        }
         static_cast<void>(judge::read_expectation(subject.expectation));
     } catch (const std::exception& error) {
         throw input_failure(error.what());
@@ -226,7 +225,8 @@ ExitStatus list_cases(const StdoutGuard& output) {
 
 void add_check_options(CLI::App& command, CheckOptions& options) {
     command.footer(kFooter);
-    command.add_option("MODULE", options.module, "The effect to judge")
+    const auto set_module = [&options](const std::string& text) { options.module = parse_module(text); };
+    command.add_option_function<std::string>("MODULE", set_module, "The effect to judge")
         ->default_str("Flumo.so beside flumo, then in ../lib/flumo");
     command.add_option("--level", options.level, "The highest level")
         ->type_name("1..5")

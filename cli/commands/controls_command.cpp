@@ -1,4 +1,5 @@
 #include "cli/commands/controls_command.h"
+#include "cli/options/module_option.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -168,7 +169,8 @@ void add_controls_options(CLI::App& command, ControlsOptions& options) {
     command.add_flag("--json", options.json, "Write JSON");
     command.add_flag("--needs", options.needs,
                      "Write which controls have an effect only together with others");
-    command.add_option("--module", options.module, "The effect to load")
+    const auto set_module = [&options](const std::string& text) { options.module = parse_module(text); };
+    command.add_option_function<std::string>("--module", set_module, "The effect to load")
         ->type_name("FILE")
         ->default_str("beside flumo, then in ../lib/flumo");
 }

@@ -10,6 +10,7 @@
 #include "base/failure.h"
 #include "base/text_list.h"
 #include "cli/commands/flag_names.h"
+#include "cli/options/module_option.h"
 #include "host/instance.h"
 #include "host/module/host_error.h"
 #include "job/session.h"
@@ -151,7 +152,8 @@ void add_info_options(CLI::App& command, InfoOptions& options) {
     command.footer(kFooter);
     command.add_flag("--json", options.json, "Write JSON");
     command.add_flag("--check", options.check, "Also compile the programs and render a small frame");
-    command.add_option("--module", options.module, "The effect to load")
+    const auto set_module = [&options](const std::string& text) { options.module = parse_module(text); };
+    command.add_option_function<std::string>("--module", set_module, "The effect to load")
         ->type_name("FILE")
         ->default_str("beside flumo, then in ../lib/flumo");
 }

@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "cli/files/text_file.h"
 #include "cli/options/look_options.h"
+#include "cli/options/module_option.h"
 #include "job/request_scene.h"
 #include "job/session.h"
 #include "scene/scene_text.h"
@@ -29,7 +30,8 @@ void add_scene_options(CLI::App& command, SceneOptions& options) {
         ->type_name("FILE")
         ->default_str("-")
         ->group("Output");
-    command.add_option("--module", options.module, "The effect to load")
+    const auto set_module = [&options](const std::string& text) { options.module = parse_module(text); };
+    command.add_option_function<std::string>("--module", set_module, "The effect to load")
         ->type_name("FILE")
         ->default_str("beside flumo, then in ../lib/flumo")
         ->group("Output");

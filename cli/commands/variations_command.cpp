@@ -9,6 +9,7 @@
 #include "cli/files/contact_sheet.h"
 #include "cli/files/text_file.h"
 #include "cli/options/look_options.h"
+#include "cli/options/module_option.h"
 #include "cli/options/option_table.h"
 #include "cli/terminal/job_display.h"
 #include "cli/terminal/stop_signal.h"
@@ -96,7 +97,7 @@ const OptionRow<Options> kRows[] = {
     {"Run", "-q,--quiet", "", "No progress", "",
      [](Options& options, const std::string&) { options.quiet = true; }},
     {"Run", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo",
-     [](Options& options, const std::string& text) { options.module = text; }},
+     [](Options& options, const std::string& text) { options.module = parse_module(text); }},
 };
 
 void refuse_what_does_not_fit(const Options& options) {

@@ -5,6 +5,7 @@
 
 #include "base/parse_number.h"
 #include "base/text_list.h"
+#include "cli/options/module_option.h"
 #include "cli/options/option_table.h"
 
 namespace flumo::cli {
@@ -84,7 +85,7 @@ const OptionRow<PanelRequest> kRows[] = {
      [](auto& request, const std::string& text) { request.picture = parse_picture_name(text); },
      Repeats::kRefused},
     {"Output", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo",
-     [](auto& request, const std::string& text) { request.module = text; }},
+     [](auto& request, const std::string& text) { request.module = parse_module(text); }},
 };
 
 }  // namespace

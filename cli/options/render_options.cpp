@@ -6,6 +6,7 @@
 #include "base/parse_number.h"
 #include "base/text_list.h"
 #include "cli/options/look_options.h"
+#include "cli/options/module_option.h"
 #include "cli/options/option_table.h"
 
 namespace flumo::cli {
@@ -98,7 +99,7 @@ void set_keep_going(RenderOptions& options, const std::string&) {
 }
 
 void set_module(RenderOptions& options, const std::string& text) {
-    options.module = text;
+    options.module = parse_module(text);
 }
 
 void set_output(RenderOptions& options, const std::string& text) {

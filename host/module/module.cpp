@@ -1,5 +1,6 @@
 #include "host/module/module.h"
 
+#include "host/module/module_file.h"
 #include "host/module/module_library.h"
 
 namespace flumo::host {
@@ -23,7 +24,7 @@ A_Err take_registration(PF_PluginDataPtr record, const A_u_char* name, const A_u
 }  // namespace
 
 Module::Module(const std::filesystem::path& path) : path_(path) {
-    if (!std::filesystem::is_regular_file(path)) throw ModuleError(path.string() + ": no such file");
+    require_file(path);
     library_ = std::make_unique<ModuleLibrary>(path);
     const auto exported = [&](const char* name) {
         void* address = library_->symbol(name);

@@ -1,13 +1,24 @@
 #include "judge/engine/expectation.h"
 
+#include <algorithm>
 #include <fstream>
+#include <span>
 #include <stdexcept>
+#include <string_view>
 
 namespace flumo::judge {
 
 namespace {
 
 using nlohmann::json;
+
+constexpr std::string_view kIdentityKeys[] = {"name",    "matchName", "category", "entryPoint",
+                                              "version", "outFlags",  "outFlags2"};
+/// What `flumo info` also writes; it says nothing of the effect's registration.
+constexpr std::string_view kOtherInfoKeys[] = {"module", "versionText", "interfaceVersion", "openGl"};
+/// The last two are flumo's own names and what follows from other keys; they are not compared.
+constexpr std::string_view kControlKeys[] = {"index", "diskId", "name",    "kind",    "group", "default",
+                                             "range", "slider", "percent", "choices", "id",    "keyframes"};
 
 json range_json(const host::Range& range) {
     return {range.min, range.max};
@@ -59,19 +70,58 @@ json plain(const json& value) {
     return value.is_object() && value.contains("value") ? value["value"] : value;
 }
 
+std::string listed(std::span<const std::string_view> keys) {
+    std::string text;
+    for (const std::string_view key : keys)
+        text += (text.empty() ? "" : ", ") + std::string(key);
+    return text;
+}
+
+bool is_known(std::span<const std::string_view> keys, const std::string& key) {
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+/// A key that nothing is compared with would pass unnoticed.
+void read_identity(const std::filesystem::path& path, const json& read, Expectation& expectation) {
+    for (const auto& [key, value] : read.items()) {
+        if (key == "controls") {
+            if (!value.is_array() && !value.is_number_unsigned())
+                throw std::runtime_error(path.string() + ": controls: expected an array or a number");
+            expectation.controls = value;
+        } else if (is_known(kIdentityKeys, key)) {
+            expectation.identity[key] = plain(value);
+        } else if (!is_known(kOtherInfoKeys, key)) {
+            throw std::runtime_error(path.string() + ": unknown key \"" + key + "\", expected " +
+                                     listed(kIdentityKeys) + " or controls");
+        }
+    }
+}
+
+void require_known_keys(const std::filesystem::path& path, const json& controls) {
+    for (std::size_t i = 0; controls.is_array() && i < controls.size(); ++i) {
+        const std::string place = path.string() + ": control " + std::to_string(i + 1);
+        if (!controls[i].is_object()) throw std::runtime_error(place + ": expected an object");
+        for (const auto& [key, value] : controls[i].items()) {
+            if (!is_known(kControlKeys, key))
+                throw std::runtime_error(place + ": unknown key \"" + key + "\", expected " +
+                                         listed(kControlKeys));
+        }
+    }
+}
+
 }  // namespace
 
 Expectation read_expectation(const std::filesystem::path& path) {
     if (path.empty()) return {};
     std::ifstream file(path);
-    json read = json::parse(file, nullptr, false);
-    if (read.is_array()) return {{}, std::move(read)};
-    if (!read.is_object()) throw std::runtime_error(path.string() + ": expected a JSON object or array");
-    Expectation expectation{json::object(), read.value("controls", json())};
-    for (const char* key :
-         {"name", "matchName", "category", "entryPoint", "version", "outFlags", "outFlags2"}) {
-        if (read.contains(key)) expectation.identity[key] = plain(read[key]);
-    }
+    const json read = json::parse(file, nullptr, false);
+    Expectation expectation{json::object(), read.is_array() ? read : json()};
+    if (read.is_object()) read_identity(path, read, expectation);
+    if (!read.is_object() && !read.is_array())
+        throw std::runtime_error(path.string() + ": expected a JSON object or array");
+    if (expectation.identity.empty() && expectation.controls.empty())
+        throw std::runtime_error(path.string() + ": expects nothing");
+    require_known_keys(path, expectation.controls);
     return expectation;
 }
 
@@ -93,10 +143,11 @@ std::vector<Mismatch> control_mismatches(const Expectation& expected,
                                          const std::vector<host::Control>& controls,
                                          const std::map<int, std::string>& texts) {
     std::vector<Mismatch> mismatches;
-    if (expected.controls.size() != controls.size()) {
-        mismatches.push_back(
-            {std::to_string(expected.controls.size()) + " controls", std::to_string(controls.size())});
-    }
+    const std::size_t count =
+        expected.controls.is_array() ? expected.controls.size() : expected.controls.get<std::size_t>();
+    if (count != controls.size())
+        mismatches.push_back({std::to_string(count) + " controls", std::to_string(controls.size())});
+    if (!expected.controls.is_array()) return mismatches;
     for (std::size_t i = 0; i < std::min(expected.controls.size(), controls.size()); ++i) {
         compare(expected.controls[i], described(controls[i], texts),
                 "for control " + std::to_string(i + 1) + " ", mismatches);

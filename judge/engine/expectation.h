@@ -17,18 +17,19 @@ struct Mismatch {
     std::string seen;
 };
 
-/// `controls` is an array of controls; `identity` an object with any of name, matchName, category,
-/// entryPoint, version, outFlags and outFlags2. Either may be absent.
+/// `controls` is an array of controls or their number; `identity` an object with any of name, matchName,
+/// category, entryPoint, version, outFlags and outFlags2. Either may be absent.
 struct Expectation {
     nlohmann::json identity;
     nlohmann::json controls;
 
     bool has_identity() const { return !identity.empty(); }
-    bool has_controls() const { return controls.is_array(); }
+    bool has_controls() const { return !controls.is_null(); }
 };
 
-/// An array holds controls; an object holds an identity and, under "controls", an array of them. An empty
-/// path expects nothing. Throws std::runtime_error for a file that is neither.
+/// An array holds controls; an object holds an identity and, under "controls", an array of them or their
+/// number. An empty path expects nothing. Throws std::runtime_error for a file that is neither, expects
+/// nothing, or has a key that nothing is compared with.
 Expectation read_expectation(const std::filesystem::path& path);
 
 std::vector<Mismatch> identity_mismatches(const Expectation& expected, const host::Registration& registration,

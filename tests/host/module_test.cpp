@@ -22,17 +22,20 @@ TEST(ModuleFile, IsRefusedWithAReason) {
     const std::filesystem::path folder = testing::TempDir();
     const auto text = folder / "not_a_module.so";
     std::ofstream(text) << "plain text";
+    const auto cut = folder / "cut.so";
+    std::filesystem::copy_file(kModule, cut, std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::resize_file(cut, 100000);
     const std::pair<std::filesystem::path, std::string> cases[] = {
-        {folder / "missing.so", "no such file"},
-        {folder, "no such file"},
-        {text, "not a loadable module"},
-        {NO_ENTRY_MODULE, "has no export EffectMain"},
+        {folder / "missing.so", "no such file"}, {folder, "a directory, expected a file"},
+        {"/dev/null", "no regular file"},        {cut, "not a loadable module: the file is cut short"},
+        {text, "not a loadable module"},         {NO_ENTRY_MODULE, "has no export EffectMain"},
     };
     for (const auto& row : cases) {
         EXPECT_THAT([&] { const Module module(row.first); },
                     ThrowsMessage<ModuleError>(HasSubstr(row.first.string() + ": " + row.second)));
     }
     std::filesystem::remove(text);
+    std::filesystem::remove(cut);
 }
 
 // The interface's header is the list: a command or error that is added there is missed here.

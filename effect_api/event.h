@@ -22,9 +22,12 @@ inline constexpr PF_EventType PF_Event_ACTIVATE = 1;
 inline constexpr PF_EventType PF_Event_DO_CLICK = 2;
 inline constexpr PF_EventType PF_Event_DRAG = 3;
 inline constexpr PF_EventType PF_Event_DRAW = 4;
+inline constexpr PF_EventType PF_Event_DEACTIVATE = 5;
+inline constexpr PF_EventType PF_Event_CLOSE_CONTEXT = 6;
 inline constexpr PF_EventType PF_Event_IDLE = 7;
 inline constexpr PF_EventType PF_Event_ADJUST_CURSOR = 9;
 inline constexpr PF_EventType PF_Event_KEYDOWN = 10;
+inline constexpr PF_EventType PF_Event_MOUSE_EXITED = 11;
 
 inline constexpr PF_EffectArea PF_EA_NONE = 0;
 inline constexpr PF_EffectArea PF_EA_PARAM_TITLE = 1;

@@ -75,19 +75,38 @@ FrameState begin_frame(const FrameRequest& request, InputLayers& input_layers) {
     const int height = reduced(request.height, request.downsample_y);
     state.frame_rect = {0, 0, width, height};
     state.request_rect = request.region.value_or(state.frame_rect);
-    state.input = request.input;
-    if (!state.input) {
-        state.input = input_layers.transparent(width, height, request.depth, request.row_padding);
-    }
-    check(state.input->width() == width && state.input->height() == height,
-          "the input layer must have the frame's size");
+    const PF_LRect place = request.input_rect.value_or(state.frame_rect);
+    const WorldShape shape{.width = place.right - place.left,
+                           .height = place.bottom - place.top,
+                           .depth = request.depth,
+                           .row_padding = request.row_padding,
+                           .bottom_up = request.bottom_up,
+                           .extra_flags = request.extra_world_flags};
+    check(shape.width >= 0 && shape.height >= 0, "the input layer needs a size of at least 0");
+    state.input = request.input ? request.input : input_layers.transparent(shape);
+    check(state.input->width() == shape.width && state.input->height() == shape.height,
+          "the input layer must have the size of its place, which is the frame by default");
     state.input_record = state.input->record();
-    state.input_record.origin_x = state.input_record.origin_y = 0;
+    state.input_record.origin_x = place.left;
+    state.input_record.origin_y = place.top;
     return state;
 }
 
-Layer InputLayers::transparent(int width, int height, Depth depth, int row_padding) {
-    const WorldShape shape{.width = width, .height = height, .depth = depth, .row_padding = row_padding};
+WorldShape output_shape(const FrameRequest& request, const PF_LRect& result) {
+    const PF_LRect rect = request.output_rect.value_or(result);
+    WorldShape shape{.depth = request.depth,
+                     .row_padding = request.row_padding,
+                     .bottom_up = request.bottom_up,
+                     .extra_flags = request.extra_world_flags};
+    if (is_empty(rect)) return shape;
+    shape.width = rect.right - rect.left;
+    shape.height = rect.bottom - rect.top;
+    shape.origin_x = rect.left;
+    shape.origin_y = rect.top;
+    return shape;
+}
+
+Layer InputLayers::transparent(const WorldShape& shape) {
     std::lock_guard guard(mutex_);
     const auto known =
         std::ranges::find_if(recent_, [&](const Layer& layer) { return layer->shape() == shape; });

@@ -37,6 +37,9 @@ struct FrameState {
 /// Throws std::invalid_argument for a request that makes no sense.
 FrameState begin_frame(const FrameRequest& request, InputLayers& input_layers);
 
+/// The world that an effect gets for a result, or for the place that the request itself names.
+WorldShape output_shape(const FrameRequest& request, const PF_LRect& result);
+
 /// The frame at a time of `time` / `time_scale` seconds.
 double frame_of_time(const FrameRate& rate, A_long time, A_u_long time_scale);
 
@@ -46,10 +49,10 @@ bool is_empty(const PF_LRect& rect);
 /// or is empty.
 PF_EffectWorld part_of(const PF_EffectWorld& world, const PF_LRect& rect);
 
-/// Transparent input layers, kept because every frame needs one and nobody writes to it. Thread-safe.
+/// Transparent input layers, kept because every frame needs one and none is written. Thread-safe.
 class InputLayers {
   public:
-    Layer transparent(int width, int height, Depth depth, int row_padding);
+    Layer transparent(const WorldShape& shape);
 
   private:
     std::mutex mutex_;

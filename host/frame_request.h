@@ -25,10 +25,23 @@ struct FrameRequest {
     std::optional<PF_LRect> region{};
     /// Gives the effect an output world of this place and size instead of the one that it announced.
     std::optional<PF_LRect> output_rect{};
-    /// Unused pixels behind each row of the input and the output world.
+    /// Unused pixels after each row of the input and the output world.
     int row_padding = 8;
-    /// The input layer at current resolution; transparent when null. Its size must be the frame's.
+    /// The input layer at current resolution; transparent when null. Its size is that of `input_rect`.
     Layer input{};
+    /// Where the input layer lies, in layer pixels at the current resolution; the whole frame by default. A
+    /// masked layer is smaller than the frame, a grown one larger.
+    std::optional<PF_LRect> input_rect{};
+    /// The output world, and the input world unless `input` is given, have negative row bytes.
+    bool bottom_up = false;
+    /// Bits besides the host's own in the flags of these worlds (PF_WorldFlag_...).
+    A_long extra_world_flags = 0;
+    /// What pre-render finds in the record that it fills in.
+    PF_PreRenderOutput pre_render_output{};
+    /// The smart commands get the array of parameters, which is null by default.
+    bool gives_params = false;
+    /// Frames that the layer's time moves in one step of the composition; negative when it runs backwards.
+    int local_step = 1;
     /// What the host answers when the effect asks whether to stop; 0 when unset.
     std::function<PF_Err()> abort{};
 };

@@ -37,7 +37,7 @@ Host::~Host() {
     try {
         global_setdown();
     } catch (const std::exception&) {
-        // Nobody is left to tell; what stays alive stands in the accounting until here.
+        // No caller is left to tell; what stays alive stands in the accounting until here.
     }
 }
 

@@ -39,6 +39,8 @@ struct HostOptions {
     int iterate_threads = 1;
     /// False: the effect is given no basic suite.
     bool basic_suite = true;
+    /// A check-out of a control after the last gives an empty record and no error.
+    bool lends_unknown_controls = false;
     /// Suites by name and version that this host does not offer.
     std::set<std::pair<std::string, int>> missing_suites{};
 };

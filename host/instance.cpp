@@ -32,26 +32,46 @@ std::vector<std::byte> handle_bytes(HandleTable& handles, PF_Handle handle) {
 
 }  // namespace
 
-Instance::Instance(Host& host) : host_(host) {
+Instance::Instance(Host& host) : host_(host) {}
+
+void Instance::set_up() {
     const Outcome outcome = send_sequence(PF_Cmd_SEQUENCE_SETUP);
     throw_on_error(PF_Cmd_SEQUENCE_SETUP, outcome);
     sequence_data_ = outcome.out.sequence_data;
-    try {
-        for (const Control& control : host_.controls())
-            tracks_.emplace_back(default_value(host_, control));
-    } catch (...) {
-        send_sequence(PF_Cmd_SEQUENCE_SETDOWN);
-        throw;
+    has_sequence_ = true;
+    for (const Control& control : host_.controls())
+        tracks_.emplace_back(default_value(host_, control));
+}
+
+void Instance::open(std::span<const std::byte> stored) {
+    sequence_data_ = host_.handles().create(stored.size());
+    if (!sequence_data_) throw std::bad_alloc();
+    if (!stored.empty()) std::memcpy(*sequence_data_, stored.data(), stored.size());
+    has_sequence_ = true;
+    resetup();
+}
+
+void Instance::copy_values(const Instance& other) {
+    tracks_.clear();
+    for (const Track& track : other.tracks_) {
+        std::vector<Keyframe> keyframes = track.keyframes();
+        for (Keyframe& keyframe : keyframes) {
+            if (const auto* value = std::get_if<Arbitrary>(&keyframe.value))
+                keyframe.value = (*value)->copy();
+        }
+        tracks_.emplace_back(std::move(keyframes));
     }
 }
 
 std::unique_ptr<Instance> Host::new_instance() {
-    return std::unique_ptr<Instance>(new Instance(*this));
+    std::unique_ptr<Instance> instance(new Instance(*this));
+    instance->set_up();
+    return instance;
 }
 
 Instance::~Instance() {
     tracks_.clear();
-    send_sequence(PF_Cmd_SEQUENCE_SETDOWN);
+    if (has_sequence_) send_sequence(PF_Cmd_SEQUENCE_SETDOWN);
 }
 
 Track& Instance::track_of(int index) {
@@ -113,16 +133,13 @@ void Instance::resetup() {
     const Outcome outcome = send_sequence(PF_Cmd_SEQUENCE_RESETUP);
     throw_on_error(PF_Cmd_SEQUENCE_RESETUP, outcome);
     const PF_Handle stored = std::exchange(sequence_data_, outcome.out.sequence_data);
-    // The stored form belongs to the host once the effect has made live data of it.
+    // What it was made from, stored or live, belongs to the host.
     if (stored && stored != sequence_data_) host_.handles().dispose(stored);
 }
 
 void Instance::resetup(std::span<const std::byte> stored) {
-    throw_on_error(PF_Cmd_SEQUENCE_SETDOWN, send_sequence(PF_Cmd_SEQUENCE_SETDOWN));
-    sequence_data_ = host_.handles().create(stored.size());
-    if (!sequence_data_) throw std::bad_alloc();
-    if (!stored.empty()) std::memcpy(*sequence_data_, stored.data(), stored.size());
-    resetup();
+    if (has_sequence_) throw_on_error(PF_Cmd_SEQUENCE_SETDOWN, send_sequence(PF_Cmd_SEQUENCE_SETDOWN));
+    open(stored);
 }
 
 std::vector<std::byte> Instance::flattened_copy() {
@@ -139,15 +156,15 @@ std::unique_ptr<Instance> Instance::duplicate() {
     auto twin = host_.new_instance();
     const std::vector<std::byte> stored = flattened_copy();
     if (!stored.empty()) twin->resetup(stored);
-    for (std::size_t i = 0; i < tracks_.size(); ++i) {
-        std::vector<Keyframe> keyframes = tracks_[i].keyframes();
-        for (Keyframe& keyframe : keyframes) {
-            if (const auto* value = std::get_if<Arbitrary>(&keyframe.value))
-                keyframe.value = (*value)->copy();
-        }
-        twin->tracks_[i] = Track(std::move(keyframes));
-    }
+    twin->copy_values(*this);
     return twin;
+}
+
+std::unique_ptr<Instance> Instance::render_copy(std::span<const std::byte> stored) const {
+    std::unique_ptr<Instance> copy(new Instance(host_));
+    if (!stored.empty()) copy->open(stored);
+    copy->copy_values(*this);
+    return copy;
 }
 
 void Instance::user_changed_param(int index) {

@@ -17,7 +17,7 @@ namespace flumo::host {
 /// setting values, must not run at the same time as anything on this instance.
 class Instance {
   public:
-    /// Sends sequence set-down.
+    /// Sends sequence set-down after set-up or resetup.
     ~Instance();
     Instance(const Instance&) = delete;
     Instance& operator=(const Instance&) = delete;
@@ -33,7 +33,8 @@ class Instance {
     /// Renders into a new world. Throws HostError.
     World render(const FrameRequest& request);
     /// Renders into `output`, which keeps its memory when its shape fits. Its pixels are not cleared: after
-    /// a HostError it holds what the effect left. An empty result makes it 0 x 0.
+    /// a HostError it holds what the effect left. After an empty result it holds the input, as far as that
+    /// was asked for.
     void render(const FrameRequest& request, World& output);
     /// Pre-render alone.
     FramePlan plan(const FrameRequest& request);
@@ -47,6 +48,9 @@ class Instance {
     std::vector<std::byte> flattened_copy();
     /// A second instance with the same values and sequence data.
     std::unique_ptr<Instance> duplicate();
+    /// A copy for a render engine: the same values, and sequence data made from `stored` by the resetup
+    /// command alone. Nothing stored: no sequence data and no command for it.
+    std::unique_ptr<Instance> render_copy(std::span<const std::byte> stored) const;
 
     /// Tells the effect that the user changed the control. Throws HostError.
     void user_changed_param(int index);
@@ -58,20 +62,26 @@ class Instance {
 
     Host& host() const { return host_; }
     PF_Handle sequence_data() const { return sequence_data_; }
+    /// For the other files of the host: the records of all parameters, which borrow from `values`.
+    std::vector<PF_ParamDef> params_at(double frame, std::vector<Value>& values) const;
 
   private:
     friend class Host;
+    /// Without sequence data.
     explicit Instance(Host& host);
 
+    void set_up();
+    void open(std::span<const std::byte> stored);
+    void copy_values(const Instance& other);
     Track& track_of(int index);
     Outcome send_sequence(PF_Cmd command);
     PF_InData new_in_data() const;
-    std::vector<PF_ParamDef> params_at(double frame, std::vector<Value>& values) const;
     Outcome send_with_params(PF_Cmd command, void* extra, SuiteProvider* suites, double frame,
                              std::vector<PF_ParamDef>& params);
 
     Host& host_;
     PF_Handle sequence_data_ = nullptr;
+    bool has_sequence_ = false;
     std::vector<Track> tracks_;
 };
 

@@ -18,7 +18,8 @@ PF_RenderRequest render_request(const FrameState& state) {
 void write_time_and_place(const FrameState& state, PF_InData& in_data) {
     const FrameRequest& request = state.request;
     in_data.time_scale = static_cast<A_u_long>(request.rate.num);
-    in_data.time_step = in_data.local_time_step = request.rate.den;
+    in_data.time_step = request.rate.den;
+    in_data.local_time_step = request.rate.den * request.local_step;
     in_data.current_time = request.frame * request.rate.den;
     in_data.total_time = in_data.current_time + in_data.time_step;
     in_data.width = request.width;
@@ -46,7 +47,7 @@ void throw_on_error(PF_Cmd command, const Outcome& outcome, const Call& call) {
     if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
 }
 
-/// The road of one frame, from its request to the world.
+/// One frame from its request to the world.
 class FrameRun {
   public:
     FrameRun(Instance& instance, const FrameRequest& request, const PF_InData& in_data)
@@ -60,13 +61,27 @@ class FrameRun {
         PF_PreRenderInput input{};
         input.output_request = render_request(state_);
         input.bitdepth = static_cast<short>(state_.request.depth);
-        PF_PreRenderOutput output{};
+        PF_PreRenderOutput output = state_.request.pre_render_output;
         PF_PreRenderCallbacks callbacks = pre_render_callbacks();
         PF_PreRenderExtra extra{&input, &output, &callbacks};
         send(PF_Cmd_SMART_PRE_RENDER, &extra);
         data_.data = output.pre_render_data;
         data_.free_data = output.delete_pre_render_data_func;
         return output;
+    }
+
+    /// What a host shows when the effect has nothing to give: its input.
+    void copy_input(World& output) const {
+        const PF_EffectWorld& record = state_.input_record;
+        const PF_LRect place{record.origin_x, record.origin_y, record.origin_x + record.width,
+                             record.origin_y + record.height};
+        const PF_LRect common = intersection(place, state_.request_rect);
+        output.reshape(output_shape(state_.request, common));
+        for (int y = 0; y < output.height(); ++y) {
+            for (int x = 0; x < output.width(); ++x)
+                output.set_rgba(x, y,
+                                state_.input->rgba(common.left - place.left + x, common.top - place.top + y));
+        }
     }
 
     void render(World& output) {
@@ -88,8 +103,14 @@ class FrameRun {
         PF_OutData out_data{};
         out_data.global_data = in_data_.global_data;
         out_data.sequence_data = in_data_.sequence_data;
-        throw_on_error(command, instance_.host().run(call, command, in_data_, out_data, nullptr, extra),
-                       call);
+        std::vector<Value> values;
+        std::vector<PF_ParamDef> params;
+        std::vector<PF_ParamDef*> pointers;
+        if (state_.request.gives_params) params = instance_.params_at(state_.request.frame, values);
+        for (PF_ParamDef& param : params)
+            pointers.push_back(&param);
+        PF_ParamDef** array = pointers.empty() ? nullptr : pointers.data();
+        throw_on_error(command, instance_.host().run(call, command, in_data_, out_data, array, extra), call);
     }
 
     Instance& instance_;
@@ -108,17 +129,6 @@ void judge_plan(Host& host, const PF_PreRenderOutput& plan) {
     }
 }
 
-WorldShape output_shape(const FrameRequest& request, const PF_LRect& result) {
-    const PF_LRect rect = request.output_rect.value_or(result);
-    WorldShape shape{.depth = request.depth, .row_padding = request.row_padding};
-    if (is_empty(rect)) return shape;
-    shape.width = rect.right - rect.left;
-    shape.height = rect.bottom - rect.top;
-    shape.origin_x = rect.left;
-    shape.origin_y = rect.top;
-    return shape;
-}
-
 }  // namespace
 
 World Instance::render(const FrameRequest& request) {
@@ -131,8 +141,12 @@ void Instance::render(const FrameRequest& request, World& output) {
     FrameRun run(*this, request, new_in_data());
     const PF_PreRenderOutput plan = run.pre_render();
     judge_plan(host_, plan);
+    if (is_empty(plan.result_rect)) {
+        run.copy_input(output);
+        return;
+    }
     output.reshape(output_shape(request, plan.result_rect));
-    if (!is_empty(plan.result_rect)) run.render(output);
+    run.render(output);
 }
 
 FramePlan Instance::plan(const FrameRequest& request) {

@@ -47,7 +47,11 @@ PF_Err checkout_param(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long time, A
             return misused(call, MisuseKind::kWrongArgument, "checked out a control with a time scale of 0");
         if (index == 0) return lend_input_layer(call, param);
         const auto& controls = call.host.controls();
-        if (index < 0 || static_cast<std::size_t>(index) > controls.size()) return PF_Err_INVALID_INDEX;
+        if (index < 0 || static_cast<std::size_t>(index) > controls.size()) {
+            if (!call.host.options().lends_unknown_controls) return PF_Err_INVALID_INDEX;
+            *param = {};
+            return lend_param(call, 0.0, param);
+        }
         const Control& control = controls[static_cast<std::size_t>(index) - 1];
         if (!control.has_value()) {
             *param = control.definition;

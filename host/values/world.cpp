@@ -13,7 +13,7 @@ namespace flumo::host {
 namespace {
 
 constexpr std::byte kGuard{0xA5};
-/// Guard bytes before the first and behind the last row.
+/// Guard bytes before the first and after the last row.
 constexpr std::size_t kMargin = 64;
 constexpr float kFull16 = 32768.0f;
 
@@ -131,7 +131,7 @@ void World::allocate() {
     }
     memory_size_ = rowbytes() * static_cast<std::size_t>(shape_.height) + 2 * kMargin;
     memory_.reset();
-    // calloc leaves untouched pages to the system: a world that nobody looks at costs nothing.
+    // calloc leaves untouched pages to the system: a world that is never written costs nothing.
     memory_ = {static_cast<std::byte*>(std::calloc(memory_size_, 1)), [](std::byte* p) { std::free(p); }};
     if (!memory_) throw std::bad_alloc();
     std::fill_n(memory_.get(), kMargin, kGuard);
@@ -139,8 +139,7 @@ void World::allocate() {
     const std::size_t used = unpadded_row(shape_);
     if (shape_.row_padding > 0) {
         for (int y = 0; y < shape_.height; ++y) {
-            std::fill_n(first_row() + static_cast<std::size_t>(y) * rowbytes() + used, rowbytes() - used,
-                        kGuard);
+            std::fill_n(row_start(y) + used, rowbytes() - used, kGuard);
         }
     }
     write_record();
@@ -150,9 +149,10 @@ void World::write_record() {
     record_ = {};
     record_.reserved0 = depth_mark();
     record_.reserved_long1 = static_cast<A_long>(shape_.depth);
-    record_.world_flags = PF_WorldFlag_WRITEABLE | (shape_.depth == Depth::k16 ? PF_WorldFlag_DEEP : 0);
-    record_.data = reinterpret_cast<PF_PixelPtr>(first_row());
-    record_.rowbytes = static_cast<A_long>(rowbytes());
+    record_.world_flags =
+        PF_WorldFlag_WRITEABLE | (shape_.depth == Depth::k16 ? PF_WorldFlag_DEEP : 0) | shape_.extra_flags;
+    record_.data = reinterpret_cast<PF_PixelPtr>(row_start(0));
+    record_.rowbytes = static_cast<A_long>(rowbytes()) * (shape_.bottom_up ? -1 : 1);
     record_.width = shape_.width;
     record_.height = shape_.height;
     record_.extent_hint = {0, 0, shape_.width, shape_.height};
@@ -161,13 +161,14 @@ void World::write_record() {
     record_.origin_y = shape_.origin_y;
 }
 
-std::byte* World::first_row() const {
-    return memory_.get() + kMargin;
+std::byte* World::row_start(int y) const {
+    const int in_memory = shape_.bottom_up ? std::max(shape_.height, 1) - 1 - y : y;
+    return memory_.get() + kMargin + static_cast<std::size_t>(in_memory) * rowbytes();
 }
 
 std::span<std::byte> World::row(int y) {
     if (y < 0 || y >= shape_.height) throw std::out_of_range("a row outside the world");
-    return {first_row() + static_cast<std::size_t>(y) * rowbytes(), unpadded_row(shape_)};
+    return {row_start(y), unpadded_row(shape_)};
 }
 
 std::span<const std::byte> World::row(int y) const {

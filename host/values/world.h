@@ -25,11 +25,15 @@ struct WorldShape {
     int width = 0;
     int height = 0;
     Depth depth = Depth::k8;
-    /// Unused pixels behind each row.
+    /// Unused pixels after each row.
     int row_padding = 0;
     /// Left and top in layer pixels at the current resolution.
     int origin_x = 0;
     int origin_y = 0;
+    /// The last row lies first in memory, so that the record has negative row bytes.
+    bool bottom_up = false;
+    /// Bits of the record's flags (PF_WorldFlag_...) besides those that the depth sets.
+    A_long extra_flags = 0;
     bool operator==(const WorldShape&) const = default;
 };
 
@@ -92,7 +96,7 @@ class World {
   private:
     void allocate();
     void write_record();
-    std::byte* first_row() const;
+    std::byte* row_start(int y) const;
 
     WorldShape shape_;
     PF_EffectWorld record_{};

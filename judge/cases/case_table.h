@@ -33,6 +33,11 @@ void play_interpolation(CaseContext&);
 void play_comparison(CaseContext&);
 void play_value_texts(CaseContext&);
 void play_refusals(CaseContext&);
+void play_resetup(CaseContext&);
+void play_filled_slots(CaseContext&);
+void play_projects(CaseContext&);
+void play_disposals(CaseContext&);
+void play_optional_commands(CaseContext&);
 // Level 3.
 void play_frame_sizes(CaseContext&);
 void play_row_padding(CaseContext&);
@@ -41,10 +46,20 @@ void play_repeated_frames(CaseContext&);
 void play_looks(CaseContext&);
 void play_callers_context(CaseContext&);
 void play_abort(CaseContext&);
+void play_input_layer(CaseContext&);
+void play_output_world(CaseContext&);
+void play_row_order(CaseContext&);
+void play_world_flags(CaseContext&);
+void play_pre_render_output(CaseContext&);
+void play_time(CaseContext&);
+void play_other_hosts(CaseContext&);
+void play_render_copies(CaseContext&);
 // Level 4.
 void play_drawing(CaseContext&);
 void play_clicks(CaseContext&);
 void play_other_events(CaseContext&);
+void play_panel_life(CaseContext&);
+void play_two_panels(CaseContext&);
 // Level 5.
 void play_hostile_values(CaseContext&);
 void play_missing_suites(CaseContext&);
@@ -57,5 +72,6 @@ void play_faulty_frames_16(CaseContext&);
 void play_faulty_frames_32(CaseContext&);
 void play_threads(CaseContext&);
 void play_thread_generations(CaseContext&);
+void play_engine_threads(CaseContext&);
 
 }  // namespace flumo::judge

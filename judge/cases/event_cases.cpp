@@ -2,10 +2,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "host/control_events.h"
 #include "host/panel/panel.h"
 #include "judge/cases/case_table.h"
-#include "judge/engine/frame_judge.h"
+#include "judge/engine/events.h"
 
 namespace flumo::judge {
 
@@ -13,10 +12,6 @@ namespace {
 
 constexpr int kScripts = 8;
 constexpr int kEventsOfScript = 14;
-/// Panel pixels around the control's frame in which nothing may be drawn, beyond the one that smooth edges
-/// reach into.
-constexpr int kMargin = 20;
-
 struct PlaceRow {
     const char* name;
     int width;
@@ -30,11 +25,12 @@ constexpr std::pair<const char*, host::PixelLayout> kLayouts[] = {{"argb", host:
                                                                   {"neither", host::PixelLayout::kNeither}};
 
 host::ControlPlace place_of(const host::Control& control, int width, int height) {
-    return {.index = control.index, .frame = {kMargin, kMargin, kMargin + width, kMargin + height}};
+    return {.index = control.index,
+            .frame = {kPanelMargin, kPanelMargin, kPanelMargin + width, kPanelMargin + height}};
 }
 
 host::PanelOptions panel_around(int width, int height, host::PixelLayout layout = host::PixelLayout::kBgra) {
-    return {.width = width + 2 * kMargin, .height = height + 2 * kMargin, .layout = layout};
+    return {.width = width + 2 * kPanelMargin, .height = height + 2 * kPanelMargin, .layout = layout};
 }
 
 bool is_within(const PF_UnionableRect& frame, int x, int y) {
@@ -133,26 +129,10 @@ class Script {
     bool may_fail_ = false;
 };
 
-/// The value that clicks have left must be storable, and a frame with it renderable.
-void judge_value(Fixture& fixture, host::Instance& instance, const host::Control& control) {
-    CaseContext& context = fixture.context();
-    if (control.kind == host::ControlKind::kArbitrary) {
-        const auto value = std::get<host::Arbitrary>(instance.value_at(control.index, 0));
-        const auto back = host::ArbitraryValue::unflatten(fixture.host(), control, value->flatten());
-        context.expect(value->compare(*back) == PF_ArbCompare_EQUAL, "an edited value that is stored equal",
-                       "another value");
-    }
-    if (!fixture.has_flag2(PF_OutFlag2_SUPPORTS_SMART_RENDER)) return;
-    host::FrameRequest request;
-    request.width = 20;
-    request.height = 12;
-    judged_frame(context, instance, request);
-}
-
 void send_foreign(CaseContext& context, host::Instance& instance, PF_ParamIndex index, PF_EventType type,
                   PF_EffectArea area) {
     host::Panel panel(panel_around(150, 50));
-    const PF_UnionableRect frame{kMargin, kMargin, kMargin + 150, kMargin + 50};
+    const PF_UnionableRect frame{kPanelMargin, kPanelMargin, kPanelMargin + 150, kPanelMargin + 50};
     host::ControlEvents events(instance, {.index = index, .frame = frame, .area = area}, &panel);
     PF_EventExtra event{};
     event.e_type = type;

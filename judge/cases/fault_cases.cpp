@@ -259,7 +259,7 @@ std::string pixels_of(const host::World& world) {
 void sweep_frame(Fixture& fixture, host::Depth depth) {
     const auto caller = CallersContext::make();
     const auto instance = fixture.host().new_instance();
-    set_layers(*instance, depth, 3);
+    set_layers(*instance, {.depth = depth, .row_padding = 3});
     host::FrameRequest request;
     request.width = 21;
     request.height = 13;

@@ -23,13 +23,6 @@ host::FrameRequest frame_of(int width, int height, host::Depth depth, int row_pa
     return request;
 }
 
-/// A step for each depth, named after it.
-void for_each_depth(Fixture& fixture, const std::string& name, const std::function<void(host::Depth)>& body) {
-    for (const host::Depth depth : depths_of(fixture)) {
-        fixture.step(name + "@" + std::to_string(static_cast<int>(depth)), [&] { body(depth); });
-    }
-}
-
 /// What the host asks when only some part of a 40 x 30 frame is seen.
 constexpr std::pair<const char*, PF_LRect> kRegions[] = {
     {"inside", {5, 7, 20, 19}},       {"corner", {0, 0, 1, 1}},     {"last-pixel", {39, 29, 40, 30}},
@@ -52,7 +45,7 @@ void judge_region(CaseContext& context, host::Instance& instance, const host::Fr
 void judge_padding(CaseContext& context, host::Instance& instance, host::Depth depth) {
     std::optional<host::World> plain;
     for (const int padding : kPaddings) {
-        set_layers(instance, depth, padding);
+        set_layers(instance, {.depth = depth, .row_padding = padding});
         host::FrameRequest request = frame_of(19, 11, depth, padding);
         const host::World frame = judged_frame(context, instance, request);
         if (plain) judge_same(context, *plain, frame, "rows without padding");
@@ -77,7 +70,7 @@ void judge_repetition(Fixture& fixture, host::Depth depth) {
 
 void judge_context(Fixture& fixture, host::Depth depth, const std::function<bool()>& is_kept) {
     const auto instance = fixture.host().new_instance();
-    set_layers(*instance, depth, 0);
+    set_layers(*instance, {.depth = depth});
     for (int frame = 0; frame < 2; ++frame) {
         instance->render(frame_of(16 + frame, 9, depth));
         fixture.context().expect(is_kept(), "the caller's OpenGL state kept", "another context or interface");

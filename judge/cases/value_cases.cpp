@@ -15,13 +15,7 @@ namespace {
 using SharedValue = std::shared_ptr<host::ArbitraryValue>;
 
 constexpr int kDamagedValues = 200;
-
-/// A step for each control that holds arbitrary data, named after the control's place.
-void for_each_control(Fixture& fixture, const std::string& name,
-                      const std::function<void(const host::Control&)>& body) {
-    for (const host::Control* control : arbitrary_controls(fixture.host()))
-        fixture.step(name + "-" + std::to_string(control->index), [&] { body(*control); });
-}
+constexpr int kForeignBytes = 32;
 
 /// A default and a fresh value; what comes between them too.
 std::array<SharedValue, 3> sample_values(host::Host& host, const host::Control& control) {
@@ -117,6 +111,20 @@ void take_damaged(Fixture& fixture, const host::Control& control, std::span<cons
     static_cast<void>(host::ArbitraryValue::interpolate(*value, *again, 0.5)->compare(*value));
 }
 
+/// Bytes after the end are no part of the value. An effect may refuse them.
+void take_extended(Fixture& fixture, const host::Control& control, std::vector<std::byte> bytes, int more,
+                   std::mt19937_64& random) {
+    const SharedValue plain = host::ArbitraryValue::unflatten(fixture.host(), control, bytes);
+    for (int i = 0; i < more; ++i)
+        bytes.push_back(static_cast<std::byte>(random()));
+    try {
+        const SharedValue extended = host::ArbitraryValue::unflatten(fixture.host(), control, bytes);
+        fixture.context().expect(equal(*extended, *plain), "the value without the bytes after its end",
+                                 "another value");
+    } catch (const host::HostError&) {
+    }
+}
+
 std::vector<std::byte> damaged(std::vector<std::byte> bytes, std::mt19937_64& random) {
     bytes.resize(static_cast<std::size_t>(between(random, 0, static_cast<int>(bytes.size()) + 16)));
     for (int i = between(random, 1, 8); i > 0 && !bytes.empty(); --i)
@@ -128,14 +136,14 @@ std::vector<std::byte> damaged(std::vector<std::byte> bytes, std::mt19937_64& ra
 
 void play_copies(CaseContext& context) {
     with_fixture(context, [](Fixture& fixture) {
-        for_each_control(fixture, "copy",
-                         [&](const host::Control& control) { judge_copy(fixture, control); });
+        for_each_arbitrary(fixture, "copy",
+                           [&](const host::Control& control) { judge_copy(fixture, control); });
     });
 }
 
 void play_stored_values(CaseContext& context) {
     with_fixture(context, [](Fixture& fixture) {
-        for_each_control(fixture, "stored", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "stored", [&](const host::Control& control) {
             for (const SharedValue& value : sample_values(fixture.host(), control))
                 judge_stored(fixture, control, *value);
         });
@@ -144,7 +152,7 @@ void play_stored_values(CaseContext& context) {
 
 void play_interpolation(CaseContext& context) {
     with_fixture(context, [](Fixture& fixture) {
-        for_each_control(fixture, "between", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "between", [&](const host::Control& control) {
             const auto values = sample_values(fixture.host(), control);
             judge_interpolation(fixture.context(), *values[0], *values[1]);
             judge_interpolation(fixture.context(), *values[1], *values[0]);
@@ -154,7 +162,7 @@ void play_interpolation(CaseContext& context) {
 
 void play_comparison(CaseContext& context) {
     with_fixture(context, [](Fixture& fixture) {
-        for_each_control(fixture, "compared", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "compared", [&](const host::Control& control) {
             const auto values = sample_values(fixture.host(), control);
             for (const SharedValue& a : values) {
                 fixture.context().expect(equal(*a, *a), "a value that equals itself", "it does not");
@@ -169,11 +177,11 @@ void play_comparison(CaseContext& context) {
 
 void play_value_texts(CaseContext& context) {
     with_fixture(context, [](Fixture& fixture) {
-        for_each_control(fixture, "printed", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "printed", [&](const host::Control& control) {
             for (const SharedValue& value : sample_values(fixture.host(), control))
                 judge_text(fixture, control, *value);
         });
-        for_each_control(fixture, "scanned", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "scanned", [&](const host::Control& control) {
             const std::string own = host::ArbitraryValue::default_of(fixture.host(), control)->print();
             for (const std::string& text : {own, std::string(), own.substr(0, own.size() / 2),
                                             std::string("%s%n"), std::string(5000, 'x')})
@@ -184,7 +192,7 @@ void play_value_texts(CaseContext& context) {
 
 void play_refusals(CaseContext& context) {
     with_fixture(context, [](Fixture& fixture) {
-        for_each_control(fixture, "selector", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "selector", [&](const host::Control& control) {
             for (const PF_FunctionSelector selector : {-1, 11, 1000}) {
                 const PF_Err error = call_arbitrary(fixture.host(), control, selector, [](auto&) {});
                 fixture.context().expect(error != PF_Err_NONE,
@@ -199,12 +207,17 @@ void play_hostile_values(CaseContext& context) {
         const auto stored = [&](const host::Control& control) {
             return host::ArbitraryValue::default_of(fixture.host(), control)->flatten();
         };
-        for_each_control(fixture, "truncated", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "truncated", [&](const host::Control& control) {
             const std::vector<std::byte> bytes = stored(control);
             for (std::size_t size = 0; size < bytes.size(); ++size)
                 take_damaged(fixture, control, std::span(bytes).first(size));
         });
-        for_each_control(fixture, "damaged", [&](const host::Control& control) {
+        for_each_arbitrary(fixture, "foreign-end", [&](const host::Control& control) {
+            std::mt19937_64 random = fixture.context().random("foreign-end");
+            for (int more = 1; more <= kForeignBytes; ++more)
+                take_extended(fixture, control, stored(control), more, random);
+        });
+        for_each_arbitrary(fixture, "damaged", [&](const host::Control& control) {
             std::mt19937_64 random = fixture.context().random("damaged");
             for (int i = 0; i < kDamagedValues; ++i)
                 take_damaged(fixture, control, damaged(stored(control), random));

@@ -74,6 +74,12 @@ std::vector<const host::Control*> arbitrary_controls(host::Host& host) {
         "no control holds arbitrary data");
 }
 
+void for_each_arbitrary(Fixture& fixture, const std::string& name,
+                        const std::function<void(const host::Control&)>& body) {
+    for (const host::Control* control : arbitrary_controls(fixture.host()))
+        fixture.step(name + "-" + std::to_string(control->index), [&] { body(*control); });
+}
+
 std::vector<const host::Control*> drawn_controls(host::Host& host) {
     return controls_where(
         host, [](const host::Control& control) { return control.has_value() && control.has_custom_ui(); },

@@ -50,6 +50,9 @@ void with_fixture(CaseContext& context, const std::function<void(Fixture&)>& bod
 
 /// The controls that hold arbitrary data. Throws Skipped when there is none.
 std::vector<const host::Control*> arbitrary_controls(host::Host& host);
+/// A step "NAME-INDEX" for each of them.
+void for_each_arbitrary(Fixture& fixture, const std::string& name,
+                        const std::function<void(const host::Control&)>& body);
 /// The controls that draw themselves. Throws Skipped when there is none.
 std::vector<const host::Control*> drawn_controls(host::Host& host);
 

@@ -11,20 +11,10 @@ namespace {
 
 constexpr std::byte kMarks[2] = {std::byte{0x5A}, std::byte{0xC3}};
 
-host::WorldShape announced_shape(const host::FrameRequest& request, const PF_LRect& result) {
-    host::WorldShape shape{.depth = request.depth, .row_padding = request.row_padding};
-    if (host::is_empty(result)) return shape;
-    shape.width = result.right - result.left;
-    shape.height = result.bottom - result.top;
-    shape.origin_x = result.left;
-    shape.origin_y = result.top;
-    return shape;
-}
-
 host::World marked_frame(CaseContext& context, host::Instance& instance, const host::FrameRequest& request,
                          std::byte mark) {
     const host::World input = *request.input;
-    host::World world(announced_shape(request, instance.plan(request).result_rect));
+    host::World world(host::output_shape(request, instance.plan(request).result_rect));
     world.fill_bytes(mark);
     instance.render(request, world);
     context.expect(world.guards_intact(), "nothing written outside of the pixels",
@@ -80,7 +70,8 @@ host::Value random_value(host::Host& host, const host::Control& control, std::mt
         const int width = between(random, 1, 40);
         const int height = between(random, 1, 40);
         const int padding = between(random, 0, 5);
-        return pattern(width, height, depth, padding, between(random, 0, 9));
+        return pattern({.width = width, .height = height, .depth = depth, .row_padding = padding},
+                       between(random, 0, 9));
     }
     const auto standard = host::ArbitraryValue::default_of(host, control);
     const double t = between(random, 0, 4) / 4.0;
@@ -98,16 +89,21 @@ std::vector<host::Depth> depths_of(const Fixture& fixture) {
     return depths;
 }
 
+void for_each_depth(Fixture& fixture, const std::string& name, const std::function<void(host::Depth)>& body) {
+    for (const host::Depth depth : depths_of(fixture)) {
+        fixture.step(name + "@" + std::to_string(static_cast<int>(depth)), [&] { body(depth); });
+    }
+}
+
 std::string name_of(const host::FrameRequest& request) {
     return std::to_string(request.width) + "x" + std::to_string(request.height) + "@" +
            std::to_string(static_cast<int>(request.depth)) + "+" + std::to_string(request.row_padding);
 }
 
-host::Layer pattern(int width, int height, host::Depth depth, int row_padding, int variant) {
-    auto world = std::make_shared<host::World>(
-        host::WorldShape{.width = width, .height = height, .depth = depth, .row_padding = row_padding});
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
+host::Layer pattern(const host::WorldShape& shape, int variant) {
+    auto world = std::make_shared<host::World>(shape);
+    for (int y = 0; y < shape.height; ++y) {
+        for (int x = 0; x < shape.width; ++x) {
             const auto share = [&](int a, int b) {
                 return static_cast<float>((x * a + y * b + variant * 13) % 29) / 28.0f;
             };
@@ -117,24 +113,40 @@ host::Layer pattern(int width, int height, host::Depth depth, int row_padding, i
     return world;
 }
 
-host::World judged_frame(CaseContext& context, host::Instance& instance, const host::FrameRequest& request) {
+host::Layer input_pattern(const host::FrameRequest& request) {
+    host::InputLayers unused;
+    const PF_EffectWorld place = host::begin_frame(request, unused).input_record;
+    return pattern({.width = place.width,
+                    .height = place.height,
+                    .depth = request.depth,
+                    .row_padding = request.row_padding,
+                    .bottom_up = request.bottom_up,
+                    .extra_flags = request.extra_world_flags});
+}
+
+ObservedFrame observed_frame(CaseContext& context, host::Instance& instance,
+                             const host::FrameRequest& request) {
     host::FrameRequest asked = request;
-    if (!asked.input) {
-        const PF_LRect all = begin_frame(request, instance.host().input_layers()).frame_rect;
-        asked.input = pattern(all.right, all.bottom, request.depth, request.row_padding);
-    }
-    host::World first = marked_frame(context, instance, asked, kMarks[0]);
+    if (!asked.input) asked.input = input_pattern(request);
+    ObservedFrame observed{.frame = marked_frame(context, instance, asked, kMarks[0])};
     const host::World second = marked_frame(context, instance, asked, kMarks[1]);
-    if (first.width() != second.width() || first.height() != second.height()) {
-        context.finding("one size at each asking", "two sizes");
-        return first;
+    if (observed.frame.width() != second.width() || observed.frame.height() != second.height()) {
+        context.finding("one size each time", "two sizes");
+        return observed;
     }
-    const Difference difference = compare(first, second);
-    context.expect(difference.unwritten == 0, "success only with every pixel written",
-                   pixels(difference.unwritten, first) + " untouched");
-    context.expect(difference.changing == 0, "the same frame each time",
-                   pixels(difference.changing, first) + " different");
-    return first;
+    const Difference difference = compare(observed.frame, second);
+    observed.unwritten = difference.unwritten;
+    observed.changing = difference.changing;
+    return observed;
+}
+
+host::World judged_frame(CaseContext& context, host::Instance& instance, const host::FrameRequest& request) {
+    ObservedFrame observed = observed_frame(context, instance, request);
+    context.expect(observed.unwritten == 0, "success only with every pixel written",
+                   pixels(observed.unwritten, observed.frame) + " untouched");
+    context.expect(observed.changing == 0, "the same frame each time",
+                   pixels(observed.changing, observed.frame) + " different");
+    return std::move(observed.frame);
 }
 
 void judge_same(CaseContext& context, const host::World& expected, const host::World& seen,
@@ -154,10 +166,12 @@ void set_randomly(host::Instance& instance, std::mt19937_64& random, host::Depth
     }
 }
 
-void set_layers(host::Instance& instance, host::Depth depth, int row_padding) {
+void set_layers(host::Instance& instance, host::WorldShape shape) {
+    shape.width = 13;
+    shape.height = 9;
     for (const host::Control& control : instance.host().controls()) {
         if (control.kind == host::ControlKind::kLayer)
-            instance.set(control.index, pattern(13, 9, depth, row_padding, control.index));
+            instance.set(control.index, pattern(shape, control.index));
     }
 }
 

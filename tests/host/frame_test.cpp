@@ -44,13 +44,15 @@ TEST_F(Frames, CarryTimePlaceAndDepth) {
                       .rate = {30000, 1001},
                       .downsample_x = {1, 2},
                       .downsample_y = {1, 3},
-                      .region = PF_LRect{-5, 2, 20, 99}});
+                      .region = PF_LRect{-5, 2, 20, 99},
+                      .local_step = -2});
     EXPECT_EQ(in.width, 101) << "the full resolution, whatever the downsampling";
     EXPECT_EQ(in.height, 60);
     EXPECT_EQ(in.downsample_x.den, 2u);
     EXPECT_EQ(in.downsample_y.den, 3u);
     EXPECT_EQ(in.current_time, 48 * 1001);
     EXPECT_EQ(in.time_step, 1001);
+    EXPECT_EQ(in.local_time_step, -2002);
     EXPECT_EQ(in.time_scale, 30000u);
     EXPECT_EQ(in.num_params, int{kControlsEnd});
     EXPECT_EQ(in.appl_id, kAfterEffectsApplId);
@@ -120,6 +122,26 @@ TEST_F(Frames, ArriveInTheCallersWorld) {
     EXPECT_EQ(world.record().origin_x, 2);
     instance->render({.width = 16, .height = 9, .region = PF_LRect{20, 0, 30, 9}}, world);
     EXPECT_EQ(world.width(), 0) << "nothing of the layer was asked for";
+    instance->render({.width = 16, .height = 9, .bottom_up = true, .extra_world_flags = 0x02000000}, world);
+    EXPECT_EQ(world.record().rowbytes, -24 * 4);
+    EXPECT_EQ(world.record().world_flags, 0x02000002);
+    EXPECT_EQ(world.rgba(15, 8), (Rgba{1, 0, 0, 1}));
+    EXPECT_TRUE(world.guards_intact());
+}
+
+TEST_F(Frames, OfAnEmptyResultAreTheInput) {
+    effect.on[PF_Cmd_SMART_PRE_RENDER] = [](EffectCall&) { return PF_Err_NONE; };
+    auto layer = std::make_shared<World>(WorldShape{.width = 10, .height = 7, .bottom_up = true});
+    layer->set_rgba(4, 1, {0, 1, 0, 1});
+    const World world = instance->render({.width = 16,
+                                          .height = 9,
+                                          .region = PF_LRect{5, 3, 30, 9},
+                                          .input = layer,
+                                          .input_rect = PF_LRect{2, 2, 12, 9}});
+    EXPECT_EQ(world.width(), 7);
+    EXPECT_EQ(world.height(), 6);
+    EXPECT_EQ(world.record().origin_x, 5);
+    EXPECT_EQ(world.rgba(1, 0), (Rgba{0, 1, 0, 1}));
 }
 
 TEST_F(Frames, RefuseRequestsWithoutSense) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <set>
 
 #include "host/control_events.h"
 #include "host/instance.h"
@@ -89,10 +90,12 @@ TEST_F(Panels, PaintCountObjectsAndRefuseStrangers) {
 
 TEST_F(Panels, ClicksBecomeDragsWithTheSameWords) {
     std::vector<std::string> log;
+    std::set<PF_ContextH> contexts;
     effect.on[PF_Cmd_EVENT] = [&](EffectCall& call) -> PF_Err {
         PF_EventExtra& event = call.event();
         PF_DoClickEventInfo& click = event.u.do_click;
         EXPECT_EQ(event.e_type, PF_Event_DO_CLICK);
+        contexts.insert(event.contextH);
         log.push_back((click.send_drag ? "drag " : "click ") + std::to_string(click.screen_point.h) +
                       " word " + std::to_string(click.continue_refcon[2]) + (click.last_time ? " last" : "") +
                       " clicks " + std::to_string(click.num_clicks));
@@ -109,6 +112,7 @@ TEST_F(Panels, ClicksBecomeDragsWithTheSameWords) {
     events.release({9, 6});
     EXPECT_THAT(log, ElementsAre("click 5 word 0 clicks 2", "drag 7 word 10 clicks 2",
                                  "drag 9 word 20 last clicks 2"));
+    EXPECT_EQ(contexts.size(), 1u) << "one context for all events";
     EXPECT_THROW(events.drag({1, 1}), std::logic_error);
 }
 

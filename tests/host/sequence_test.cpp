@@ -78,6 +78,18 @@ TEST_F(Sequences, DuplicatesCopyValuesThroughTheEffect) {
               std::get<Arbitrary>(instance->value_at(kNumber, 0))->handle());
 }
 
+TEST_F(Sequences, RenderCopiesKnowNoSetUp) {
+    auto instance = host.new_instance();
+    instance->set(kAmount, 3.0);
+    log.clear();
+    seen.clear();
+    const auto copy = instance->render_copy(bytes_of("project"));
+    EXPECT_EQ(std::get<double>(copy->value_at(kAmount, 0)), 3);
+    EXPECT_EQ(instance->render_copy({})->sequence_data(), nullptr);
+    EXPECT_THAT(log, ElementsAre("resetup"));
+    EXPECT_EQ(seen, "p");
+}
+
 TEST_F(Sequences, ErrorsComeOutAndLeaveNothing) {
     effect.on[PF_Cmd_SEQUENCE_FLATTEN] = [](EffectCall&) { return PF_Err_INTERNAL_STRUCT_DAMAGED; };
     auto instance = host.new_instance();

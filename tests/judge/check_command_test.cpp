@@ -2,8 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sstream>
 
 #include "effect/entry/pipl.h"
@@ -19,6 +22,7 @@ using nlohmann::json;
 using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -52,9 +56,9 @@ TEST_F(CheckCommand, HoldsAnEffectToWhatIsExpected) {
         return flumo_check({broken_module("Sound"), "--level", "2", "--expect", path}).findings();
     };
     constexpr int kVersion = PF_VERSION(1, 0, 0, PF_Stage_RELEASE, 0);
-    EXPECT_EQ(findings(33587216, kVersion, 2, 100), "");
-    EXPECT_EQ(findings(33587220, 1, 12, 101),
-              "entry.expected: outFlags 33587220; 33587216\n"
+    EXPECT_EQ(findings(33587220, kVersion, 2, 100), "");
+    EXPECT_EQ(findings(33587216, 1, 12, 101),
+              "entry.expected: outFlags 33587216; 33587220\n"
               "entry.expected: version 1; 525824\n"
               "params.expected: for control 2 diskId 12; 2\n"
               "params.expected: for control 2 slider [0,101]; [0.0,100.0]\n");
@@ -98,8 +102,51 @@ TEST_F(CheckCommand, ReportsFilesThatAreNoModules) {
     EXPECT_EQ(no_module.report["cases"].size(), 1u);
     EXPECT_EQ(no_module.report["notPlayed"], all_cases().size() - 1);
     EXPECT_EQ(flumo_check({text + "x"}).status, 3);
-    EXPECT_EQ(flumo_check({broken_module("Sound"), "--expect", text}).status, 3);
     EXPECT_EQ(flumo_check({broken_module("Sound"), "--resource", text + "x"}).status, 3);
+}
+
+TEST_F(CheckCommand, ReportsAModuleThatIsCutShort) {
+    const std::string cut = write("cut.so", "");
+    std::filesystem::copy_file(FLUMO_MODULE, cut, std::filesystem::copy_options::overwrite_existing);
+    for (const std::uintmax_t size : {100000, 70}) {
+        std::filesystem::resize_file(cut, size);
+        EXPECT_THAT(flumo_check({cut}).findings(),
+                    HasSubstr("entry.load: a module with both exports; " + cut));
+        EXPECT_THAT(output_of("render -o /dev/null --module " + cut + " 2>&1; echo $?"),
+                    AllOf(HasSubstr("cut short"), EndsWith("\n3\n")));
+    }
+    EXPECT_THAT(output_of("check / 2>&1; echo $?"), AllOf(HasSubstr("a directory"), EndsWith("\n3\n")));
+}
+
+TEST_F(CheckCommand, RefusesExpectationsThatNothingIsComparedWith) {
+    for (const auto& [text, message] :
+         {std::pair("no JSON", "expected a JSON object or array"), std::pair("{}", "expects nothing"),
+          std::pair("[]", "expects nothing"), std::pair(R"({"nmae": "Small"})", "unknown key \"nmae\""),
+          std::pair(R"([{"diskID": 1}])", "control 1: unknown key \"diskID\"")}) {
+        const std::string path = write("expected.json", text);
+        EXPECT_THAT(output_of("check " + broken_module("Sound") + " --expect " + path + " 2>&1; echo $?"),
+                    AllOf(HasSubstr(path + ": " + message), EndsWith("\n3\n")));
+    }
+}
+
+// An unset variable of a shell gives an empty text, which must not stand for our own module.
+TEST_F(CheckCommand, AnEmptyModuleIsAUsageError) {
+    for (const char* command : {"check ''", "controls --module ''", "info --module ''",
+                                "panel Gradient --module ''", "render -o /dev/null --module ''"})
+        EXPECT_THAT(output_of(std::string(command) + " 2>&1; echo $?"), EndsWith("expected a file\n2\n"))
+            << command;
+}
+
+// Names in the guide and in the help text are those of our module.
+TEST_F(CheckCommand, PlaysTheStepsThatItsGuideNames) {
+    std::ifstream guide(CHECKING_GUIDE);
+    const std::string text = std::string(std::istreambuf_iterator(guide), {}) + output_of("check --help");
+    const std::regex named("flumo check Flumo.so --seed (\\d+) --reproduce (\\S+)");
+    int count = 0;
+    for (std::sregex_iterator it(text.begin(), text.end(), named), end; it != end; ++it, ++count)
+        EXPECT_EQ(flumo_check({FLUMO_MODULE, "--seed", (*it)[1], "--reproduce", (*it)[2]}).status, 0)
+            << it->str();
+    EXPECT_GE(count, 3);
 }
 
 TEST_F(CheckCommand, RefusesOptionsThatMakeNoSense) {

@@ -10,11 +10,8 @@ namespace flumo::broken {
 
 namespace {
 
-constexpr int kLive = 7;
-constexpr int kStored = 0x464c4154;
-
-constexpr PF_OutFlags kFlags =
-    PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING | PF_OutFlag_CUSTOM_UI | PF_OutFlag_DEEP_COLOR_AWARE;
+constexpr PF_OutFlags kFlags = PF_OutFlag_NON_PARAM_VARY | PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING |
+                               PF_OutFlag_CUSTOM_UI | PF_OutFlag_DEEP_COLOR_AWARE;
 constexpr PF_OutFlags2 kFlags2 = PF_OutFlag2_SUPPORTS_SMART_RENDER | PF_OutFlag2_FLOAT_COLOR_AWARE |
                                  PF_OutFlag2_SUPPORTS_GET_FLATTENED_SEQUENCE_DATA |
                                  PF_OutFlag2_SUPPORTS_THREADED_RENDERING;
@@ -28,6 +25,7 @@ PF_Err global_setup(const PF_InData& in, PF_OutData& out) {
     out.out_flags = kFlags;
     out.out_flags2 = kFlags2;
     if (is("HidesItsInterface")) out.out_flags &= ~PF_OutFlag_CUSTOM_UI;
+    if (is("HidesTimeDependence")) out.out_flags &= ~PF_OutFlag_NON_PARAM_VARY;
     if (is("ClaimsFloatsAlone")) out.out_flags2 &= ~PF_OutFlag2_SUPPORTS_SMART_RENDER;
     if (is("TrustsBasicSuite") && !in.pica_basicP->AcquireSuite) return PF_Err_BAD_CALLBACK_PARAM;
     return new_number(in, 1, &out.global_data);
@@ -97,7 +95,20 @@ PF_Err dispose(const PF_InData& in, PF_Handle handle, bool keeps) {
     return PF_Err_NONE;
 }
 
-PF_Err answer_other(PF_Cmd command) {
+/// Live data in the place of stored or of live data, which is the host's to dispose of.
+PF_Err resetup(const PF_InData& in, PF_OutData& out) {
+    is_being_saved = false;
+    return replace_sequence(in, out, is("RefusesResetData") ? kStored : kLive, is("DisposesOfResetData"));
+}
+
+PF_Err flatten(const PF_InData& in, PF_OutData& out) {
+    is_being_saved = true;
+    return replace_sequence(in, out, kStored, !is("KeepsSequence"));
+}
+
+PF_Err answer_other(PF_Cmd command, const void* extra) {
+    if (is("TrustsExtra") && command == PF_Cmd_USER_CHANGED_PARAM && *static_cast<const int*>(extra) < 0)
+        return PF_Err_INVALID_INDEX;
     if (is("ThrowsOutOfEntry") && command == PF_Cmd_UNUSED_0) throw std::runtime_error("out of the entry");
     const bool is_known = command >= PF_Cmd_ABOUT && command <= PF_Cmd_GET_FLATTENED_SEQUENCE_DATA;
     return is("AnswersUnknownCommands") && !is_known ? PF_Err_INTERNAL_STRUCT_DAMAGED : PF_Err_NONE;
@@ -115,10 +126,11 @@ PF_Err answer(PF_Cmd command, const PF_InData& in, PF_OutData& out, PF_ParamDef*
         case PF_Cmd_PARAMS_SETUP:
             return params_setup(in, out);
         case PF_Cmd_SEQUENCE_SETUP:
-        case PF_Cmd_SEQUENCE_RESETUP:
             return replace_sequence(in, out, kLive, false);
+        case PF_Cmd_SEQUENCE_RESETUP:
+            return resetup(in, out);
         case PF_Cmd_SEQUENCE_FLATTEN:
-            return replace_sequence(in, out, kStored, !is("KeepsSequence"));
+            return flatten(in, out);
         case PF_Cmd_GET_FLATTENED_SEQUENCE_DATA:
             return replace_sequence(in, out, kStored, is("FreesLiveSequence"));
         case PF_Cmd_SEQUENCE_SETDOWN:
@@ -128,11 +140,11 @@ PF_Err answer(PF_Cmd command, const PF_InData& in, PF_OutData& out, PF_ParamDef*
         case PF_Cmd_SMART_PRE_RENDER:
             return pre_render(in, *static_cast<PF_PreRenderExtra*>(extra));
         case PF_Cmd_SMART_RENDER:
-            return render(in, *static_cast<PF_SmartRenderExtra*>(extra));
+            return render(in, params, *static_cast<PF_SmartRenderExtra*>(extra));
         case PF_Cmd_EVENT:
             return answer_event(in, params, *static_cast<PF_EventExtra*>(extra));
         default:
-            return answer_other(command);
+            return answer_other(command, extra);
     }
 }
 

@@ -5,6 +5,10 @@
 
 namespace flumo::broken {
 
+/// Kept by faulty effects, which expect one panel and one drag at a time.
+inline PF_UnionableRect last_drawn_frame{};
+inline int drags_ended = 0;
+
 constexpr bool is_own(const PF_EventExtra& event) {
     return event.effect_win.index == kShade && event.effect_win.area == PF_EA_CONTROL;
 }
@@ -42,6 +46,7 @@ inline PF_Err draw(const PF_InData& in, PF_EventExtra& event, double level) {
     }
     if (!reference) return PF_Err_INTERNAL_STRUCT_DAMAGED;
     const PF_UnionableRect& frame = event.effect_win.current_frame;
+    last_drawn_frame = frame;
     const auto width = static_cast<float>((frame.right - frame.left) * (0.1 + 0.9 * level));
     const auto height = static_cast<float>(frame.bottom - frame.top + (is("DrawsOutside") ? 8 : 0));
     const PF_Err error =
@@ -52,7 +57,11 @@ inline PF_Err draw(const PF_InData& in, PF_EventExtra& event, double level) {
 }
 
 inline void click(PF_EventExtra& event, PF_ParamDef& param, Shade& shade) {
-    const PF_UnionableRect& frame = event.effect_win.current_frame;
+    const bool is_drag = event.u.do_click.send_drag;
+    if (!is_drag) drags_ended = 0;
+    if (is("EndsDragOnce") && is_drag && drags_ended > 0) std::abort();
+    drags_ended += event.u.do_click.last_time;
+    const PF_UnionableRect& frame = is("KnowsOnePanel") ? last_drawn_frame : event.effect_win.current_frame;
     const double width = std::max(frame.right - frame.left, 1);
     const double level = (event.u.do_click.screen_point.h - frame.left) / width;
     shade.level = std::clamp(level, 0.0, 1.0);

@@ -16,7 +16,11 @@ struct Shade {
 
 inline void* const kRefcon = reinterpret_cast<void*>(0x5348414445);
 
+/// Read by one faulty effect only, which no thread shares.
+inline thread_local Shade* newest_shade = nullptr;
+
 inline PF_Err new_shade(const PF_InData& in, PF_ArbitraryH* place, Shade* content) {
+    newest_shade = content;
     const PF_Err error = new_handle(in, content, place, "KeepsHalfAValue");
     if (error && !is("ShallowCopy")) delete content;
     return error;
@@ -31,6 +35,8 @@ PF_Err with_shade(const PF_InData& in, PF_ArbitraryH handle, Use use) {
 inline PF_Err dispose_shade(const PF_InData& in, PF_ArbitraryH handle) {
     const PF_Err error = with_shade(in, handle, [](Shade& shade) {
         if (is("ShallowCopy")) shade.level = 9;
+        if (is("DisposesOfTheNewest") && newest_shade != &shade && newest_shade) newest_shade->level += 1;
+        if (newest_shade == &shade) newest_shade = nullptr;
         if (!is("ShallowCopy")) delete &shade;
     });
     if (!error) in.utils->host_dispose_handle(handle);
@@ -44,7 +50,9 @@ inline std::string text_of(const Shade& shade) {
 inline PF_Err unflatten_shade(const PF_InData& in, const void* bytes, A_u_long size, PF_ArbitraryH* place) {
     Shade shade;
     if (is("TrustsStoredBytes") && size < sizeof shade) std::abort();
-    if (size >= sizeof shade) std::memcpy(&shade, bytes, sizeof shade);
+    const auto* first = static_cast<const char*>(bytes);
+    if (is("ReadsTheLastBytes") && size >= sizeof shade) first += size - sizeof shade;
+    if (size >= sizeof shade) std::memcpy(&shade, first, sizeof shade);
     // Only a click makes numbers this large.
     if (is("CutsStoredValues")) shade.level = std::min(shade.level, 0.8);
     return new_shade(in, place, new Shade(shade));
@@ -56,6 +64,7 @@ inline PF_Err interpolate_shades(const PF_InData& in, const PF_ArbParamsExtra& e
     double right = 0;
     PF_Err error = with_shade(in, p.left_arbH, [&](Shade& shade) { left = shade.level; });
     if (!error) error = with_shade(in, p.right_arbH, [&](Shade& shade) { right = shade.level; });
+    if (is("KeepsFilledSlot") && *p.interpPH) return error;
     const double t = is("InterpolatesWrongly") ? 1 - p.tF : p.tF;
     return error ? error
                  : new_shade(in, p.interpPH, new Shade{left == right ? left : left + (right - left) * t});
@@ -109,6 +118,7 @@ inline PF_Err answer_arbitrary(const PF_InData& in, const PF_ArbParamsExtra& ext
             });
         case PF_Arbitrary_PRINT_FUNC:
             return with_shade(in, u.print_func_params.arbH, [&](Shade& shade) {
+                if (is("ChangesWhenPrinted")) shade.level += 1;
                 std::strncpy(u.print_func_params.print_bufferPC, text_of(shade).c_str(),
                              u.print_func_params.print_sizeLu);
             });

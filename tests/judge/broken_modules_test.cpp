@@ -32,7 +32,8 @@ void PrintTo(const Broken& broken, std::ostream* out) {
     *out << broken.fault;
 }
 
-constexpr const char* kWithFrames = "frames.*|events.clicks|faults.frames.*|threads.*";
+constexpr const char* kWithFrames =
+    "frames.*|events.(clicks|panel-life|two-panels)|faults.frames.*|threads.*";
 
 constexpr Broken kBroken[] = {
     {"HidesItsName", "entry.registration", "a match name of 1 to 31 characters; \"\""},
@@ -72,7 +73,7 @@ constexpr Broken kBroken[] = {
     {"Crashes", "frames.sizes", "the process ended by signal 6", kWithFrames},
     {"Exits", "frames.sizes", "the process ended with status 0", kWithFrames},
     {"Hangs", "frames.sizes", "no return within the time", ".*"},
-    {"WrongStride", "frames.row-padding", "the frame of rows without padding; "},
+    {"WrongStride", "frames.row-padding", "the frame of rows without padding; ", "frames.row-order"},
     {"CrashesOnParts", "frames.partial", "the process ended by signal"},
     {"RemembersFrames", "frames.repeat", "the frame of the first time; 336 of 336 pixels", kWithFrames},
     {"RemembersFrames", "frames.sizes", "the same frame each time; 35 of 35 pixels", kWithFrames},

@@ -38,7 +38,7 @@ RandomLook random_look(host::Host& host, std::uint64_t seed, int number, int wid
     constexpr host::Depth kDepths[] = {host::Depth::k8, host::Depth::k16, host::Depth::k32};
     const host::Depth depth = kDepths[random() % std::size(kDepths)];
     RandomLook look{host.new_instance(), {.width = width, .height = height, .depth = depth}};
-    judge::set_by_chance(*look.instance, random, depth);
+    judge::set_randomly(*look.instance, random, depth);
     set_some_to_default(*look.instance, random);
     limit_steps(*look.instance);
     return look;

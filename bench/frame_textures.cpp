@@ -2,8 +2,8 @@
 
 #include <glbinding/gl33core/gl.h>
 
-#include "effect/gradient/value/gradient_lock.h"
 #include "effect/gpu/gl/texture.h"
+#include "effect/gradient/value/gradient_lock.h"
 #include "effect/render/pixel_format.h"
 #include "effect/render/ramp_texture.h"
 #include "effect/render/upload.h"

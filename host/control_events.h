@@ -47,6 +47,7 @@ class ControlEvents {
     ControlEvents(Instance& instance, const ControlPlace& place, SuiteProvider* suites = nullptr);
     ControlEvents(const ControlEvents&) = delete;
     ControlEvents& operator=(const ControlEvents&) = delete;
+    ~ControlEvents() = default;
 
     /// The context is new, then active. A host need not send either.
     EventOutcome open();

@@ -58,7 +58,7 @@ class Host final : public CommandSender {
   public:
     explicit Host(const Module& module, HostOptions options = {});
     /// Sends the set-down when global set-up succeeded and none was sent.
-    ~Host();
+    ~Host() override;
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 

@@ -155,8 +155,9 @@ media::Picture contact_sheet(std::span<const SheetCell> cells, const SheetLayout
     cairo_set_source_rgb(context.get(), 0.11, 0.11, 0.11);
     cairo_paint(context.get());
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        const Box box{kMargin + double(i % columns) * (cell_width + kGap),
-                      kMargin + double(i / columns) * row_height, cell_width, cell_height};
+        const std::size_t row = i / columns;
+        const Box box{kMargin + double(i % columns) * (cell_width + kGap), kMargin + double(row) * row_height,
+                      cell_width, cell_height};
         draw_checks(context.get(), box);
         draw_picture(context.get(), cells[i].picture, box);
         draw_label(context.get(), cells[i].lines, layout.most_lines, box);

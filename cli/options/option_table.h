@@ -31,6 +31,10 @@ struct OptionRow {
     Repeats repeats = Repeats::kLastCounts;
 };
 
+inline std::string given_twice(const char* names, const std::string& first, const std::string& second) {
+    return std::string(names) + " is given twice, \"" + first + "\" and \"" + second + "\": expected one";
+}
+
 /// Adds the row to `command`. Parsing applies the options in the order in which they are written, so that the
 /// first mistake is the one that is reported. `options` must outlive the command.
 template <typename Options>
@@ -44,8 +48,7 @@ void add_option_row(CLI::App& command, Options& options, const OptionRow<Options
                         given = std::string()](const std::vector<std::string>& values) mutable {
         for (const std::string& value : values) {
             if (row.repeats == Repeats::kRefused && !given.empty())
-                throw usage_failure(std::string(row.names) + " is given twice, \"" + given + "\" and \"" +
-                                    value + "\": expected one");
+                throw usage_failure(given_twice(row.names, given, value));
             given = value;
             row.apply(options, value);
         }

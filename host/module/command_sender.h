@@ -23,7 +23,7 @@ class CommandSender {
 
   protected:
     CommandSender() = default;
-    ~CommandSender() = default;
+    virtual ~CommandSender() = default;
     CommandSender(const CommandSender&) = default;
     CommandSender& operator=(const CommandSender&) = default;
 };

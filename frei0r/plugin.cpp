@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <new>
 
 #include "frei0r/frame_time.h"
 #include "frei0r/instance.h"
@@ -26,7 +27,7 @@ class Plugin {
     /// A program that ends without f0r_deinit() may have ended the driver before: the effect goes with the
     /// process.
     ~Plugin() {
-        if (effect_) static_cast<void>(new std::shared_ptr<Effect>(std::move(effect_)));
+        if (effect_) static_cast<void>(new (std::nothrow) std::shared_ptr<Effect>(std::move(effect_)));
     }
 
     const scene::ControlCatalog& catalog() const { return catalog_; }

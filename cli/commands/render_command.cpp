@@ -80,7 +80,10 @@ ExitStatus render_job(const RenderOptions& options, const StdoutGuard& output, P
 
 ExitStatus render(const RenderOptions& options, const StdoutGuard& output) {
     if (options.print_scene)
-        return write_scene({.request = options, .output = {}, .module = options.module}, output);
+        return write_scene({.request = static_cast<const job::RenderRequest&>(options),
+                            .output = {},
+                            .module = options.module},
+                           output);
     if (!options.output) {
         if (isatty(STDERR_FILENO) == 1) std::fputs(kShortestExample, stderr);
         throw usage_failure("render needs an output file, such as: flumo render -o look.png");

@@ -18,12 +18,12 @@ struct Outcome {
 /// Sends commands outside an instance. The Host is one; values need no more of it.
 class CommandSender {
   public:
+    virtual ~CommandSender() = default;
     /// Reports what came back; throws nothing of the effect's.
     virtual Outcome send(PF_Cmd command, void* extra = nullptr) = 0;
 
   protected:
     CommandSender() = default;
-    virtual ~CommandSender() = default;
     CommandSender(const CommandSender&) = default;
     CommandSender& operator=(const CommandSender&) = default;
 };

@@ -97,14 +97,16 @@ void read_identity(const std::filesystem::path& path, const json& read, Expectat
     }
 }
 
+std::string unknown_key(const std::string& place, const std::string& key) {
+    return place + ": unknown key \"" + key + "\", expected " + listed(kControlKeys);
+}
+
 void require_known_keys(const std::filesystem::path& path, const json& controls) {
     for (std::size_t i = 0; controls.is_array() && i < controls.size(); ++i) {
         const std::string place = path.string() + ": control " + std::to_string(i + 1);
         if (!controls[i].is_object()) throw std::runtime_error(place + ": expected an object");
         for (const auto& [key, value] : controls[i].items()) {
-            if (!is_known(kControlKeys, key))
-                throw std::runtime_error(place + ": unknown key \"" + key + "\", expected " +
-                                         listed(kControlKeys));
+            if (!is_known(kControlKeys, key)) throw std::runtime_error(unknown_key(place, key));
         }
     }
 }

@@ -158,7 +158,7 @@ std::string needs_as_text(const scene::ControlCatalog& catalog) {
     }
     std::string table = "| needs | controls |\n|---|---|\n";
     for (const auto& [text, ids] : rows)
-        table += "| " + text + " | " + ids + " |\n";
+        table.append("| ").append(text).append(" | ").append(ids).append(" |\n");
     return table;
 }
 

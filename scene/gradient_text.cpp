@@ -78,9 +78,9 @@ std::vector<Stop> parse_compact(std::string_view text) {
 std::vector<Stop> parse_compact_lines(std::string_view text) {
     const std::vector<std::string_view> lines = split(text, '\n');
     std::vector<Stop> stops;
-    for (std::string_view line : lines) {
-        const bool is_last = line.end() == text.end();
-        line = trimmed(line);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const bool is_last = i + 1 == lines.size();
+        std::string_view line = trimmed(lines[i]);
         if (line.empty() && lines.size() > 1) continue;
         if (!is_last && line.ends_with(',')) line.remove_suffix(1);
         const std::vector<Stop> more = parse_compact(line);

@@ -3,7 +3,7 @@
 //
 //   for (const Fault& fault : faults_of(host, operation)) {
 //       const FaultyRun run = run_with(host, operation, fault, 7321);
-//       ...                                        // judge what came of it
+//       ...                                        // judge the result
 //       operation.restore();
 //   }
 #pragma once
@@ -17,7 +17,7 @@
 
 namespace flumo::judge {
 
-/// What came of an operation.
+/// The result of an operation.
 struct Answer {
     /// The effect reported an error, or visibly gave nothing.
     bool refused = false;

@@ -79,7 +79,7 @@ void judge_disposals(Fixture& fixture, const host::Control& control) {
         for (const SharedValue& each : {value, value->copy()})
             copies.push_back({each, each->flatten()});
     }
-    std::ranges::rotate(copies, copies.begin() + 3);
+    std::rotate(copies.begin(), copies.begin() + 3, copies.end());
     while (!copies.empty()) {
         copies.erase(copies.begin());
         for (const Copy& left : copies) {

@@ -87,9 +87,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     if (text.find('@') != text.npos) return 0;
     try {
         kReaders[data[0] % std::size(kReaders)](text);
-    } catch (const Failure& failure) {
+    } catch (const flumo::Failure& failure) {
         require(*failure.what() != '\0');
-        require(failure.kind() == FailureKind::kUsage || failure.kind() == FailureKind::kUnreadableInput);
+        require(failure.kind() == flumo::FailureKind::kUsage ||
+                failure.kind() == flumo::FailureKind::kUnreadableInput);
     }
     return 0;
 }

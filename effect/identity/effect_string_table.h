@@ -1,4 +1,5 @@
-// The rows behind GetStringPtr, open to the compiler so that references to rows are checked at build time.
+// The rows that GetStringPtr returns, visible to the compiler so that references to rows are checked when
+// building.
 #pragma once
 
 #include <array>
@@ -15,9 +16,9 @@ struct EffectString {
 };
 static_assert(sizeof(EffectString) == 260);
 
-/// Row 0 is empty. Rows 3 to 10 and 91 are kept so that the numbers behind them hold, though nothing asks for
-/// them. From 11 on stand the labels of the controls in their order: the name, then a checkbox's side
-/// label, which is empty, or a popup's choices.
+/// Row 0 is empty. Nothing reads rows 3 to 10 and 91; they keep the numbers of the rows after them. From row
+/// 11 on come the labels of the controls in their order: the name, then a checkbox's side label, which is
+/// empty, or a popup's choices.
 inline constexpr std::array<EffectString, 109> EffectStringTable{{
     {0, ""},
     {1, "Flumo"},

@@ -1,16 +1,17 @@
-// What must hold between the table of controls, the texts and the host's numbers, said to the compiler.
+// What must hold between the table of controls, the texts and the host's numbers, checked by the compiler.
 #include "effect/params/control_table.h"
 
 #include <algorithm>
 
 #include "effect/identity/effect_string_table.h"
+#include "effect/params/param_ids.h"
 #include "effect_api/params.h"
 
 namespace flumo {
 namespace {
 
-consteval std::string_view Text(std::int32_t row) {
-    return EffectStringTable.at(static_cast<std::size_t>(row)).text;
+consteval std::string_view Text(int32_t row) {
+    return EffectStringTable.at(static_cast<size_t>(row)).text;
 }
 
 static_assert(static_cast<PF_ParamType>(ControlKind::Layer) == PF_Param_LAYER);
@@ -24,17 +25,17 @@ static_assert(static_cast<PF_ParamType>(ControlKind::GroupStart) == PF_Param_GRO
 static_assert(static_cast<PF_ParamType>(ControlKind::GroupEnd) == PF_Param_GROUP_END);
 static_assert(static_cast<PF_ValueDisplayFlags>(Display::Percent) == PF_ValueDisplayFlag_PERCENT);
 
-/// Names stand in the order of the controls and leave no row out: a name takes one row, a side label and
-/// the choices of a popup one more behind it.
+/// Side labels of checkboxes are empty and choices of popups are not, and the last control's text is the
+/// last.
 consteval bool TextsFollowControls() {
-    std::int32_t row = 11;
+    int32_t next = control_rows::kFirstNameRow;
     for (const Control& control : kControls) {
         if (control.kind == ControlKind::GroupEnd) continue;
-        if (control.nameRow != row++) return false;
-        if (control.kind == ControlKind::Checkbox && !Text(row++).empty()) return false;
-        if (control.kind == ControlKind::Popup && Text(row++).empty()) return false;
+        next = control.nameRow + 1;
+        if (control.kind == ControlKind::Checkbox && !Text(next++).empty()) return false;
+        if (control.kind == ControlKind::Popup && Text(next++).empty()) return false;
     }
-    return row == static_cast<std::int32_t>(EffectStringTable.size());
+    return next == static_cast<int32_t>(EffectStringTable.size());
 }
 static_assert(TextsFollowControls());
 
@@ -49,7 +50,7 @@ consteval bool NamesFit() {
 }
 static_assert(NamesFit());
 
-/// Popups refer to a text of choices, which need not be the row behind their name.
+/// Popups refer to a text of choices, which need not be the row after their name.
 consteval bool PopupsHaveChoices() {
     for (const Control& control : kControls) {
         if (control.kind != ControlKind::Popup) continue;
@@ -59,17 +60,23 @@ consteval bool PopupsHaveChoices() {
 }
 static_assert(PopupsHaveChoices());
 
+/// The popups name every generator, and nothing else.
+static_assert(std::ranges::count(Text(kNoiseChoicesRow), '|') + 1 == kNoiseGeneratorCount);
+static_assert(kNoiseGeneratorCount <= kNoiseChoiceCount);
+static_assert(ControlOf(Section::NoiseType).choicesRow == ControlOf(Section::NoiseType).nameRow + 1);
+
 consteval bool DiskIdsAreUnique() {
     for (const Control& one : kControls) {
         for (const Control& other : kControls) {
             if (one.section != other.section && one.diskId == other.diskId) return false;
+            if (one.diskId == kBlendModeDiskId) return false;
         }
     }
     return true;
 }
 static_assert(DiskIdsAreUnique());
 
-/// Every group that starts ends, and no control stands outside of one.
+/// Every group that starts ends, and every control is in a group.
 consteval bool GroupsNest() {
     int depth = 0;
     for (const Control& control : kControls) {

@@ -21,8 +21,7 @@ const std::vector<std::string>& IndexList() {
 
 const std::unordered_map<std::string, A_long>& DiskIds() {
     static const std::unordered_map<std::string, A_long> table = [] {
-        // Disk id 1 belongs to a control that is no longer there: it stays taken.
-        std::unordered_map<std::string, A_long> ids{{"BlendMode", 1}};
+        std::unordered_map<std::string, A_long> ids{{"BlendMode", kBlendModeDiskId}};
         for (const Control& control : kControls)
             ids.emplace(control.id, control.diskId);
         return ids;

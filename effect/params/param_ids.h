@@ -8,15 +8,18 @@
 
 namespace flumo {
 
-/// The id text of a section. Throws std::runtime_error from section 86 on.
+/// Reserved for the id BlendMode, which no section has: no control may get it.
+inline constexpr A_long kBlendModeDiskId = 1;
+
+/// The id text of a section. Throws std::runtime_error from kControlCount on.
 std::string GetMainParamId(A_u_long section);
 
-/// The control's place in the host's parameter array, 1 to 86; 0 is the effect's input layer.
+/// The control's place in the host's parameter array, 1 to kControlCount; 0 is the effect's input layer.
 /// Ids compare exactly. Throws std::runtime_error for an id that no section has.
 A_long GetParamIndex(const std::string& id);
 
-/// The number under which saved projects know the control. Also answers "BlendMode", which no section
-/// has. Throws std::runtime_error for any other id.
+/// The number under which saved projects store the control. Knows "BlendMode" too. Throws std::runtime_error
+/// for any other id.
 A_long GetParamDiskId(const std::string& id);
 
 /// GetParamIndex of the section's id.

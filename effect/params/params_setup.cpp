@@ -6,6 +6,7 @@
 #include "effect/gradient/value/gradient_lock.h"
 #include "effect/identity/effect_strings.h"
 #include "effect/params/param_ids.h"
+#include "effect/suites/errors.h"
 #include "effect/suites/suite_handler.h"
 #include "effect_api/event.h"
 
@@ -16,15 +17,15 @@ namespace {
 constexpr A_short kEditorWidth = 150;
 constexpr A_short kEditorHeight = 50;
 
-void FillGroupStart(const Control&, PF_ParamDef& def) {
+void FillGroupStart(PF_ParamDef& def) {
     def.flags = PF_ParamFlag_START_COLLAPSED;
 }
 
-void FillLayer(const Control&, PF_ParamDef& def) {
+void FillLayer(PF_ParamDef& def) {
     def.u.ld.dephault = PF_LayerDefault_NONE;
 }
 
-void FillAngle(const Control&, PF_ParamDef& def) {
+void FillAngle(PF_ParamDef& def) {
     def.u.ad.value = 0;
     def.u.ad.dephault = 0;
 }
@@ -75,24 +76,32 @@ void FillGradient(const Control& control, PF_ParamDef& def) {
     def.u.arb_d.refconPV = GradientRefcon();
 }
 
-struct KindFiller {
-    ControlKind kind;
-    void (*fill)(const Control& control, PF_ParamDef& def);
-};
+/// What a kind of control needs beside name, type and disk id.
+void FillKind(const Control& control, PF_ParamDef& def) {
+    switch (control.kind) {
+        case ControlKind::GroupStart:
+            return FillGroupStart(def);
+        case ControlKind::GroupEnd:
+            return;
+        case ControlKind::Layer:
+            return FillLayer(def);
+        case ControlKind::Angle:
+            return FillAngle(def);
+        case ControlKind::Checkbox:
+            return FillCheckbox(control, def);
+        case ControlKind::Popup:
+            return FillPopup(control, def);
+        case ControlKind::Slider:
+            return FillSlider(control, def);
+        case ControlKind::FloatSlider:
+            return FillFloatSlider(control, def);
+        case ControlKind::Gradient:
+            return FillGradient(control, def);
+    }
+}
 
-constexpr KindFiller kFillers[] = {
-    {ControlKind::GroupStart, FillGroupStart},
-    {ControlKind::Layer, FillLayer},
-    {ControlKind::Angle, FillAngle},
-    {ControlKind::Checkbox, FillCheckbox},
-    {ControlKind::Popup, FillPopup},
-    {ControlKind::Slider, FillSlider},
-    {ControlKind::FloatSlider, FillFloatSlider},
-    {ControlKind::Gradient, FillGradient},
-};
-
-/// Describes a control in `def`. A group end changes nothing but id and type: the name, flags and value
-/// of the control before it go along to the host, as they always did.
+/// Describes a control in `def`. A group's end sets id and type alone and is declared with the name, the
+/// flags and the value of the control before it: the host reads nothing else of it.
 void Describe(const Control& control, PF_InData* in_data, PF_ParamDef& def) {
     if (control.kind != ControlKind::GroupEnd) {
         def = PF_ParamDef();
@@ -100,9 +109,7 @@ void Describe(const Control& control, PF_InData* in_data, PF_ParamDef& def) {
     }
     def.uu.id = ParamDiskIdOf(control.section);
     def.param_type = static_cast<PF_ParamType>(control.kind);
-    for (const KindFiller& filler : kFillers) {
-        if (filler.kind == control.kind) filler.fill(control, def);
-    }
+    FillKind(control, def);
 }
 
 /// Makes the values that the gradient controls start with, and remembers the first failure, so that the
@@ -111,16 +118,16 @@ class DefaultGradients {
   public:
     DefaultGradients(PF_InData* in_data, AEGP_SuiteHandler& suites) : in_data_(in_data), suites_(suites) {}
 
-    /// A new handle, the host's as soon as it is declared; null after a failure, this one or an earlier.
+    /// A new handle, which becomes the host's when it is declared; null after a failure of this or an earlier
+    /// gradient.
     GradientHandle Make(Section section) {
         GradientHandle made = nullptr;
         if (err_ != PF_Err_NONE) return made;
-        try {
-            err_ = GradientNew(in_data_, &made);
-            if (section == Section::Gradient) BlackenFirstStop(made);
-        } catch (PF_Err thrown) {
-            if (err_ == PF_Err_NONE) err_ = thrown;
-        }
+        err_ = CommandResult([&] {
+            const PF_Err err = GradientNew(in_data_, &made);
+            if (err == PF_Err_NONE && section == Section::Gradient) BlackenFirstStop(made);
+            return err;
+        });
         return made;
     }
 

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <span>
 
+#include "effect/params/noise_generator.h"
+
 namespace flumo {
 
 namespace {
@@ -81,7 +83,7 @@ struct SwitchRow {
 };
 
 constexpr SwitchRow kFrameSwitches[] = {
-    {"int", "noiseType", Choice<&P::noiseType, 4>},
+    {"int", "noiseType", Choice<&P::noiseType, kNoiseGeneratorCount>},
     {"int", "loopEvolution", Switch<&P::loopEvolution>},
     {"int", "noiseVisible", Switch<&P::noiseVisible>},
     {"float", "linesVisible", Switch<&P::linesVisible>},
@@ -106,7 +108,7 @@ constexpr SwitchRow kLineSwitches[] = {
 
 constexpr SwitchRow kMaskSwitches[] = {
     {"bool", "lineMasksJitter", Amplitude<&P::alphaRandomize>},
-    {"int", "linesAlphaNoiseType", Choice<&P::linesAlphaNoiseType, 4>},
+    {"int", "linesAlphaNoiseType", Choice<&P::linesAlphaNoiseType, kNoiseGeneratorCount>},
     {"int", "linesAlphaNoiseLoopEvolution", Switch<&P::linesAlphaNoiseLoopEvolution>},
 };
 

@@ -39,7 +39,7 @@ TEST(ParamIds, LeadFromSectionsToIndicesAndDiskIds) {
         EXPECT_EQ(MessageOf([&] { GetParamDiskId(id); }),
                   "Failed to find the disk ID for parameter id \"" + id + "\"");
     }
-    for (const A_u_long section : {86U, 0xFFFFFFFFU})
+    for (const A_u_long section : {static_cast<A_u_long>(kControlCount), 0xFFFFFFFFU})
         EXPECT_EQ(MessageOf([&] { GetMainParamId(section); }), "Failed to get Id for section MainParams");
 }
 

@@ -89,10 +89,10 @@ const double kTolerances[] = {0, 5e-5, 1e-5, 3e-3, 2e-5};
 // The complexity that is handed over differs from the control, which Smoke and Worley follow all the same.
 TEST(NoiseWithLoop, FollowsTheTwin) {
     constexpr int kComplexity = 15;
-    for (int type = 1; type <= 4; ++type) {
+    for (int type = 1; type <= kNoiseGeneratorCount; ++type) {
         for (int loop : {0, 1, 2}) {  // only exactly 1 is on
             compare("type " + std::to_string(type) + ", loop " + std::to_string(loop), kNoiseWithLoop,
-                    queries(type, loop), kTolerances[type],
+                    queries(type, loop), generator(type).tolerance,
                     [](const Point& p) {
                         return twin::noiseWithLoop(as_arguments(p, kComplexity), driver_hash2);
                     },

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "effect/params/noise_generator.h"
+
 namespace flumo::twin {
 namespace {
 
@@ -159,18 +161,17 @@ double worleyFbm(Vec2 uv, double evolution, int complexity) {
 double noiseByType(const NoiseArguments& a, const CellHash& hash) {
     const Vec2 q{a.p.x * a.scale.x + a.offset.x, a.p.y * a.scale.y + a.offset.y};
     const double time = a.evolution * a.speed;
-    switch (a.noiseType) {
-        case 1:
+    switch (NoiseGenerator{a.noiseType}) {
+        case NoiseGenerator::kFluid:
             return fliud_noise(q, a.evolution, a.speed, {1, 1}, a.complexity);
-        case 2:
+        case NoiseGenerator::kVoronoi:
             return voronoi({6 * q.x, 6 * q.y}, time, a.complexity / 100.0, hash);
-        case 3:
+        case NoiseGenerator::kSmoke:
             return getSmokeNoise(q, time / 10, a.mainComplexity);
-        case 4:
+        case NoiseGenerator::kWorley:
             return worleyFbm(q, time / 10, a.mainComplexity);
-        default:
-            return 0;
     }
+    return 0;
 }
 
 double noiseWithLoop(const NoiseArguments& arguments, const CellHash& hash) {

@@ -140,7 +140,7 @@ TEST(Scenes, Heights) {
         expect_frame("smoke" + detail, with(look, {{NoiseType, 3}}));
         expect_frame("worley" + detail, with(look, {{NoiseType, 4}}));
     }
-    for (int type = 1; type <= 4; ++type) {
+    for (int type = 1; type <= kNoiseGeneratorCount; ++type) {
         if (type == 3) continue;              // its seams move with time
         for (const int loop : {0, 1, 257}) {  // of a switch that is a byte 257 leaves 1
             for (const int evolution : {0, 360, -90}) {
@@ -335,7 +335,7 @@ TEST(Scenes, MeaninglessValuesStillGiveAFrame) {
                 ASSERT_TRUE(std::isfinite(channel)) << i;
     }
     for (const Section scale : {Scale, ScaleX, ScaleY}) {
-        for (int type = 1; type <= 4; ++type)
+        for (int type = 1; type <= kNoiseGeneratorCount; ++type)
             render_checked(
                 {{{scale, 0}, {NoiseType, type}}, sized(8, 8)});  // no more is known of an infinite scale
     }

@@ -28,9 +28,12 @@ inline constexpr PF_ArbCompareResult PF_ArbCompare_NOT_EQUAL = 3;
 inline constexpr PF_ArbPrintFlags PF_ArbPrint_NONE = 0;
 inline constexpr PF_ArbPrintFlags PF_ArbPrint_ABBREVIATED = 1;
 
+/// `extra` of PF_Cmd_ARBITRARY_CALLBACK; which_function selects the member of the union. The effect writes
+/// new handles, sizes and results where the pointers (arbPH, flat_data_sizePLu, compareP, ...) point; buffers
+/// are the host's, of the given size in bytes.
 struct PF_ArbParamsExtra {
-    PF_FunctionSelector which_function;
-    A_short id;
+    PF_FunctionSelector which_function;  // PF_Arbitrary_..._FUNC
+    A_short id;                          // PF_ArbitraryDef::id of the control
     A_short padding;
     union {
         struct {
@@ -67,7 +70,7 @@ struct PF_ArbParamsExtra {
             void* refconPV;
             PF_ArbitraryH left_arbH;
             PF_ArbitraryH right_arbH;
-            PF_FpLong tF;
+            PF_FpLong tF;  // 0 is the left value, 1 the right
             PF_ArbitraryH* interpPH;
         } interp_func_params;
         struct {

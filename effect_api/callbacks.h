@@ -59,6 +59,7 @@ static_assert(offsetof(PF_InteractCallbacks, get_audio_data) == 64);
 static_assert(offsetof(PF_InteractCallbacks, reserved_str) == 72);
 static_assert(offsetof(PF_InteractCallbacks, reserved) == 96);
 
+/// Conversions of colours. The effect uses none.
 struct PF_ColorCallbacks {
     PF_Err (*RGBtoHLS)(PF_ProgPtr effect_ref, PF_Pixel* rgb, PF_Fixed* hls);
     PF_Err (*HLStoRGB)(PF_ProgPtr effect_ref, PF_Fixed* hls, PF_Pixel* rgb);

@@ -57,6 +57,7 @@ inline constexpr int kDRAWBOT_AntiAliasPolicy_Med = 1;
 inline constexpr int kDRAWBOT_AntiAliasPolicy_High = 2;
 inline constexpr int kDRAWBOT_AntiAliasPolicy_Default = 0;
 
+/// Straight colour, 0 to 1.
 struct DRAWBOT_ColorRGBA {
     float red;
     float green;
@@ -101,6 +102,8 @@ static_assert(offsetof(DRAWBOT_Rect32, top) == 4);
 static_assert(offsetof(DRAWBOT_Rect32, width) == 8);
 static_assert(offsetof(DRAWBOT_Rect32, height) == 12);
 
+/// Gives a drawing reference's supplier and surface, which stay the host's. Here and below a status other
+/// than 0 is a failure.
 struct DRAWBOT_DrawbotSuite1 {
     SPErr (*GetSupplier)(DRAWBOT_DrawRef in_drawbot_ref, DRAWBOT_SupplierRef* out_supplierP);
     SPErr (*GetSurface)(DRAWBOT_DrawRef in_drawbot_ref, DRAWBOT_SurfaceRef* out_surfaceP);
@@ -109,6 +112,8 @@ static_assert(sizeof(DRAWBOT_DrawbotSuite1) == 16 && alignof(DRAWBOT_DrawbotSuit
 static_assert(offsetof(DRAWBOT_DrawbotSuite1, GetSupplier) == 0);
 static_assert(offsetof(DRAWBOT_DrawbotSuite1, GetSurface) == 8);
 
+/// Makes drawing objects, which the caller owns and releases with ReleaseObject. The pixels of an image are
+/// read in the call or later: they stay valid and unchanged until the image is released.
 struct DRAWBOT_SupplierSuite1 {
     SPErr (*NewPen)(DRAWBOT_SupplierRef in_supplier_ref, const DRAWBOT_ColorRGBA* in_colorP, float in_size,
                     DRAWBOT_PenRef* out_penP);
@@ -146,6 +151,7 @@ static_assert(offsetof(DRAWBOT_SupplierSuite1, PrefersPixelLayoutARGB) == 80);
 static_assert(offsetof(DRAWBOT_SupplierSuite1, RetainObject) == 88);
 static_assert(offsetof(DRAWBOT_SupplierSuite1, ReleaseObject) == 96);
 
+/// Paints on a surface.
 struct DRAWBOT_SurfaceSuite2 {
     SPErr (*PushStateStack)(DRAWBOT_SurfaceRef in_surface_ref);
     SPErr (*PopStateStack)(DRAWBOT_SurfaceRef in_surface_ref);
@@ -194,6 +200,7 @@ static_assert(offsetof(DRAWBOT_SurfaceSuite2, GetAntiAliasPolicy) == 112);
 static_assert(offsetof(DRAWBOT_SurfaceSuite2, Flush) == 120);
 static_assert(offsetof(DRAWBOT_SurfaceSuite2, GetTransformToScreenScale) == 128);
 
+/// Adds to a path. Each point is relative to the surface, not to the point before.
 struct DRAWBOT_PathSuite1 {
     SPErr (*MoveTo)(DRAWBOT_PathRef in_path_ref, float in_x, float in_y);
     SPErr (*LineTo)(DRAWBOT_PathRef in_path_ref, float in_x, float in_y);

@@ -1,4 +1,4 @@
-// The two records that travel with every command.
+// The two records that come with every command.
 #pragma once
 
 #include "effect_api/callbacks.h"
@@ -10,8 +10,9 @@ using PF_SoundFormat = A_short;
 using PF_SoundSampleSize = A_short;
 using PF_SoundChannels = A_short;
 
+/// Format of a sound. The effect neither reads nor writes sounds.
 struct PF_SoundFormatInfo {
-    PF_FpLong rateF;
+    PF_FpLong rateF;  // samples a second
     PF_SoundChannels num_channels;
     PF_SoundFormat format;
     PF_SoundSampleSize sample_size;
@@ -22,6 +23,7 @@ static_assert(offsetof(PF_SoundFormatInfo, num_channels) == 8);
 static_assert(offsetof(PF_SoundFormatInfo, format) == 10);
 static_assert(offsetof(PF_SoundFormatInfo, sample_size) == 12);
 
+/// A sound; dataP is the host's.
 struct PF_SoundWorld {
     PF_SoundFormatInfo fi;
     A_long num_samples;
@@ -32,44 +34,44 @@ static_assert(offsetof(PF_SoundWorld, fi) == 0);
 static_assert(offsetof(PF_SoundWorld, num_samples) == 16);
 static_assert(offsetof(PF_SoundWorld, dataP) == 24);
 
-/// What the host tells the effect. width and height are the layer at full resolution, whatever
-/// the downsampling.
+/// What comes from the host with every command; all of it is the host's. Times count in units of
+/// 1 / time_scale second.
 struct PF_InData {
     PF_InteractCallbacks inter;
     PF_UtilCallbacks* utils;
-    PF_ProgPtr effect_ref;
+    PF_ProgPtr effect_ref;  // passed back to the host with every callback
     PF_Quality quality;
     PF_SpecVersion version;
     A_long serial_num;
-    A_AppID appl_id;
-    A_long num_params;
+    A_AppID appl_id;    // kPremiereApplId, kAfterEffectsApplId or another host's
+    A_long num_params;  // controls, the input layer counted
     A_long reserved;
     A_long what_cpu;
     A_long what_fpu;
-    A_long current_time;
-    A_long time_step;
-    A_long total_time;
-    A_long local_time_step;
-    A_u_long time_scale;
+    A_long current_time;     // of the frame, in the layer
+    A_long time_step;        // duration of a frame of the layer
+    A_long total_time;       // duration of the layer
+    A_long local_time_step;  // duration of a frame of the composition
+    A_u_long time_scale;     // units a second
     PF_Field field;
     PF_Fixed shutter_angle;
-    A_long width;
-    A_long height;
+    A_long width;   // of the layer in pixels at full resolution, whatever the downsampling
+    A_long height;  // likewise
     PF_Rect extent_hint;
     A_long output_origin_x;
     A_long output_origin_y;
-    PF_RationalScale downsample_x;
-    PF_RationalScale downsample_y;
-    PF_RationalScale pixel_aspect_ratio;
+    PF_RationalScale downsample_x;        // pixels of the frame per pixel at full resolution: 1/2 for half
+    PF_RationalScale downsample_y;        // likewise
+    PF_RationalScale pixel_aspect_ratio;  // width of a pixel over its height
     PF_InFlags in_flags;
-    PF_Handle global_data;
-    PF_Handle sequence_data;
-    PF_Handle frame_data;
+    PF_Handle global_data;    // what the effect stored in PF_OutData; null before
+    PF_Handle sequence_data;  // likewise, of this instance
+    PF_Handle frame_data;     // likewise, of this frame
     A_long start_sampL;
     A_long dur_sampL;
     A_long total_sampL;
     PF_SoundWorld src_snd;
-    SPBasicSuite* pica_basicP;
+    SPBasicSuite* pica_basicP;  // acquires and releases suites; may be null
     A_long pre_effect_source_origin_x;
     A_long pre_effect_source_origin_y;
     PF_Fixed shutter_phase;
@@ -114,21 +116,20 @@ static_assert(offsetof(PF_InData, pre_effect_source_origin_x) == 392);
 static_assert(offsetof(PF_InData, pre_effect_source_origin_y) == 396);
 static_assert(offsetof(PF_InData, shutter_phase) == 400);
 
-/// What the effect tells the host. return_msg is shown to the user when
-/// PF_OutFlag_DISPLAY_ERROR_MESSAGE is set.
+/// The effect's answer to a command. The host reads the fields that belong to the command.
 struct PF_OutData {
-    A_u_long my_version;
+    A_u_long my_version;  // PF_VERSION(...), after global set-up
     A_char name[32];
-    PF_Handle global_data;
-    A_long num_params;
-    PF_Handle sequence_data;
+    PF_Handle global_data;    // kept by the host until global set-down, where the effect disposes of it
+    A_long num_params;        // controls, the input layer counted, after PF_Cmd_PARAMS_SETUP
+    PF_Handle sequence_data;  // kept by the host for the instance
     A_long flat_sdata_size;
     PF_Handle frame_data;
     A_long width;
     A_long height;
     PF_Point origin;
-    PF_OutFlags out_flags;
-    A_char return_msg[256];
+    PF_OutFlags out_flags;   // PF_OutFlag_..., one bit each
+    A_char return_msg[256];  // zero-terminated; shown to the user with PF_OutFlag_DISPLAY_ERROR_MESSAGE
     A_long start_sampL;
     A_long dur_sampL;
     PF_SoundWorld dest_snd;

@@ -60,9 +60,11 @@ inline constexpr PF_WindowType PF_Window_LAYER = 1;
 inline constexpr PF_WindowType PF_Window_EFFECT = 2;
 inline constexpr PF_WindowType PF_Window_PREVIEW = 3;
 
+/// What register_ui asks for: the places whose events the effect gets, and sizes of its own windows in
+/// pixels.
 struct PF_CustomUIInfo {
     A_long reserved;
-    PF_CustomEventFlags events;
+    PF_CustomEventFlags events;  // PF_CustomEFlag_..., one bit each
     A_long comp_ui_width;
     A_long comp_ui_height;
     PF_UIAlignment comp_ui_alignment;
@@ -86,11 +88,12 @@ static_assert(offsetof(PF_CustomUIInfo, preview_ui_width) == 32);
 static_assert(offsetof(PF_CustomUIInfo, preview_ui_height) == 36);
 static_assert(offsetof(PF_CustomUIInfo, preview_ui_alignment) == 40);
 
+/// The window of an event. The host's.
 struct PF_Context {
-    A_u_long magic;
+    A_u_long magic;  // PF_CONTEXT_MAGIC
     PF_WindowType w_type;
     PF_ContextRefcon reserved_flt;
-    A_intptr_t plugin_state[4];
+    A_intptr_t plugin_state[4];  // the effect's, kept by the host with the window
     DRAWBOT_DrawRef reserved_drawref;
     void* reserved_paneP;
     void* reserved_job_manageP;
@@ -107,14 +110,15 @@ static_assert(offsetof(PF_Context, reserved_job_manageP) == 64);
 using PF_ContextPtr = PF_Context*;
 using PF_ContextH = PF_Context**;
 
+/// A click, or one step of a drag.
 struct PF_DoClickEventInfo {
     A_u_long when;
-    PF_Point screen_point;
+    PF_Point screen_point;  // panel pixels
     A_long num_clicks;
-    PF_Modifiers modifiers;
-    A_intptr_t continue_refcon[4];
-    PF_Boolean send_drag;
-    PF_Boolean last_time;
+    PF_Modifiers modifiers;         // PF_Mod_..., one bit each
+    A_intptr_t continue_refcon[4];  // the effect's, kept by the host from one step of a drag to the next
+    PF_Boolean send_drag;           // set by the effect after a click: send drags until the button is up
+    PF_Boolean last_time;           // the button is up: the last step
 };
 static_assert(sizeof(PF_DoClickEventInfo) == 64 && alignof(PF_DoClickEventInfo) == 8);
 static_assert(offsetof(PF_DoClickEventInfo, when) == 0);
@@ -126,7 +130,7 @@ static_assert(offsetof(PF_DoClickEventInfo, send_drag) == 56);
 static_assert(offsetof(PF_DoClickEventInfo, last_time) == 57);
 
 struct PF_DrawEventInfo {
-    PF_UnionableRect update_rect;
+    PF_UnionableRect update_rect;  // what has to be painted, panel pixels
     A_long depth;
 };
 static_assert(sizeof(PF_DrawEventInfo) == 20 && alignof(PF_DrawEventInfo) == 4);
@@ -155,6 +159,7 @@ static_assert(offsetof(PF_AdjustCursorEventInfo, screen_point) == 0);
 static_assert(offsetof(PF_AdjustCursorEventInfo, modifiers) == 8);
 static_assert(offsetof(PF_AdjustCursorEventInfo, set_cursor) == 12);
 
+/// e_type selects the member; drags use do_click.
 union PF_EventUnion {
     PF_DoClickEventInfo do_click;
     PF_DrawEventInfo draw;
@@ -163,10 +168,11 @@ union PF_EventUnion {
 };
 static_assert(sizeof(PF_EventUnion) == 64 && alignof(PF_EventUnion) == 8);
 
+/// Which control of the panel an event belongs to; frames in panel pixels.
 struct PF_EffectWindowInfo {
-    PF_ParamIndex index;
-    PF_EffectArea area;
-    PF_UnionableRect current_frame;
+    PF_ParamIndex index;             // 0 is the input layer
+    PF_EffectArea area;              // PF_EA_...: the title or the control itself
+    PF_UnionableRect current_frame;  // of that area
     PF_UnionableRect param_title_frame;
     A_long horiz_offset;
 };
@@ -177,6 +183,7 @@ static_assert(offsetof(PF_EffectWindowInfo, current_frame) == 8);
 static_assert(offsetof(PF_EffectWindowInfo, param_title_frame) == 24);
 static_assert(offsetof(PF_EffectWindowInfo, horiz_offset) == 40);
 
+/// Conversions between layer, composition and source coordinates; refcon is the first argument of each.
 struct PF_EventCallbacks {
     void* refcon;
     PF_Err (*layer_to_comp)(void* refcon, PF_ContextH context, A_long curr_time, A_long time_scale,
@@ -203,8 +210,7 @@ static_assert(offsetof(PF_EventCallbacks, frame_to_source) == 48);
 static_assert(offsetof(PF_EventCallbacks, info_draw_color) == 56);
 static_assert(offsetof(PF_EventCallbacks, info_draw_text) == 64);
 
-/// One event. A drag repeats the click event with the same four continue_refcon words carried
-/// back.
+/// `extra` of PF_Cmd_EVENT. A drag repeats the click event with the continue_refcon words of the step before.
 struct PF_EventExtra {
     PF_ContextH contextH;
     PF_EventType e_type;
@@ -212,7 +218,7 @@ struct PF_EventExtra {
     PF_EffectWindowInfo effect_win;
     PF_EventCallbacks cbs;
     PF_EventInFlags evt_in_flags;
-    PF_EventOutFlags evt_out_flags;
+    PF_EventOutFlags evt_out_flags;  // set by the effect: PF_EO_...
 };
 static_assert(sizeof(PF_EventExtra) == 208 && alignof(PF_EventExtra) == 8);
 static_assert(offsetof(PF_EventExtra, contextH) == 0);

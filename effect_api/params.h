@@ -73,15 +73,16 @@ inline constexpr PF_Precision PF_Precision_TEN_THOUSANDTHS = 4;
 inline constexpr A_long PF_LayerDefault_MYSELF = -1;
 inline constexpr A_long PF_LayerDefault_NONE = 0;
 
+/// A slider of whole numbers.
 struct PF_SliderDef {
     PF_ParamValue value;
     A_char value_str[32];
     A_char value_desc[32];
-    PF_ParamValue valid_min;
+    PF_ParamValue valid_min;  // what may be stored
     PF_ParamValue valid_max;
-    PF_ParamValue slider_min;
+    PF_ParamValue slider_min;  // what the panel's slider spans
     PF_ParamValue slider_max;
-    PF_ParamValue dephault;
+    PF_ParamValue dephault;  // the default
 };
 static_assert(sizeof(PF_SliderDef) == 88 && alignof(PF_SliderDef) == 4);
 static_assert(offsetof(PF_SliderDef, value) == 0);
@@ -93,17 +94,18 @@ static_assert(offsetof(PF_SliderDef, slider_min) == 76);
 static_assert(offsetof(PF_SliderDef, slider_max) == 80);
 static_assert(offsetof(PF_SliderDef, dephault) == 84);
 
+/// A slider of real numbers. A percentage is stored as its number: 50 for 50 percent.
 struct PF_FloatSliderDef {
     PF_FpLong value;
     PF_FpLong phase;
     A_char value_desc[32];
-    PF_FpShort valid_min;
+    PF_FpShort valid_min;  // what may be stored
     PF_FpShort valid_max;
-    PF_FpShort slider_min;
+    PF_FpShort slider_min;  // what the panel's slider spans
     PF_FpShort slider_max;
-    PF_FpShort dephault;
-    PF_Precision precision;
-    PF_ValueDisplayFlags display_flags;
+    PF_FpShort dephault;                 // the default
+    PF_Precision precision;              // decimals shown
+    PF_ValueDisplayFlags display_flags;  // PF_ValueDisplayFlag_...
     PF_FSliderFlags fs_flags;
     PF_FpShort curve_tolerance;
     PF_Boolean useExponent;
@@ -125,6 +127,7 @@ static_assert(offsetof(PF_FloatSliderDef, curve_tolerance) == 76);
 static_assert(offsetof(PF_FloatSliderDef, useExponent) == 80);
 static_assert(offsetof(PF_FloatSliderDef, exponent) == 84);
 
+/// An angle in degrees, 16.16 fixed point; whole turns are kept.
 struct PF_AngleDef {
     PF_Fixed value;
     PF_Fixed dephault;
@@ -137,8 +140,9 @@ static_assert(offsetof(PF_AngleDef, dephault) == 4);
 static_assert(offsetof(PF_AngleDef, valid_min) == 8);
 static_assert(offsetof(PF_AngleDef, valid_max) == 12);
 
+/// A checkbox. nameptr is its side label, which the effect owns.
 struct PF_CheckBoxDef {
-    PF_ParamValue value;
+    PF_ParamValue value;  // 0 off, 1 on
     PF_Boolean dephault;
     A_char reserved;
     A_short reserved1;
@@ -153,8 +157,9 @@ static_assert(offsetof(PF_CheckBoxDef, reserved) == 5);
 static_assert(offsetof(PF_CheckBoxDef, reserved1) == 6);
 static_assert(offsetof(PF_CheckBoxDef, u.nameptr) == 8);
 
+/// A choice of several. namesptr is the text of the choices, separated by bars, which the effect owns.
 struct PF_PopupDef {
-    PF_ParamValue value;
+    PF_ParamValue value;  // from 1
     A_short num_choices;
     A_short dephault;
     union {
@@ -167,12 +172,13 @@ static_assert(offsetof(PF_PopupDef, num_choices) == 4);
 static_assert(offsetof(PF_PopupDef, dephault) == 6);
 static_assert(offsetof(PF_PopupDef, u.namesptr) == 8);
 
+/// A value that only the effect understands, in a handle that PF_Cmd_ARBITRARY_CALLBACK makes and copies.
 struct PF_ArbitraryDef {
     A_short id;
     A_short pad;
-    PF_ArbitraryH dephault;
-    PF_ArbitraryH value;
-    void* refconPV;
+    PF_ArbitraryH dephault;  // at registration; becomes the host's
+    PF_ArbitraryH value;     // at check-out; the host's
+    void* refconPV;          // passed back with every callback
 };
 static_assert(sizeof(PF_ArbitraryDef) == 32 && alignof(PF_ArbitraryDef) == 8);
 static_assert(offsetof(PF_ArbitraryDef, id) == 0);
@@ -181,7 +187,8 @@ static_assert(offsetof(PF_ArbitraryDef, dephault) == 8);
 static_assert(offsetof(PF_ArbitraryDef, value) == 16);
 static_assert(offsetof(PF_ArbitraryDef, refconPV) == 24);
 
-/// One control's kind-specific part. Kinds that no control here uses are left out.
+/// The part of a control that depends on its type; param_type selects the member. Types that this effect does
+/// not use are left out.
 union PF_ParamDefUnion {
     PF_LayerDef ld;
     PF_SliderDef sd;
@@ -193,18 +200,18 @@ union PF_ParamDefUnion {
 };
 static_assert(sizeof(PF_ParamDefUnion) == 120 && alignof(PF_ParamDefUnion) == 8);
 
-/// One control: its description at registration, its value at check-out. `uu.id` (the disk id)
-/// and `uu.change_flags` share their place: marking a change overwrites the id.
+/// One control: its description at registration, its value at check-out. Marking a change overwrites the disk
+/// id, which has the same place.
 struct PF_ParamDef {
     union {
-        A_long id;
-        PF_ChangeFlags change_flags;
+        A_long id;                    // disk id: the control's identity in saved projects
+        PF_ChangeFlags change_flags;  // in events: PF_ChangeFlag_...
     } uu;
     PF_ParamUIFlags ui_flags;
-    A_short ui_width;
+    A_short ui_width;  // of a control that the effect draws, pixels
     A_short ui_height;
     PF_ParamType param_type;
-    A_char name[32];
+    A_char name[32];  // zero-terminated
     PF_ParamFlags flags;
     A_long unused;
     PF_ParamDefUnion u;

@@ -17,6 +17,7 @@ using AEGP_GlobalRefcon = struct _AEGP_GlobalRefcon*;
 
 inline constexpr PF_App_ColorType PF_App_Color_TEXT = 2;
 
+/// The ratio num / den.
 struct A_Ratio {
     A_long num;
     A_u_long den;
@@ -36,7 +37,7 @@ static_assert(offsetof(PF_App_Color, red) == 0);
 static_assert(offsetof(PF_App_Color, green) == 2);
 static_assert(offsetof(PF_App_Color, blue) == 4);
 
-/// The suite of suites: everything else is acquired and released here, in pairs.
+/// Acquires and releases all other suites, in pairs.
 struct SPBasicSuite {
     SPErr (*AcquireSuite)(const char* name, int32 version, const void** suite);
     SPErr (*ReleaseSuite)(const char* name, int32 version);
@@ -55,6 +56,8 @@ static_assert(offsetof(SPBasicSuite, FreeBlock) == 32);
 static_assert(offsetof(SPBasicSuite, ReallocateBlock) == 40);
 static_assert(offsetof(SPBasicSuite, Undefined) == 48);
 
+/// The host's handles. A new handle is null without memory; a locked one gives the address of its bytes,
+/// which is valid until the unlock. Sizes in bytes.
 struct PF_HandleSuite1 {
     PF_Handle (*host_new_handle)(A_HandleSize size);
     void* (*host_lock_handle)(PF_Handle pf_handle);
@@ -71,6 +74,7 @@ static_assert(offsetof(PF_HandleSuite1, host_dispose_handle) == 24);
 static_assert(offsetof(PF_HandleSuite1, host_get_handle_size) == 32);
 static_assert(offsetof(PF_HandleSuite1, host_resize_handle) == 40);
 
+/// Functions of the C library, with their meanings there.
 struct PF_ANSICallbacksSuite1 {
     A_FpLong (*atan)(A_FpLong);
     A_FpLong (*atan2)(A_FpLong y, A_FpLong x);
@@ -113,6 +117,7 @@ static_assert(offsetof(PF_ANSICallbacksSuite1, strcpy) == 128);
 static_assert(offsetof(PF_ANSICallbacksSuite1, asin) == 136);
 static_assert(offsetof(PF_ANSICallbacksSuite1, acos) == 144);
 
+/// Services of the application. AEGP_RegisterWithAEGP gives the number under which it knows the effect.
 struct AEGP_UtilitySuite3 {
     A_Err (*AEGP_ReportInfo)(AEGP_PluginID aegp_plugin_id, const A_char* info_stringZ);
     A_Err (*AEGP_GetDriverPluginInitFuncVersion)(A_short* major_versionPS, A_short* minor_versionPS);
@@ -168,6 +173,8 @@ static_assert(offsetof(AEGP_UtilitySuite3, AEGP_GetSuppressInteractiveUI) == 176
 static_assert(offsetof(AEGP_UtilitySuite3, AEGP_WriteToOSConsole) == 184);
 static_assert(offsetof(AEGP_UtilitySuite3, AEGP_WriteToDebugLog) == 192);
 
+/// Calls pix_fn for each pixel of `area`, of the whole source when null, on any threads and in any order. The
+/// pixels of src and dst at the same place are passed; refcon is passed through.
 struct PF_iterateFloatSuite1 {
     PF_Err (*iterate)(PF_InData* in_data, A_long progress_base, A_long progress_final, PF_EffectWorld* src,
                       const PF_Rect* area, void* refcon, PF_IteratePixelFloatFunc pix_fn,
@@ -184,6 +191,7 @@ static_assert(offsetof(PF_iterateFloatSuite1, iterate) == 0);
 static_assert(offsetof(PF_iterateFloatSuite1, iterate_origin) == 8);
 static_assert(offsetof(PF_iterateFloatSuite1, iterate_origin_non_clip_src) == 16);
 
+/// Worlds of the effect's own, and the format of any world.
 struct PF_WorldSuite2 {
     PF_Err (*PF_NewWorld)(PF_ProgPtr effect_ref, A_long widthL, A_long heightL, PF_Boolean clear_pixB,
                           PF_PixelFormat pixel_format, PF_EffectWorld* worldP);
@@ -195,6 +203,8 @@ static_assert(offsetof(PF_WorldSuite2, PF_NewWorld) == 0);
 static_assert(offsetof(PF_WorldSuite2, PF_DisposeWorld) == 8);
 static_assert(offsetof(PF_WorldSuite2, PF_GetPixelFormat) == 16);
 
+/// The application's colours, cursor and dialogs. PF_AppColorPickerDialog returns PF_Interrupt_CANCEL when
+/// the user cancels.
 struct PFAppSuite4 {
     PF_Err (*PF_AppGetBgColor)(PF_App_Color* bg_colorP);
     PF_Err (*PF_AppGetColor)(PF_App_ColorType color_type, PF_App_Color* app_colorP);
@@ -224,12 +234,14 @@ static_assert(offsetof(PFAppSuite4, PF_InvalidateRect) == 64);
 static_assert(offsetof(PFAppSuite4, PF_ConvertLocalToGlobal) == 72);
 static_assert(offsetof(PFAppSuite4, PF_GetColorAtGlobalPoint) == 80);
 
+/// Gives the drawing reference of an event's window, which stays the host's.
 struct PF_EffectCustomUISuite1 {
     PF_Err (*PF_GetDrawingReference)(PF_ContextH effect_contextH, DRAWBOT_DrawRef* referenceP0);
 };
 static_assert(sizeof(PF_EffectCustomUISuite1) == 8 && alignof(PF_EffectCustomUISuite1) == 8);
 static_assert(offsetof(PF_EffectCustomUISuite1, PF_GetDrawingReference) == 0);
 
+/// The pixels of a world at one depth; null when the world has another.
 struct PF_PixelDataSuite1 {
     PF_Err (*get_pixel_data8)(PF_EffectWorld* worldP, PF_PixelPtr pixelsP0, PF_Pixel8** pixPP);
     PF_Err (*get_pixel_data16)(PF_EffectWorld* worldP, PF_PixelPtr pixelsP0, PF_Pixel16** pixPP);

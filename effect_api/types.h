@@ -34,11 +34,11 @@ using PF_ModeFlags = A_long;
 using PF_Field = A_long;
 using PF_ChannelMask = A_long;
 
-/// A relocatable block of the host's: a pointer to the master pointer, whose target is null
+/// A relocatable block of the host's memory: a pointer to the master pointer, whose target is null
 /// when the block is gone.
 using PF_Handle = void**;
 
-/// The host's own name for one running call; opaque to the effect.
+/// Identifies one running call to the host; opaque to the effect, valid until the call returns.
 using PF_ProgPtr = struct PF_ProgressInfo*;
 
 /// Half-open rectangle in pixels.
@@ -75,7 +75,7 @@ static_assert(sizeof(PF_FixedPoint) == 8 && alignof(PF_FixedPoint) == 4);
 static_assert(offsetof(PF_FixedPoint, x) == 0);
 static_assert(offsetof(PF_FixedPoint, y) == 4);
 
-/// A ratio such as the downsampling 1/2.
+/// The ratio num / den, such as the downsampling 1/2. den is above 0.
 struct PF_RationalScale {
     A_long num;
     A_u_long den;
@@ -84,7 +84,7 @@ static_assert(sizeof(PF_RationalScale) == 8 && alignof(PF_RationalScale) == 4);
 static_assert(offsetof(PF_RationalScale, num) == 0);
 static_assert(offsetof(PF_RationalScale, den) == 4);
 
-/// Version of the interface that the host plays.
+/// Version of the interface that the host offers.
 struct PF_SpecVersion {
     A_short major;
     A_short minor;

@@ -1,4 +1,4 @@
-// Pixels and worlds: the host's images. Channels lie alpha first at every depth; a 16-bit channel
+// Pixels and worlds: the host's images. Alpha is the first channel at every depth; a 16-bit channel
 // is full at 32768, a float channel at 1.0.
 #pragma once
 
@@ -55,21 +55,21 @@ using PF_PixelPtr = PF_Pixel*;
 struct PF_LayerDef {
     void* reserved0;
     void* reserved1;
-    PF_WorldFlags world_flags;
-    PF_PixelPtr data;
-    A_long rowbytes;
-    A_long width;
-    A_long height;
-    PF_UnionableRect extent_hint;
+    PF_WorldFlags world_flags;  // PF_WorldFlag_...; a float world has no flag of its own
+    PF_PixelPtr data;  // the first pixel, whatever the depth; null for a layer control without a layer
+    A_long rowbytes;   // bytes from one row to the next
+    A_long width;      // pixels
+    A_long height;     // pixels
+    PF_UnionableRect extent_hint;  // the part that holds visible pixels
     void* platform_ref;
     A_long reserved_long1;
     void* reserved_long4;
-    PF_RationalScale pix_aspect_ratio;
+    PF_RationalScale pix_aspect_ratio;  // width of a pixel over its height
     void* reserved_long2;
     A_long origin_x;
     A_long origin_y;
     A_long reserved_long3;
-    A_long dephault;
+    A_long dephault;  // at registration of a layer control: PF_LayerDefault_...
 };
 static_assert(sizeof(PF_LayerDef) == 120 && alignof(PF_LayerDef) == 8);
 static_assert(offsetof(PF_LayerDef, reserved0) == 0);

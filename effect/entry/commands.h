@@ -6,7 +6,7 @@
 
 namespace flumo {
 
-/// What comes with a command; all of it is the host's.
+/// The arguments of a command; all of them are the host's.
 struct CommandCall {
     PF_InData* in_data;
     PF_OutData* out_data;

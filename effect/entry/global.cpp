@@ -24,7 +24,7 @@ PF_Err WithSavedContext(const Work& work) {
 /// Fails on a machine that cannot make a GL context, before any frame is asked for.
 PF_Err GlSetup(PF_InData* in_data) {
     return WithSavedContext([in_data] {
-        AEGP_SuiteHandler refusesWithoutBasicSuite(in_data->pica_basicP);
+        AEGP_SuiteHandler throwsWithoutBasicSuite(in_data->pica_basicP);
         AESDK_OpenGL_SetUpCommonContext();
     });
 }
@@ -47,7 +47,7 @@ PF_Err GlobalDataSetup(PF_InData* in_data, PF_OutData* out_data) {
 
     const HandleLock lock(handles, handle);
     if (!lock.DataOrNull()) {
-        // The host gets its unlock also after a failed lock.
+        // Each lock call is followed by an unlock call, also when it failed.
         handles.host_unlock_handle(handle);
         return PF_Err_NONE;
     }
@@ -80,7 +80,7 @@ PF_Err GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
     PF_Err err = GlTeardown();
     if (err == PF_Err_NONE) err = DisposeGlobalData(in_data);
     if (in_data->sequence_data) {
-        // Not through the suite, which may be what is missing.
+        // Not through the suite, which may be missing here.
         in_data->utils->host_dispose_handle(in_data->sequence_data);
         out_data->sequence_data = nullptr;
     }

@@ -1,4 +1,4 @@
-// The life of the module: its identity, the root GL context, and the handle that the host keeps for it.
+// Global set-up and set-down: the module's identity, the root GL context, and the handle that the host keeps.
 #pragma once
 
 #include "effect_api/effect.h"
@@ -13,13 +13,13 @@ struct GlobalPluginData {
 };
 static_assert(sizeof(GlobalPluginData) == 4);
 
-/// Writes version and flags, opens the licence gate, starts the root GL context and makes the global
-/// handle, in this order; the first result other than PF_Err_NONE ends it. Throws PF_Err 516 for a
+/// Writes version and flags, sets up licensing, starts the root GL context and makes the global handle, in
+/// this order; the first result other than PF_Err_NONE ends it. Throws PF_Err_BAD_CALLBACK_PARAM for a
 /// missing suite.
 PF_Err GlobalSetup(PF_InData* in_data, PF_OutData* out_data);
 
-/// Ends all GL contexts of the effect and gives the global handle back, unless the GL teardown failed; a
-/// sequence handle that the host passes goes in any case. The host renders nothing meanwhile.
+/// Ends all GL contexts of the effect and disposes of the global handle, unless the GL teardown failed.
+/// Disposes of a sequence handle that the host passes in any case. The host renders nothing during it.
 PF_Err GlobalSetdown(PF_InData* in_data, PF_OutData* out_data);
 
 }  // namespace flumo

@@ -10,16 +10,16 @@ namespace flumo {
 namespace {
 
 /// 64-bit FNV-1a over the index's bytes, lowest first.
-std::uint64_t Fnv1a(PF_ParamIndex index) {
-    std::uint64_t hash = 0xCBF29CE484222325;
+uint64_t Fnv1a(PF_ParamIndex index) {
+    uint64_t hash = 0xCBF29CE484222325;
     for (unsigned shift = 0; shift < 32; shift += 8) {
-        hash ^= static_cast<std::uint32_t>(index) >> shift & 0xFF;
+        hash ^= static_cast<uint32_t>(index) >> shift & 0xFF;
         hash *= 0x100000001B3;
     }
     return hash;
 }
 
-std::size_t Bucket(PF_ParamIndex index) {
+size_t Bucket(PF_ParamIndex index) {
     return Fnv1a(index) & 7;
 }
 

@@ -8,8 +8,8 @@
 
 namespace flumo {
 
-/// A hash set of parameter indices: FNV-1a over the four bytes, eight buckets. At one member a bucket it
-/// holds eight without growing, and it never gets more than two.
+/// A hash set of parameter indices: 64-bit FNV-1a over the four bytes, lowest first, modulo eight buckets. A
+/// bucket holds any number of members.
 class GradientParamIndexSet {
   public:
     void Insert(PF_ParamIndex index);
@@ -19,8 +19,9 @@ class GradientParamIndexSet {
     std::array<std::vector<PF_ParamIndex>, 8> buckets_;
 };
 
-/// The indices of the two gradient controls. Built on the first call, which other threads wait for;
-/// read without a lock from then on.
+/// The indices of the two gradient controls. Built on the first call, for which other threads wait,
+/// and read without a lock afterwards. Throws std::bad_alloc on a first call without memory; the next call
+/// tries again.
 const GradientParamIndexSet& GradientParamIndices();
 
 }  // namespace flumo

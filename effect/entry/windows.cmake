@@ -1,4 +1,4 @@
-# What the module needs on Windows and nowhere else: the exports, the property list as a resource, and the C++
+# What the module needs on Windows only: the exports, the property list as a resource, and the C++
 # runtime inside, so that nothing but the system's own libraries is loaded with it.
 enable_language(RC)
 

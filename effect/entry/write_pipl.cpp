@@ -10,7 +10,7 @@ namespace {
 void WriteScript(std::ostream& out) {
     static constexpr auto kList = flumo::ComposePipl();
     out << "LANGUAGE 0x09, 0x01\n" << flumo::kPiplId << " PIPL\nBEGIN\n";
-    for (std::size_t i = 0; i < kList.size(); i += 2) {
+    for (size_t i = 0; i < kList.size(); i += 2) {
         out << "    " << (kList[i] | kList[i + 1] << 8) << (i + 2 < kList.size() ? ",\n" : "\n");
     }
     out << "END\n";

@@ -47,7 +47,7 @@ std::vector<EGLDeviceEXT> Devices() {
     return devices;
 }
 
-/// Displays that need no window system, the best first.
+/// Displays that need no window system, preferred ones first.
 std::vector<EGLDisplay> CandidateDisplays() {
     std::vector<EGLDisplay> displays;
     const char* client = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
@@ -66,8 +66,8 @@ std::vector<EGLDisplay> CandidateDisplays() {
     return displays;
 }
 
-/// A context on the display, or none. EGL_SURFACE_TYPE must be named: by default it asks for windows, and
-/// such displays have none.
+/// A context on the display, or none. EGL_SURFACE_TYPE must be named: by default it requires
+/// window surfaces, which such displays lack.
 EGLContext CreateContext(EGLDisplay display, EGLContext share, const EGLint* version) {
     constexpr std::array<EGLint, 5> wanted = {EGL_SURFACE_TYPE, 0, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
                                               EGL_NONE};
@@ -129,7 +129,7 @@ void MakeShared(AESDK_OpenGL_EffectCommonData& record, const AESDK_OpenGL_Effect
     record.renderContext = context;
 }
 
-// Every thread starts with OpenGL ES, in which no context of ours can be made or let go.
+// Every thread starts with OpenGL ES bound, for which no desktop GL context can be made or made current.
 void UseDesktopGL() {
     eglBindAPI(EGL_OPENGL_API);
 }
@@ -152,7 +152,7 @@ void MakePlatformContextCurrent(const AESDK_OpenGL_EffectCommonData& record) {
     MakeCurrent(record.deviceContext, record.renderContext);
 }
 
-// The display is left open: everyone in the process who asked for the same one shares it.
+// The display stays initialised: the whole process shares it.
 void DestroyPlatformContext(AESDK_OpenGL_EffectCommonData& record) {
     if (record.renderContext != nullptr) {
         UseDesktopGL();

@@ -16,7 +16,7 @@ namespace {
 using GetExtensionsString = const char*(WINAPI*)(HDC);
 using CreateContextAttribs = HGLRC(WINAPI*)(HDC, HGLRC, const int*);
 
-// The system's header for these brings its own GL names, which glbinding refuses beside it.
+// The system's header for these declares its own GL names, which conflict with those of glbinding.
 constexpr int WGL_CONTEXT_MAJOR_VERSION_ARB = 8337;
 constexpr int WGL_CONTEXT_MINOR_VERSION_ARB = 8338;
 
@@ -44,8 +44,8 @@ std::string NextClassName(const std::string& product) {
     return name;
 }
 
-/// A hidden window of a class of its own, never shown and never pumped. The class name is stored before
-/// anything can fail.
+/// A hidden window of a class of its own, never shown, without a message loop. The class name is stored
+/// before anything can fail.
 HWND AESDK_OpenGL_MakeHiddenWindow(const std::string& product, std::string& className) {
     className = NextClassName(product);
     WNDCLASSEXA windowClass = {};
@@ -143,8 +143,8 @@ void MakePlatformContextCurrent(const AESDK_OpenGL_EffectCommonData& record) {
     wglMakeCurrent(static_cast<HDC>(record.deviceContext), static_cast<HGLRC>(record.renderContext));
 }
 
-// The window stays, and so does its class: it was registered for the program and is given back for nobody.
-// Both are meant; hosts end with the process.
+// The window is not destroyed, and the class stays registered: it belongs to the host's program, and is
+// unregistered here without an instance. Both end with the process.
 void DestroyPlatformContext(AESDK_OpenGL_EffectCommonData& record) {
     if (record.renderContext != nullptr) {
         if (wglMakeCurrent(nullptr, nullptr) == FALSE) GetLastError();

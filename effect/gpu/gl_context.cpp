@@ -17,9 +17,9 @@ namespace flumo {
 namespace {
 
 // One handle stands for all contexts, and all functions are resolved once, while the root is started and
-// no second thread draws: glbinding grows a table inside each of its functions whenever it meets a new
-// handle, while other threads read it without a lock, and calls get lost. The contexts come from one
-// driver, so their functions are the same. For the same reason no handle is ever released.
+// no second thread draws: for each new handle glbinding grows a table inside each of its functions while
+// other threads read it without a lock, and calls get lost. The contexts come from one driver, so their
+// functions are the same. For the same reason no handle is ever released.
 constexpr glbinding::ContextHandle kBinding = 1;
 
 // Revision of the Khronos registry that goes into the version lines.

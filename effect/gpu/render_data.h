@@ -36,7 +36,7 @@ struct AESDK_OpenGL_EffectCommonData {
     bool softwareDriver = false;
 };
 
-/// Geometry of the licence gate's overlay pass: GL names, and the bytes that each buffer has room for.
+/// Geometry of the overlay pass that licensing may draw: GL names, and the capacity of each buffer in bytes.
 struct OverlayBuffers {
     gl::GLuint vertexArray = 0;
     gl::GLuint positionBuffer = 0;
@@ -55,7 +55,7 @@ struct AESDK_OpenGL_EffectRenderData : AESDK_OpenGL_EffectCommonData {
 
     gl::GLuint framebuffer = 0;
     gl::GLuint renderbuffer = 0;
-    /// Frame size in pixels for which the sized objects stand.
+    /// Frame size in pixels for which the sized objects were made.
     uint16_t width = 0;
     uint16_t height = 0;
     /// Non-zero when largeTexture is twice the frame on each axis.

@@ -1,4 +1,4 @@
-// The caller's own GL context, put back when the effect is done with the thread.
+// Saving the caller's GL context and making it current again.
 #pragma once
 
 #include <memory>

@@ -6,7 +6,7 @@
 namespace flumo {
 
 // A host thread may have a context of either kind. With one of GLX current, eglMakeCurrent is refused, so
-// that one is let go while the effect works.
+// that one is not current while the effect works.
 struct AESDK_OpenGL_SavedContext::Handles {
     EGLenum api = eglQueryAPI();
     EGLDisplay display = eglGetCurrentDisplay();

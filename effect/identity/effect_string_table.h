@@ -132,7 +132,7 @@ inline constexpr std::array<EffectString, 109> EffectStringTable{{
 }};
 
 consteval bool IndicesMatchRows() {
-    for (std::size_t row = 0; row < EffectStringTable.size(); ++row) {
+    for (size_t row = 0; row < EffectStringTable.size(); ++row) {
         if (EffectStringTable[row].index != static_cast<A_long>(row)) return false;
     }
     return true;

@@ -7,7 +7,7 @@
 namespace flumo {
 
 const char* GetStringPtr(A_long row) {
-    return EffectStringTable[static_cast<std::size_t>(row)].text;
+    return EffectStringTable[static_cast<size_t>(row)].text;
 }
 
 }  // namespace flumo

@@ -10,7 +10,7 @@ inline constexpr A_long kNameRow = 1;
 /// The line under the name in the about box.
 inline constexpr A_long kNoticeRow = 2;
 
-/// The text of a row, 0 to 108, for the life of the module. The number is not checked.
+/// The text of a row, 0 to 108, valid as long as the module is loaded. The number is not checked.
 const char* GetStringPtr(A_long row);
 
 }  // namespace flumo

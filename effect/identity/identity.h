@@ -1,5 +1,5 @@
-// Who the effect is: names, version and flags. Registration, global set-up and the resource that
-// Windows hosts read all take them from here, since the host compares the answers.
+// The effect's names, version and flags. Registration, global set-up and the resource that Windows hosts read
+// all use these constants, since the host compares them.
 #pragma once
 
 #include "effect_api/commands.h"

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "effect/identity/effect_string_table.h"
-#include "effect/params/param_ids.h"
 #include "effect_api/params.h"
 
 namespace flumo {
@@ -69,7 +68,6 @@ consteval bool DiskIdsAreUnique() {
     for (const Control& one : kControls) {
         for (const Control& other : kControls) {
             if (one.section != other.section && one.diskId == other.diskId) return false;
-            if (one.diskId == kBlendModeDiskId) return false;
         }
     }
     return true;

@@ -19,6 +19,8 @@ const std::vector<std::string>& IndexList() {
     return list;
 }
 
+static_assert(std::ranges::find(kControls, kBlendModeDiskId, &Control::diskId) == kControls.end());
+
 const std::unordered_map<std::string, A_long>& DiskIds() {
     static const std::unordered_map<std::string, A_long> table = [] {
         std::unordered_map<std::string, A_long> ids{{"BlendMode", kBlendModeDiskId}};

@@ -142,10 +142,10 @@ constexpr LayerRead kLayerReads[] = {
     {Section::Layer3, &ParamSnapshot::layer3Slot},
 };
 
-constexpr std::size_t kSlotCount = std::size(kReads) + std::size(kLayerReads);
+constexpr size_t kSlotCount = std::size(kReads) + std::size(kLayerReads);
 
-consteval std::size_t CountValues() {
-    std::size_t values = 0;
+consteval size_t CountValues() {
+    size_t values = 0;
     for (const Control& control : kControls) {
         values += control.kind != ControlKind::GroupStart && control.kind != ControlKind::GroupEnd;
     }
@@ -166,7 +166,7 @@ bool CheckOut(ParamSnapshot& snapshot, Section section, PF_Err& err) {
 
 PF_LayerDef* ChosenLayer(ParamSnapshot& snapshot, A_long slot) {
     if (slot < 0) return nullptr;
-    PF_LayerDef& layer = snapshot.checkedOut[static_cast<std::size_t>(slot)].u.ld;
+    PF_LayerDef& layer = snapshot.checkedOut[static_cast<size_t>(slot)].u.ld;
     return layer.data ? &layer : nullptr;
 }
 

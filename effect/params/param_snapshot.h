@@ -1,4 +1,4 @@
-// All control values at one frame's time: taken once, read by the drawing, given back once.
+// All control values at one frame's time: checked out once, read by the drawing, checked in once.
 #pragma once
 
 #include <vector>
@@ -86,7 +86,7 @@ struct ParamSnapshot {
     PF_InData* in_data = nullptr;
     /// One slot for each control that was read, in reading order.
     std::vector<PF_ParamDef> checkedOut{};
-    /// Places of the layers in checkedOut, which may move its slots while it grows; -1 for a layer that
+    /// Indices of the layers in checkedOut, which may move its slots while it grows; -1 for a layer that
     /// could not be checked out.
     A_long layer1Slot = 0;
     A_long layer2Slot = 0;
@@ -98,8 +98,8 @@ struct ParamSnapshot {
 /// first error.
 PF_Err TakeParamSnapshot(ParamSnapshot& snapshot);
 
-/// Checks all slots in, up to the host's first error, which is returned, and empties checkedOut. Slots
-/// that were never checked out go along.
+/// Checks all slots in, up to the host's first error, which is returned, and empties checkedOut. Slots that
+/// were never checked out are checked in too.
 PF_Err ReleaseParamSnapshot(ParamSnapshot& snapshot, PF_InData* in_data);
 
 /// The layer that the control holds, or null when none is chosen. The pixels are the host's.

@@ -25,7 +25,7 @@ struct FloatFrame {
 };
 
 // May run on other threads of the host; it only reads the frame and makes no GL call. A world too large for
-// the record's 16-bit size asks for pixels that were never drawn.
+// the record's 16-bit size has pixels that were never drawn.
 PF_Err CopyFloatPixel(void* refcon, A_long x, A_long y, PF_PixelFloat*, PF_PixelFloat* out) {
     const auto& frame = *static_cast<const FloatFrame*>(refcon);
     const auto index = static_cast<size_t>(static_cast<ptrdiff_t>(y) * frame.inputWorld->width + x);
@@ -45,7 +45,7 @@ void IterateFloats(const RenderData& renderData, const PF_iterateFloatSuite1& it
 template <typename Pixel>
 using PixelGetter = PF_Err (*)(PF_EffectWorld*, PF_PixelPtr, Pixel**);
 
-// The getter's result is not tested; without pixels there is nowhere to write. Rows and columns beyond the
+// The getter's result is not tested; without pixels nothing is written. Rows and columns beyond the
 // frame keep what the world held.
 template <typename Pixel>
 void CopyRows(PixelGetter<Pixel> getPixels, const RenderData& renderData, PF_EffectWorld& world,

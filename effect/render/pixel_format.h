@@ -1,4 +1,4 @@
-// The host's three depths as GL sees them.
+// The host's three depths and their GL types.
 #pragma once
 
 #include <glbinding/gl/types.h>

@@ -13,8 +13,8 @@ void SelectTarget(PF_InData* in_data, PF_OutData* out_data, const AESDK_OpenGL_E
                   gl::GLuint texture);
 
 /// Does nothing while the bound framebuffer is complete. Otherwise puts the status into the host's message
-/// and throws PF_Err_OUT_OF_MEMORY. AESDK_OpenGL_BindTarget, which always comes before, has its own test,
-/// so the message is seen only if the status changes in between.
+/// and throws PF_Err_OUT_OF_MEMORY. AESDK_OpenGL_BindTarget, which always comes before, tests the same,
+/// so the user sees the message only if the status changes between the two.
 void ReportFramebufferStatus(PF_InData* in_data, PF_OutData* out_data);
 
 }  // namespace flumo

@@ -1,4 +1,4 @@
-// What a frame needs: the effect's own layer, under the host's unchanged request.
+// Smart pre-render: checking out the input layer with the host's unchanged request.
 #pragma once
 
 #include "effect_api/effect.h"
@@ -9,8 +9,8 @@ namespace flumo {
 /// The id under which the input layer is checked out here and fetched by SmartRender.
 inline constexpr A_long kInputCheckoutId = 0;
 
-/// Checks out the input layer at the current time and unites its rectangles into the answer. Returns the
-/// host's error, with the answer untouched. Takes no lock; runs beside frames.
+/// Checks out the input layer at the current time and unites its rectangles into the output. Returns the
+/// host's error, with the output unchanged. Takes no lock; may run while frames are rendered.
 PF_Err SmartPreRender(PF_InData* in_data, PF_PreRenderExtra* extra);
 
 /// Grows `destination` to hold `source`. An empty destination becomes the source, whatever that holds; an

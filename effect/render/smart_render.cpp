@@ -113,23 +113,23 @@ void RenderInContext(Frame& frame) {
                                   static_cast<uint16_t>(frame.inputWorld->height), 1);
     const PixelFormatRow& format = InputFormat(frame);
     DrawImage(frame, *renderData, format.multiplier16bit);
-    // This build's gate lets every frame out as it is; a gate that does not would draw its overlay here.
+    // This build allows every frame; licensing that does not would draw its overlay here.
     static_cast<void>(LicenceAllowsFrame());
     DeliverImage(frame, *renderData, format);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 
-/// The frame, then the host's question whether the user cancelled, asked with the caller's context back.
-/// A failed frame does not ask.
+/// Renders the frame, then asks the host whether the user cancelled, with the caller's context current again.
+/// After a failed frame the host is not asked.
 PF_Err Render(Frame& frame) {
     const PF_Err err = CommandResult([&frame] { RenderInContext(frame); });
     return err != PF_Err_NONE ? err : frame.in_data->inter.abort(frame.in_data->effect_ref);
 }
 
-/// Gives everything back in this order, whatever was reached: the suite is released and the layer checked
-/// in even when they were never had. Returns the first error of the call.
-PF_Err GiveBack(Frame& frame, PF_Err err) {
+/// Releases everything in this order, whatever failed before: the suite is released and the layer checked in
+/// even when they were never acquired. Returns the first error of the call.
+PF_Err Release(Frame& frame, PF_Err err) {
     const auto keepFirst = [&err](PF_Err next) {
         if (err == PF_Err_NONE) err = next;
     };
@@ -146,7 +146,7 @@ PF_Err SmartRender(PF_InData* in_data, PF_OutData* out_data, PF_SmartRenderExtra
     Frame frame{.in_data = in_data, .out_data = out_data, .extra = extra};
     PF_Err err = Gather(frame);
     if (err == PF_Err_NONE) err = Render(frame);
-    return GiveBack(frame, err);
+    return Release(frame, err);
 }
 
 }  // namespace flumo

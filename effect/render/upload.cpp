@@ -59,7 +59,7 @@ PF_Err UploadFloat(const PF_InData& in_data, PF_LayerDef& world) {
     return err;
 }
 
-// The host flags 16 bits alone. A world without the flag has 8 bits if the getter of that depth knows its
+// The host flags 16 bits alone. A world without the flag has 8 bits if the getter of that depth returns
 // pixels, else floats.
 bool HasEightBits(const PF_InData& in_data, PF_LayerDef& world) {
     PF_Pixel8* pixels = nullptr;

@@ -27,7 +27,7 @@ AEGP_SuiteHandler::AEGP_SuiteHandler(const SPBasicSuite* basic) : basic_(basic) 
 }
 
 AEGP_SuiteHandler::~AEGP_SuiteHandler() {
-    for (std::size_t slot = 0; slot < cached_.size(); ++slot) {
+    for (size_t slot = 0; slot < cached_.size(); ++slot) {
         if (cached_[slot]) basic_->ReleaseSuite(kSuites[slot].name, kSuites[slot].version);
     }
 }

@@ -1,4 +1,4 @@
-// Small steps that every pass is made of. The record's context is current.
+// The GL steps that every pass consists of. A context is current.
 #pragma once
 
 #include <glbinding/gl/types.h>
@@ -13,7 +13,7 @@ using QuadVertices = std::array<gl::GLfloat, 20>;
 /// The quad from (0, 0) to (w, h) whose texture coordinates run from (u0, v0) to (u1, v1).
 QuadVertices FrameQuad(float w, float h, float u0, float v0, float u1, float v1);
 
-/// Binds the texture to a texture unit and hands the unit's number to the program's sampler of that name.
+/// Binds the texture to a texture unit and sets the program's sampler of that name.
 /// The program is in use; a texture of 0 is bound all the same.
 void BindSampler(gl::GLuint program, gl::GLuint texture, const char* name, gl::GLint unit);
 

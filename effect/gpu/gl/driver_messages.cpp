@@ -29,7 +29,7 @@ const char* TypeWord(GLenum type) {
     }
 }
 
-// Called on the thread of the GL call. Notifications tell how the driver works and point to no fault.
+// Called on the thread of the GL call. Notifications describe how the driver works and are no faults.
 void GL_APIENTRY LogDriverMessage(GLenum, GLenum type, GLuint, GLenum severity, GLsizei, const GLchar* text,
                                   const void*) {
     if (severity == GL_DEBUG_SEVERITY_NOTIFICATION) return;

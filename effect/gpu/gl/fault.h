@@ -1,11 +1,12 @@
-// What the GL layer throws.
+// The exception of the GL layer.
 #pragma once
 
 #include "effect_api/types.h"
 
 namespace flumo {
 
-/// A failure of the GL layer. Command handlers answer it with PF_Err_OUT_OF_MEMORY, without a message.
+/// A failure of the GL layer; `code` is one of the numbers below. Command handlers return
+/// PF_Err_OUT_OF_MEMORY for it, without a message to the user.
 struct AESDK_OpenGL_Fault {
     A_long code;
 };

@@ -16,7 +16,7 @@ namespace {
 
 using LogBuffer = std::array<GLchar, 4096>;
 
-/// Logs what the driver said of a shader or a program, and throws.
+/// Logs the driver's log of a shader or a program, and throws.
 [[noreturn]] void Fail(const char* failure, const LogBuffer& log, const char* text) {
     LogMessage(ShaderLogMessage(failure, log.data(), text));
     throw AESDK_OpenGL_Fault{kFaultProgram};

@@ -195,7 +195,7 @@ bool IsGradientCallback(const PF_ArbParamsExtra* extra) {
 
 PF_Err DispatchGradientCallback(PF_InData* in_data, PF_OutData*, PF_ArbParamsExtra* extra) {
     if (!IsSelector(extra->which_function)) return PF_Err_UNRECOGNIZED_PARAM_TYPE;
-    const auto callback = kCallbacks[static_cast<std::size_t>(extra->which_function)];
+    const auto callback = kCallbacks[static_cast<size_t>(extra->which_function)];
     return CommandResult([&] { return callback(in_data, extra); });
 }
 

@@ -1,5 +1,5 @@
-// The host's callbacks on gradient values: it treats them as opaque and asks us to make, copy, store,
-// compare, blend and print them.
+// The callbacks on gradient values. The host treats the values as opaque and calls the effect to make, copy,
+// store, compare, blend and print them.
 #pragma once
 
 #include <array>
@@ -21,13 +21,13 @@ inline void* GradientRefcon() {
 bool IsGradientCallback(const PF_ArbParamsExtra* extra);
 
 /// Runs the callback that `extra` selects and returns its result; a selector that is none gives
-/// PF_Err_UNRECOGNIZED_PARAM_TYPE. Throws nothing: 516 for a missing suite and 4 for a lock that
-/// yields nothing come back as numbers.
+/// PF_Err_UNRECOGNIZED_PARAM_TYPE. Throws nothing: returns PF_Err_BAD_CALLBACK_PARAM for a
+/// missing suite and PF_Err_OUT_OF_MEMORY for a failed lock.
 PF_Err DispatchGradientCallback(PF_InData* in_data, PF_OutData* out_data, PF_ArbParamsExtra* extra);
 
-/// Makes a white gradient and writes its handle to `slot`. When the host has no handle to give the
-/// slot stays as it was and the result is still 0. Throws PF_Err 516 without the handle suite and 4
-/// when the new handle cannot be locked.
+/// Makes a white gradient and writes its handle to `slot`. When the host cannot make a handle, the slot stays
+/// as it was and the result is still PF_Err_NONE. Throws PF_Err_BAD_CALLBACK_PARAM without the handle suite
+/// and PF_Err_OUT_OF_MEMORY when the new handle cannot be locked.
 PF_Err GradientNew(PF_InData* in_data, GradientHandle* slot);
 
 }  // namespace flumo

@@ -25,7 +25,8 @@ struct RampEvent {
     bool IsOnControl() const { return event.effect_win.area == PF_EA_CONTROL; }
     GradientHandle Gradient() const { return param.u.arb_d.value; }
     RampGeometry Geometry() const { return MakeRampGeometry(event.effect_win.current_frame); }
-    // From this flag the host takes the undo step and the redraw. It lies over the disk id, as it must.
+    // The host makes the undo step and the redraw from this flag. It overwrites the disk id, whose place it
+    // shares.
     void MarkChanged() const { param.uu.change_flags = PF_ChangeFlag_CHANGED_VALUE; }
     void MarkHandled() const { event.evt_out_flags = PF_EO_HANDLED_EVENT; }
 };
@@ -122,7 +123,7 @@ RampCanvas OpenCanvas(const RampEvent& ramp, const DrawbotSuites& drawbot) {
     return canvas;
 }
 
-// Outside the control there is nothing to paint, but the event counts as handled all the same.
+// Outside the control nothing is painted, but the event is handled.
 PF_Err GradientDraw(const RampEvent& ramp) {
     const GradientLock lock(ramp.handles, ramp.Gradient());
     const GradientStopMap& stops = lock.Stops();
@@ -133,7 +134,7 @@ PF_Err GradientDraw(const RampEvent& ramp) {
     return PF_Err_NONE;
 }
 
-// The host repeats a click during the drag that it asked for; the event is turned into what it means.
+// The host repeats a click during the drag that it asked for; such a click is handled as a drag.
 PF_EventType EventType(PF_EventExtra& event) {
     if (event.e_type == PF_Event_DO_CLICK && event.u.do_click.send_drag) event.e_type = PF_Event_DRAG;
     return event.e_type;

@@ -1,4 +1,4 @@
-// What a drag has to remember between two events, packed into the words that the host carries along.
+// The state of a drag between two events, packed into the words that the host keeps for it.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 
 namespace flumo {
 
-/// The dragged stop's whole content is kept, so that a stop that was lifted off can come back.
+/// The dragged stop's whole content is kept, so that a stop that was lifted off can be put back.
 struct DragState {
     A_long offset;   // pixels from the pointer to the stop's own pixel at the press
     A_long ordinal;  // the stop's place in the map, or kLiftedOff

@@ -75,17 +75,17 @@ float FreePosition(const GradientStopMap& stops, float t) {
 }  // namespace
 
 ClickOutcome ClickRamp(GradientStopMap& stops, const RampGeometry& ramp, A_long x, A_long clicks,
-                       bool cycle_kind) {
-    // A ramp of width 0 has no positions to hit or to add at.
-    if (x < ramp.left || x > ramp.right || ramp.w == 0) return {};
+                       bool cycleKind) {
+    // A control without width for a ramp has no positions to hit or to add at.
+    if (x < ramp.left || x > ramp.right || ramp.w <= 0) return {};
     const float t = RampPosition(ramp, int64_t{x} - ramp.x0);
     const Hit hit = FindHit(stops, ramp, t);
-    const bool is_hit = hit.stop != stops.end();
+    const bool isHit = hit.stop != stops.end();
 
-    if (cycle_kind) return is_hit ? CycleKind(hit.stop->second) : ClickOutcome{};
-    if (clicks == 1) return is_hit ? StartDrag(ramp, x, hit) : ClickOutcome{};
+    if (cycleKind) return isHit ? CycleKind(hit.stop->second) : ClickOutcome{};
+    if (clicks == 1) return isHit ? StartDrag(ramp, x, hit) : ClickOutcome{};
     if (clicks != 2) return {};
-    if (!is_hit) return AddStop(stops, t);
+    if (!isHit) return AddStop(stops, t);
     return {.action = ClickAction::kPickColor, .picked = &hit.stop->second};
 }
 
@@ -94,10 +94,10 @@ bool DragRamp(GradientStopMap& stops, const RampGeometry& ramp, DragState& drag,
     const float t = std::fmax(std::fmin(RampPosition(ramp, int64_t{drag.offset} + x - ramp.x0), 1.0F), 0.0F);
     bool changed = false;
     if (drag.ordinal != kLiftedOff) {
-        // Other negative ordinals wrap to far beyond the last stop.
-        if (static_cast<std::size_t>(drag.ordinal) >= stops.size()) return false;
+        // Other negative ordinals become numbers above the last stop's.
+        if (static_cast<size_t>(drag.ordinal) >= stops.size()) return false;
         const auto dragged = std::next(stops.begin(), drag.ordinal);
-        // Meant: straight down from an unchanged position lifts nothing.
+        // A pointer that moves straight down from an unchanged position does not lift the stop.
         if (dragged->first == t) return false;
         stops.erase(dragged);
         changed = true;

@@ -10,9 +10,9 @@ namespace flumo {
 
 /// What the caller has to do after a click.
 enum class ClickAction {
-    kNone,       // nothing was meant by it: the event stays unhandled
+    kNone,       // no effect: the event stays unhandled
     kHandled,    // done
-    kStartDrag,  // ask the host for drag events and let them carry `drag`
+    kStartDrag,  // ask the host for drag events and store `drag` in them
     kPickColor   // let the user choose a colour for `picked`
 };
 
@@ -23,13 +23,13 @@ struct ClickOutcome {
     GradientStop* picked = nullptr;  // with kPickColor; stays the map's
 };
 
-/// One press on the control at pixel column `x`: with `cycle_kind` (the command or control key) the hit
-/// stop's kind goes from linear to sin to edge and round; a single click on a stop starts a drag; a
+/// One press on the control at pixel column `x`: with `cycleKind` (the command or control key) the hit
+/// stop's kind goes from linear to sin to edge to linear; a single click on a stop starts a drag; a
 /// double click adds a stop where there is none and asks for a colour where there is one. A stop is
 /// hit within ten pixels, exclusive, and the leftmost in reach wins. New stops are not clamped to the
 /// ramp: the side margins reach beyond 0 and 1.
 ClickOutcome ClickRamp(GradientStopMap& stops, const RampGeometry& ramp, A_long x, A_long clicks,
-                       bool cycle_kind);
+                       bool cycleKind);
 
 /// One pointer move of a drag. The stop follows x within 0 to 1, passing over its neighbours; onto a
 /// taken position it goes by steps of 0.001 towards the ramp's middle. Below the frame it is lifted off

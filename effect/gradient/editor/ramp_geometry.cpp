@@ -12,15 +12,15 @@ constexpr A_long kMarkerStrip = 16;
 
 RampGeometry MakeRampGeometry(const PF_Rect& frame) {
     const A_long x0 = frame.left + kSideMargin;
-    const A_long marker_top = std::max(frame.top, frame.bottom - kMarkerStrip);
+    const A_long markerTop = std::max(frame.top, frame.bottom - kMarkerStrip);
     return {.left = frame.left,
             .top = frame.top,
             .right = frame.right,
             .bottom = frame.bottom,
             .x0 = x0,
             .w = frame.right - x0 - kSideMargin,
-            .markerTop = marker_top,
-            .h = marker_top - frame.top};
+            .markerTop = markerTop,
+            .h = markerTop - frame.top};
 }
 
 }  // namespace flumo

@@ -1,4 +1,4 @@
-// Where the ramp and its markers lie in the control's frame.
+// The position of the ramp and its markers in the control's frame.
 #pragma once
 
 #include "effect_api/types.h"

@@ -32,14 +32,14 @@ PanelPixel MakePixel(const GradientSample& color, DRAWBOT_PixelLayout layout) {
 void FillRampPixels(const GradientStopMap& stops, A_long width, A_long height, DRAWBOT_PixelLayout layout,
                     void* pixels) {
     auto* row = static_cast<std::byte*>(pixels);
-    const std::size_t row_bytes = static_cast<std::size_t>(width) * sizeof(PanelPixel);
+    const size_t rowBytes = static_cast<size_t>(width) * sizeof(PanelPixel);
     for (A_long i = 0; i < width; ++i) {
         const float t = static_cast<float>(i) / static_cast<float>(width);
         const PanelPixel pixel = MakePixel(SampleGradient(stops, t), layout);
-        std::memcpy(row + static_cast<std::size_t>(i) * sizeof(PanelPixel), pixel.data(), sizeof(PanelPixel));
+        std::memcpy(row + static_cast<size_t>(i) * sizeof(PanelPixel), pixel.data(), sizeof(PanelPixel));
     }
     for (A_long y = 1; y < height; ++y)
-        std::memcpy(row + static_cast<std::size_t>(y) * row_bytes, row, row_bytes);
+        std::memcpy(row + static_cast<size_t>(y) * rowBytes, row, rowBytes);
 }
 
 }  // namespace flumo

@@ -5,7 +5,7 @@
 namespace flumo {
 namespace {
 
-// One stop as it lies in the stored form.
+// One stop in the stored form.
 struct FlatStop {
     float position;
     GradientStop stop;
@@ -39,10 +39,9 @@ void UnflattenGradient(const void* bytes, A_u_long size, GradientStopMap& stops)
     std::memcpy(&count, in, kFlatHeaderSize);
     stops.clear();
 
-    std::size_t offset = kFlatHeaderSize;
+    size_t offset = kFlatHeaderSize;
     for (int32_t i = 0; i < count && offset + kFlatPositionSize <= size; ++i, offset += kFlatStopSize) {
-        // The whole stop is taken although only its position is known to lie within the size: a cut
-        // last stop has always been stored this way.
+        // The stored form takes the whole of a last stop whose position is within the size, whatever follows.
         FlatStop flat;
         std::memcpy(&flat, in + offset, kFlatStopSize);
         stops[flat.position] = flat.stop;

@@ -30,8 +30,8 @@ struct GradientStop {
     bool operator==(const GradientStop&) const = default;
 };
 
-/// Plain less-than, with a NaN behind every number: stored bytes may hold one, and the map must keep
-/// a strict order.
+/// Less-than, with NaN ordered after every number: stored bytes may hold a NaN, and the map needs a strict
+/// weak order.
 struct PositionLess {
     bool operator()(float left, float right) const {
         return left < right || (std::isnan(right) && !std::isnan(left));
@@ -42,8 +42,8 @@ struct PositionLess {
 /// at the same position only when the floats are equal.
 using GradientStopMap = std::map<float, GradientStop, PositionLess>;
 
-/// The eight bytes of a gradient's host handle. The map lives on this module's heap, so a byte copy
-/// of the handle refers to the same stops.
+/// The eight bytes of a gradient's host handle. The map is on this module's heap, so a byte copy of
+/// the handle refers to the same stops.
 struct GradientRecord {
     GradientStopMap* stops;
 };

@@ -1,4 +1,4 @@
-// The scoped lock through which every reader and writer reaches the stops of a gradient handle.
+// The scoped lock that gives access to the stops of a gradient handle.
 #pragma once
 
 #include "effect/gradient/value/gradient.h"
@@ -6,13 +6,13 @@
 
 namespace flumo {
 
-/// Locks `gradient` for its own lifetime, which is the only guard that the stops have. The suite and
+/// Locks `gradient` for its own lifetime. The stops have no other lock. The suite and
 /// the handle stay the caller's and must outlive the lock.
 class GradientLock {
   public:
     GradientLock(const PF_HandleSuite1& handles, GradientHandle gradient) : lock_(handles, gradient) {}
 
-    /// The locked record. Throws PF_Err_OUT_OF_MEMORY when the lock yielded nothing.
+    /// The locked record. Throws PF_Err_OUT_OF_MEMORY when the lock failed.
     GradientRecord& Record() const { return *static_cast<GradientRecord*>(lock_.Data()); }
 
     /// The stops of the locked record; throws like Record().

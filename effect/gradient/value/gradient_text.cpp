@@ -47,7 +47,7 @@ std::string FormatGradientText(const GradientStopMap& stops) {
     for (const auto& [position, stop] : stops) {
         text << " t " << position;
         if (stop.kind >= kStopLinear && stop.kind <= kStopEdge)
-            text << ' ' << kKindWords[static_cast<std::size_t>(stop.kind)] << ' ';
+            text << ' ' << kKindWords[static_cast<size_t>(stop.kind)] << ' ';
         text << " r " << stop.r << " g " << stop.g << " b " << stop.b << " a " << stop.a;
     }
     return text.str();

@@ -15,7 +15,7 @@ std::string FormatGradientText(const GradientStopMap& stops);
 
 /// Reads that form and merges its stops into `stops`, which keep what the text does not overwrite.
 /// Returns 0 at the end of the text, or PF_Err_UNRECOGNIZED_PARAM_TYPE at the first word that is not
-/// the expected one; stops read before it stay. White space behind the last number counts as one more
+/// the expected one; stops read before it stay. White space after the last number counts as one more
 /// stop and fails.
 PF_Err ParseGradientText(std::istream& text, GradientStopMap& stops);
 

@@ -32,7 +32,7 @@ GradientStopMap InterpolateGradients(const GradientStopMap& left, const Gradient
     const Weights mix{1.0F - u, u};
     GradientStopMap out;
 
-    // A missing side stands at the other's position with the colour of a fresh stop.
+    // A missing stop counts as one at the other's position with the colour of a new stop.
     if (left.empty()) {
         for (const StopEntry& r : right)
             SetBlended(out, {r.first, {}}, r, mix);
@@ -44,14 +44,14 @@ GradientStopMap InterpolateGradients(const GradientStopMap& left, const Gradient
         return out;
     }
 
-    const auto last_left = std::prev(left.end());
-    const auto last_right = std::prev(right.end());
+    const auto lastLeft = std::prev(left.end());
+    const auto lastRight = std::prev(right.end());
     auto l = left.begin();
     auto r = right.begin();
-    for (std::size_t i = std::max(left.size(), right.size()); i > 0; --i) {
+    for (size_t i = std::max(left.size(), right.size()); i > 0; --i) {
         SetBlended(out, *l, *r, mix);
-        if (l != last_left) ++l;
-        if (r != last_right) ++r;
+        if (l != lastLeft) ++l;
+        if (r != lastRight) ++r;
     }
     return out;
 }

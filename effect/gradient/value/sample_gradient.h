@@ -14,7 +14,7 @@ struct GradientSample {
 };
 
 /// The colour at position t (0 is the left end, 1 the right; t is neither wrapped nor clamped). Before
-/// the first and behind the last stop that stop's colour holds; without stops it is (0, 0, 0, 1).
+/// the first and after the last stop that stop's colour holds; without stops it is (0, 0, 0, 1).
 /// `kind`, when given, gets the kind that a stop added at t should have: the end stop's own kind
 /// outside the stops, kStopEdge inside an edge segment, else kStopSin. Cannot fail; a NaN among the
 /// positions gives (0, 0, 0, 1) beside it.

@@ -99,8 +99,12 @@ TEST(ClickRamp, LeavesEverythingElseAlone) {
     for (const A_long clicks : {0, 3})
         EXPECT_EQ(ClickRamp(stops, kRamp, 70, clicks, false).action, ClickAction::kNone);
     EXPECT_EQ(ClickRamp(stops, kRamp, 30, 1, false).action, ClickAction::kNone);
-    for (int x = 0; x <= 12; ++x)
-        EXPECT_EQ(ClickRamp(stops, MakeRampGeometry({0, 0, 12, 50}), x, 2, false).action, ClickAction::kNone);
+    for (const A_long width : {12, 11, 0, -3}) {
+        for (A_long x = -3; x <= 12; ++x)
+            EXPECT_EQ(ClickRamp(stops, MakeRampGeometry({0, 0, width, 50}), x, 2, false).action,
+                      ClickAction::kNone)
+                << width;
+    }
     EXPECT_EQ(stops, (GradientStopMap{{0.5F, kRed}}));
 }
 

@@ -146,7 +146,7 @@ struct Frame {
     }
     ~Frame() {
         EXPECT_EQ(ReleaseParamSnapshot(snapshot, &in_data), 0);
-        EXPECT_EQ(checkins, 72) << "slots that were never checked out go along";
+        EXPECT_EQ(checkins, 72) << "slots that were never checked out are checked in too";
         EXPECT_TRUE(snapshot.checkedOut.empty());
     }
 

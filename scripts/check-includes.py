@@ -13,6 +13,7 @@ HOST_BASE = ["effect_api", "host/module", "host/values"]
 HOST = HOST_BASE + ["host"]
 JOB = HOST + ["base", "scene", "media"]
 # A folder stands for the files directly in it; with "/**" also for those in the folders below.
+STUDIO = JOB + ["job"]
 RULES = {
     "effect_api": [],
     "effect/identity": ["effect_api"],
@@ -49,6 +50,14 @@ RULES = {
     "cli/options": JOB + ["host/panel", "job", "cli/terminal"],
     "cli/commands": JOB + ["host/panel", "judge", "judge/engine", "judge/cases", "job", "cli/files", "cli/options",
                            "cli/terminal", "effect/params/control_table.h"],
+    "studio/document": STUDIO,
+    "studio/preview": STUDIO + ["studio/document"],
+    "studio/controls": STUDIO + ["host/panel", "studio/document"],
+    "studio/timeline": STUDIO + ["studio/document", "studio/preview"],
+    "studio/looks": STUDIO + ["studio/document", "studio/preview"],
+    "studio/export": STUDIO + ["studio/document"],
+    "studio/window": STUDIO + ["studio/document", "studio/preview", "studio/controls", "studio/timeline",
+                               "studio/looks", "studio/export"],
     "cli": JOB + ["job", "cli/commands", "cli/options", "cli/terminal"],
 }
 # A header of the host that its own callbacks implement.

@@ -5,6 +5,8 @@ packages_build=(
     libpng-dev libopenexr-dev nlohmann-json3-dev libcli11-dev libcairo2-dev glslang-tools ffmpeg git
 )
 packages_test=(libgtest-dev libgmock-dev googletest frei0r-plugins-dev melt python3)
+# Qt, and what lets its programs show a window on X11 and Wayland.
+packages_studio=(qt6-base-dev qt6-qpa-plugins libxcb-cursor0)
 packages_windows=(g++-mingw-w64-x86-64-posix dpkg-dev wine wine64 xvfb xauth icoutils zip)
 packages_slurm=(slurm-wlm munge)
 packages_bench=(libbenchmark-dev python3)

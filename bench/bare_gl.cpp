@@ -152,6 +152,7 @@ std::vector<float> BareGl::small_image(GLuint program) const {
 int BareGl::differing_pixels() {
     const AESDK_OpenGL_SavedContext callers;
     AESDK_OpenGL_MakeCurrent(objects_);
+    textures_.upload_layers();
     const std::vector<float> ours = small_image(program_);
     const std::vector<float> theirs = small_image(reference_);
     int count = 0;
@@ -185,7 +186,7 @@ BareCost BareGl::draw() {
     AESDK_OpenGL_MakeCurrent(objects_);
     BareCost cost;
     const Cost start = clock_now();
-    textures_.upload_layers_again();
+    textures_.upload_layers();
     glFinish();
     cost.main_draw = cost_of([this] {
         draw_image(program_, large());
@@ -195,6 +196,9 @@ BareCost BareGl::draw() {
     draw_output();
     glFinish();
     cost.read_back = cost_of([this] { read_back(); });
+    // Within the frame, as the effect does: whoever frees 100 MB at its end pays for their pages at the next
+    // upload.
+    textures_.delete_layers();
     cost.all = clock_now() - start;
     return cost;
 }
@@ -202,10 +206,13 @@ BareCost BareGl::draw() {
 Cost BareGl::draw_reference() {
     const AESDK_OpenGL_SavedContext callers;
     AESDK_OpenGL_MakeCurrent(objects_);
-    return cost_of([this] {
+    textures_.upload_layers();
+    const Cost cost = cost_of([this] {
         draw_image(reference_, large());
         glFinish();
     });
+    textures_.delete_layers();
+    return cost;
 }
 
 }  // namespace flumo::bench

@@ -16,7 +16,7 @@ namespace flumo::bench {
 struct BareCost {
     /// The image alone, drawn into the double-size texture.
     Cost main_draw;
-    /// The layers' uploads, the three passes and the read-back.
+    /// The layers' uploads, the three passes, the read-back, the deletion of the layers' textures.
     Cost all;
     /// The read-back alone.
     Cost read_back;

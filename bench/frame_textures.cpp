@@ -2,6 +2,8 @@
 
 #include <glbinding/gl33core/gl.h>
 
+#include <algorithm>
+
 #include "effect/gpu/gl/texture.h"
 #include "effect/gradient/value/gradient_lock.h"
 #include "effect/render/pixel_format.h"
@@ -64,12 +66,14 @@ void FrameTextures::load(PF_InData* in_data, ParamSnapshot& snapshot, host::Dept
     textures_[kLayers + 1] = ramp(suites, snapshot.noiseVisible, snapshot.noiseGradient);
 }
 
-void FrameTextures::upload_layers_again() {
-    for (std::size_t i = 0; i < kLayers; ++i) {
-        if (textures_[i] == 0) continue;
-        glDeleteTextures(1, &textures_[i]);
-        textures_[i] = upload(layers_[i]);
-    }
+void FrameTextures::upload_layers() {
+    for (std::size_t i = 0; i < kLayers; ++i)
+        if (textures_[i] == 0) textures_[i] = upload(layers_[i]);
+}
+
+void FrameTextures::delete_layers() {
+    glDeleteTextures(kLayers, textures_.data());
+    std::fill_n(textures_.begin(), kLayers, 0U);
 }
 
 void FrameTextures::clear() {

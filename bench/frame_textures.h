@@ -18,8 +18,11 @@ class FrameTextures {
     /// Takes over the snapshot's layers, which have this depth, and its ramps. Nothing is made for what the
     /// frame leaves out: a driver's code depends on which samplers have a texture.
     void load(PF_InData* in_data, ParamSnapshot& snapshot, host::Depth depth);
-    /// Makes the layers' textures again from the same pixels: a frame's uploads and nothing else.
-    void upload_layers_again();
+    /// Makes the layers' textures from the same pixels where there are none: a frame's uploads and nothing
+    /// else.
+    void upload_layers();
+    /// Deletes them. The pixels stay.
+    void delete_layers();
     void clear();
 
     /// Gives the program the numbers of the units and the switches of the layers. The program is in use.

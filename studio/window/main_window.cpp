@@ -10,10 +10,12 @@ namespace flumo::studio {
 MainWindow::MainWindow(job::Session& session, QWidget* parent)
     : QMainWindow(parent),
       session_(session),
-      document_(new Document(session.catalog(), session.host(), this)) {
+      document_(new Document(session.catalog(), session.host(), this)),
+      preview_(new Preview(*document_, this)),
+      preview_panel_(new PreviewPanel(*preview_, this)) {
     setWindowTitle(QStringLiteral("Flumo Studio"));
     resize(1280, 720);
-    setCentralWidget(new QWidget(this));
+    setCentralWidget(preview_panel_);
     add_docks();
     add_menus();
 }

@@ -5,6 +5,8 @@
 
 #include "job/session.h"
 #include "studio/document/document.h"
+#include "studio/preview/preview.h"
+#include "studio/preview/preview_panel.h"
 
 namespace flumo::studio {
 
@@ -16,6 +18,8 @@ class MainWindow : public QMainWindow {
     explicit MainWindow(job::Session& session, QWidget* parent = nullptr);
 
     Document& document() { return *document_; }
+    Preview& preview() { return *preview_; }
+    PreviewPanel& preview_panel() { return *preview_panel_; }
 
   private:
     /// A dock with this widget; `name` is unique, for the stored layout.
@@ -26,6 +30,8 @@ class MainWindow : public QMainWindow {
 
     job::Session& session_;
     Document* document_;
+    Preview* preview_;
+    PreviewPanel* preview_panel_;
 };
 
 }  // namespace flumo::studio

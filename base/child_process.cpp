@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -45,7 +46,7 @@ class MemoryFile {
     int file_;
 };
 
-// Streams and signals of the child: our own ignored SIGPIPE is not handed down.
+// Streams and signals of the child: a SIGPIPE that this process ignores is not ignored there.
 class SpawnSettings {
   public:
     SpawnSettings(int input, int output, int errors, short flags) {
@@ -140,8 +141,11 @@ std::optional<ChildResult> run_child(const std::vector<std::string>& arguments,
 class FedChild::Errors : public MemoryFile {};
 
 FedChild::FedChild(const std::vector<std::string>& arguments) : errors_(std::make_unique<Errors>()) {
+    // A pair of sockets and no pipe: MSG_NOSIGNAL makes a failed write of what would end this process by
+    // SIGPIPE.
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe to " + arguments[0]);
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        throw std::runtime_error("no connection to " + arguments[0]);
     const NullDevice output;
     const SpawnSettings settings(ends[0], output.descriptor(), errors_->descriptor(), POSIX_SPAWN_SETPGROUP);
     process_ = spawn(arguments, settings);
@@ -161,7 +165,7 @@ FedChild::~FedChild() {
 
 bool FedChild::write(std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(input_, bytes.data(), bytes.size());
+        const ssize_t written = send(input_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
         bytes = bytes.subspan(static_cast<size_t>(written));
@@ -173,6 +177,36 @@ ChildResult FedChild::finish() {
     close(input_);
     const int status = wait_for(std::exchange(process_, 0));
     return {status, {}, errors_->contents<std::string>(), false};
+}
+
+ReadChild::ReadChild(const std::vector<std::string>& arguments) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe from " + arguments[0]);
+    const NullDevice unused;
+    const SpawnSettings settings(unused.descriptor(), ends[1], unused.descriptor(), POSIX_SPAWN_SETPGROUP);
+    process_ = spawn(arguments, settings);
+    close(ends[1]);
+    output_ = ends[0];
+    if (process_ != 0) return;
+    close(output_);
+    throw std::runtime_error("cannot start " + arguments[0] + "; is it installed?");
+}
+
+ReadChild::~ReadChild() {
+    close(output_);
+    kill(process_, SIGKILL);
+    wait_for(process_);
+}
+
+size_t ReadChild::read(std::span<std::byte> bytes) {
+    size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got = ::read(output_, bytes.data() + done, bytes.size() - done);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        done += static_cast<size_t>(got);
+    }
+    return done;
 }
 
 }  // namespace flumo

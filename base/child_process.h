@@ -38,7 +38,7 @@ class FedChild {
     FedChild(const FedChild&) = delete;
     FedChild& operator=(const FedChild&) = delete;
 
-    /// Writes all bytes, waiting while the pipe is full. False when the program reads no more.
+    /// Writes all bytes, waiting while the program reads. False when it reads no more; no SIGPIPE is raised.
     bool write(std::span<const std::byte> bytes);
 
     /// Closes its standard input and waits for its end.
@@ -48,6 +48,24 @@ class FedChild {
     class Errors;
     std::unique_ptr<Errors> errors_;
     int input_ = -1;
+    pid_t process_ = 0;
+};
+
+/// A running program whose standard output is read while it runs; it has no standard input.
+class ReadChild {
+  public:
+    /// Throws std::runtime_error when the program cannot be started.
+    explicit ReadChild(const std::vector<std::string>& arguments);
+    /// Ends the program, if it still runs, and waits for it.
+    ~ReadChild();
+    ReadChild(const ReadChild&) = delete;
+    ReadChild& operator=(const ReadChild&) = delete;
+
+    /// Fills `bytes`, waiting for the program. Returns how many there were: fewer only at its end.
+    size_t read(std::span<std::byte> bytes);
+
+  private:
+    int output_ = -1;
     pid_t process_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "base/file_contents.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -64,11 +65,23 @@ std::vector<uint8_t> read_file(const std::filesystem::path& path) {
 }
 
 std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t count) {
+    return read_file_part(path, 0, count);
+}
+
+std::vector<uint8_t> read_file_part(const std::filesystem::path& path, uint64_t place, size_t count) {
     const File file = open_file(path);
     std::vector<uint8_t> contents;
+    if (place > 0 && fseeko(file.get(), static_cast<off_t>(place), SEEK_SET) != 0) throw cannot_read(path);
     append(file.get(), contents, count);
     if (std::ferror(file.get()) != 0) throw cannot_read(path);
     return contents;
+}
+
+bool file_ends_with(const std::filesystem::path& path, std::string_view end) {
+    const uint64_t size = std::filesystem::file_size(path);
+    if (size < end.size()) return false;
+    const std::vector<uint8_t> last = read_file_part(path, size - end.size(), end.size());
+    return std::ranges::equal(last, end, {}, [](uint8_t byte) { return static_cast<char>(byte); });
 }
 
 std::string read_text_file(const std::filesystem::path& path) {

@@ -7,6 +7,8 @@
 namespace flumo {
 namespace {
 
+constexpr std::string_view kBlank = " \t\r\n";
+
 char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -68,6 +70,22 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
         if (end == std::string_view::npos) break;
     }
     return pieces;
+}
+
+std::vector<std::string_view> words_of(std::string_view text) {
+    std::vector<std::string_view> words;
+    for (text = without_blanks(text); !text.empty(); text = without_blanks(text)) {
+        const size_t end = std::min(text.find_first_of(kBlank), text.size());
+        words.push_back(text.substr(0, end));
+        text.remove_prefix(end);
+    }
+    return words;
+}
+
+std::string_view without_blanks(std::string_view text) {
+    const size_t first = text.find_first_not_of(kBlank);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
 }
 
 std::string join(std::span<const std::string> words) {

@@ -12,6 +12,12 @@ namespace flumo {
 /// The pieces of `text` between the separators; one empty piece for an empty text.
 std::vector<std::string_view> split(std::string_view text, char separator);
 
+/// The words between blanks (spaces, tabs, line ends).
+std::vector<std::string_view> words_of(std::string_view text);
+
+/// The text without the blanks at its ends.
+std::string_view without_blanks(std::string_view text);
+
 /// The words with ", " between them.
 std::string join(std::span<const std::string> words);
 

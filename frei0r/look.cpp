@@ -5,7 +5,7 @@
 #include "base/failure.h"
 #include "base/number_text.h"
 #include "job/look.h"
-#include "scene/gradient_text.h"
+#include "scene/gradient/gradient_text.h"
 
 namespace flumo::frei0r {
 namespace {

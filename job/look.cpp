@@ -1,12 +1,43 @@
 #include "job/look.h"
 
+#include <cmath>
+#include <memory>
+#include <mutex>
+
 #include "base/failure.h"
+#include "media/moving_picture.h"
 #include "media/picture_file.h"
 #include "media/world_picture.h"
 #include "scene/keyframe_text.h"
 
 namespace flumo::job {
 namespace {
+
+host::Layer layer_of(const media::Picture& picture, host::Depth depth) {
+    return std::make_shared<host::World>(media::world_of(picture, depth));
+}
+
+// The host asks for one frame several times, and from several threads.
+class MovingLayer {
+  public:
+    MovingLayer(std::unique_ptr<media::MovingPicture> picture, host::Depth depth)
+        : picture_(std::move(picture)), depth_(depth) {}
+
+    host::Layer at(double time) {
+        const int frame = static_cast<int>(std::lround(time));
+        const std::lock_guard guard(mutex_);
+        if (!last_ || !picture_->same(frame, last_frame_)) last_ = layer_of(picture_->at(frame), depth_);
+        last_frame_ = frame;
+        return last_;
+    }
+
+  private:
+    std::unique_ptr<media::MovingPicture> picture_;
+    host::Depth depth_;
+    std::mutex mutex_;
+    host::Layer last_;
+    int last_frame_ = 0;
+};
 
 // From the program's value to the host's, for one control.
 class ToHostValue {
@@ -22,18 +53,18 @@ class ToHostValue {
                                                                std::as_bytes(std::span(stored))));
     }
 
-    host::Value operator()(const std::filesystem::path& file) const {
-        if (file.empty()) return host::Layer();
-        return read_layer(file);
-    }
-
-  private:
-    host::Layer read_layer(const std::filesystem::path& file) const try {
-        return std::make_shared<host::World>(media::world_of(media::read_picture(file), depth_));
+    host::Value operator()(const std::filesystem::path& text) const try {
+        if (text.empty()) return host::Layer();
+        const media::LayerText layer = media::parse_layer_text(text);
+        auto moving = media::open_moving_picture(layer);
+        if (!moving) return layer_of(media::read_picture(layer.file), depth_);
+        auto source = std::make_shared<MovingLayer>(std::move(moving), depth_);
+        return host::LayerSource([source](double frame) { return source->at(frame); });
     } catch (const Failure& failure) {
         throw Failure(failure.kind(), control_.id + ": " + failure.what());
     }
 
+  private:
     host::Host& host_;
     const scene::Control& control_;
     host::Depth depth_;

@@ -4,6 +4,7 @@
 #include "job/render_job.h"
 #include "media/frame_sink.h"
 #include "media/new_file.h"
+#include "media/picture_file.h"
 #include "scene/scene_text.h"
 
 namespace flumo::job {
@@ -15,6 +16,9 @@ class PictureSink : public media::FrameSink {
         : job_(job), scene_(scene), existing_(existing) {}
 
     void write(std::size_t position, const host::World& world) override;
+
+    /// The file of the frame at this position, to be written by rows. Throws as write().
+    media::NewPicture begin(size_t position) const;
 
   private:
     const RenderJob& job_;

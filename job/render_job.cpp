@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "base/text_list.h"
 #include "job/request_scene.h"
+#include "media/picture_file.h"
 #include "scene/control_needs.h"
 
 namespace flumo::job {
@@ -14,6 +15,30 @@ void require_different_names(const RenderJob& job) {
     if (job.frames.size() <= 1 || !job.output.is_pictures() || job.output.has_frame_number()) return;
     throw usage_failure("output " + in_quotes(job.output.text()) + ": " + std::to_string(job.frames.size()) +
                         " frames need a place for the number, such as shot.####.png");
+}
+
+const media::PictureFormatRow* picture_row(const media::OutputKind& kind) {
+    const auto* format = std::get_if<media::PictureFormat>(&kind);
+    return format ? &media::row_of(*format) : nullptr;
+}
+
+host::Depth usual_depth(const media::OutputKind& kind) {
+    if (const auto* picture = picture_row(kind)) return picture->usual_depth;
+    const auto* video = std::get_if<media::VideoFormat>(&kind);
+    return video ? media::row_of(*video).usual_depth : host::Depth::k8;
+}
+
+host::Depth depth_of(const RenderRequest& request, const scene::Scene& scene) {
+    return scene.depth ? static_cast<host::Depth>(*scene.depth) : usual_depth(request.output->kind());
+}
+
+bool is_linear(const RenderRequest& request, const media::FrameNotes& notes) {
+    const auto* picture = picture_row(request.output->kind());
+    const bool possible = picture && picture->takes_linear;
+    if (request.linear && !possible)
+        throw usage_failure("output " + in_quotes(request.output->text()) +
+                            ": linear light needs OpenEXR, such as shot.####.exr");
+    return possible && (request.linear || notes.linear);
 }
 
 // A scene file may set what another one uses, so only what the request itself sets is looked at.
@@ -42,14 +67,17 @@ std::filesystem::path RenderJob::path_of(std::size_t position) const {
 }
 
 RenderJob make_render_job(const RenderRequest& request, const scene::ControlCatalog& catalog) {
-    media::ExrType type = media::ExrType::kFloat;
-    scene::Scene scene = scene_of_request(request, catalog, type);
+    media::FrameNotes notes;
+    scene::Scene scene = scene_of_request(request, catalog, notes);
     RenderJob job{.tracks = std::move(scene.tracks), .output = *request.output};
     job.size = scene.size.value_or(job.size);
-    job.depth = static_cast<host::Depth>(scene.depth.value_or(8));
+    job.depth = depth_of(request, scene);
     job.frames = scene.frames.value_or(job.frames);
     job.rate = scene.rate.value_or(job.rate);
-    job.exr_type = request.exr_type.value_or(type);
+    job.exr_type = request.exr_type.value_or(notes.exr_type);
+    job.resolution = scene.resolution.value_or(job.resolution);
+    job.linear = is_linear(request, notes);
+    job.part_width = request.part_width;
     job.start_number = request.start_number;
     job.warnings = warnings_of(request, job.tracks, catalog);
     require_different_names(job);

@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "base/frame_size.h"
+#include "base/resolution.h"
 #include "host/values/frame_rate.h"
 #include "job/shard.h"
-#include "media/exr_file.h"
 #include "media/output_pattern.h"
+#include "media/picture/frame_notes.h"
 
 namespace flumo::job {
 
@@ -25,11 +26,13 @@ struct Assignment {
 /// is given.
 struct RenderRequest {
     std::optional<FrameSize> size;
+    std::optional<Resolution> resolution;
     std::optional<int> depth;
+    std::optional<int> part_width;  ///< frames are rendered in parts of at most this width
     std::optional<std::vector<int>> frames;
     std::vector<Assignment> assignments;  ///< in groups by option; later ones win
     std::filesystem::path scene;          ///< "-" is standard input
-    std::filesystem::path from;           ///< an EXR that holds its own scene
+    std::filesystem::path from;           ///< a picture or video that holds its own scene
     std::string preset;                   ///< a name of presets()
     /// Seconds: as many frames from 0 on. Not together with `frames`.
     std::optional<double> duration;
@@ -39,6 +42,7 @@ struct RenderRequest {
     std::optional<int> start_number;
     std::optional<Shard> shard;
     std::optional<media::ExrType> exr_type;
+    bool linear = false;                         ///< linear light; for a format that may hold it
     std::optional<media::OutputPattern> output;  ///< must be given
 };
 

@@ -9,6 +9,7 @@
 #include "base/failure.h"
 #include "base/text_list.h"
 #include "job/preset.h"
+#include "media/picture_file.h"
 #include "scene/control_needs.h"
 #include "scene/keyframe_text.h"
 
@@ -44,23 +45,17 @@ scene::Track read_assignment(const Assignment& assignment, const scene::ControlC
     throw Failure(failure.kind(), as_written(assignment) + ": " + failure.what());
 }
 
-// A frame's own scene, and its sample type.
-scene::Scene scene_from_exr(const std::filesystem::path& path, media::ExrType& type,
-                            const scene::ControlCatalog& catalog) {
-    media::ExrNotes notes;
-    try {
-        notes = media::read_exr_notes(path);
-    } catch (const std::exception& error) {
-        throw input_failure("cannot read \"" + path.string() + "\": " + error.what());
-    }
-    if (notes.scene.empty()) throw input_failure(path.string() + ": no scene of flumo in its header");
-    type = notes.type;
+// What a file says of itself.
+scene::Scene scene_from_file(const std::filesystem::path& path, media::FrameNotes& notes,
+                             const scene::ControlCatalog& catalog) {
+    notes = media::read_notes(path);
+    if (notes.scene.empty()) throw input_failure(path.string() + ": it holds no scene of flumo");
     return scene::parse_scene(notes.scene, path, catalog);
 }
 
-scene::Scene base_scene(const RenderRequest& request, media::ExrType& type,
+scene::Scene base_scene(const RenderRequest& request, media::FrameNotes& notes,
                         const scene::ControlCatalog& catalog) {
-    if (!request.from.empty()) return scene_from_exr(request.from, type, catalog);
+    if (!request.from.empty()) return scene_from_file(request.from, notes, catalog);
     if (!request.preset.empty()) return scene::read_scene(preset_file(request.preset), catalog);
     if (request.scene == "-") {
         const std::string text(std::istreambuf_iterator<char>(std::cin), {});
@@ -99,9 +94,10 @@ void add_loop(scene::Scene& scene, const scene::ControlCatalog& catalog) {
 }  // namespace
 
 scene::Scene scene_of_request(const RenderRequest& request, const scene::ControlCatalog& catalog,
-                              media::ExrType& exr_type) {
-    scene::Scene scene = base_scene(request, exr_type, catalog);
+                              media::FrameNotes& notes) {
+    scene::Scene scene = base_scene(request, notes, catalog);
     if (request.size) scene.size = request.size;
+    if (request.resolution) scene.resolution = request.resolution;
     if (request.depth) scene.depth = request.depth;
     if (request.rate) scene.rate = request.rate;
     const host::FrameRate rate = scene.rate.value_or(host::FrameRate{});

@@ -2,17 +2,17 @@
 #pragma once
 
 #include "job/render_request.h"
-#include "media/exr_file.h"
+#include "media/picture/frame_notes.h"
 #include "scene/control.h"
 #include "scene/scene.h"
 
 namespace flumo::job {
 
-/// What the request asks for over its scene, preset or EXR; what neither says is empty, except that
+/// What the request asks for over its scene, preset or picture; what neither says is empty, except that
 /// --duration and
-/// --loop give frames. `exr_type` becomes the sample type of the EXR that the scene comes from. Throws
+/// --loop give frames. `notes` becomes what the picture or video says that the scene comes from. Throws
 /// Failure: (usage) for values that do not fit, (unreadable input) for a file.
 scene::Scene scene_of_request(const RenderRequest& request, const scene::ControlCatalog& catalog,
-                              media::ExrType& exr_type);
+                              media::FrameNotes& notes);
 
 }  // namespace flumo::job

@@ -55,7 +55,7 @@ fs::path module_path(const fs::path& given) {
         if (fs::exists(place, ignored)) return place;
     }
     throw input_failure("no effect at " + in_quotes(places[0].string()) + " or " +
-                        in_quotes(places[1].string()) + "; --module names it");
+                        in_quotes(places[1].string()));
 }
 
 Session::Session(const fs::path& given_module, Use use)

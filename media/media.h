@@ -9,12 +9,13 @@
 //   video.write(0, world);                                                // each frame in its order
 //   video.finish();                                                       // the file appears, whole
 //
-// Files appear whole or not at all. Every function throws flumo::Failure with one line for the user. A
-// program that writes videos must ignore SIGPIPE, so that an ffmpeg that ends early is a failed write.
+// Files appear whole or not at all. Every function throws flumo::Failure with one line for the user.
 #pragma once
 
+#include "media/moving_picture.h"
 #include "media/output_pattern.h"
-#include "media/picture.h"
+#include "media/picture/picture.h"
+#include "media/picture/picture_format.h"
 #include "media/picture_file.h"
 #include "media/stream_sink.h"
 #include "media/video_sink.h"

@@ -45,6 +45,18 @@ bool rename_to_target(const fs::path& temporary, const fs::path& target, Existin
     return errno == EINVAL && link(from, target.c_str()) == 0 && unlink(from) == 0;
 }
 
+// False with errno set. A file system that knows no such request counts as done.
+bool is_synced(int file) {
+    return fsync(file) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
+}
+
+void sync_folder(const fs::path& folder) {
+    const int file = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0) return;  // a folder may be writable and not readable
+    fsync(file);
+    close(file);
+}
+
 Failure cannot_write(const fs::path& target, const std::string& why) {
     return output_failure("cannot write \"" + target.string() + "\": " + why);
 }
@@ -78,9 +90,12 @@ NewFile::~NewFile() {
 }
 
 void NewFile::commit() {
+    // The contents were written through another descriptor of the same file.
+    if (!is_synced(file_)) throw cannot_write(target_, std::generic_category().message(errno));
     if (!rename_to_target(temporary_, target_, existing_))
         throw cannot_write(target_, std::generic_category().message(errno));
     committed_ = true;
+    sync_folder(target_.parent_path());
 }
 
 }  // namespace flumo::media

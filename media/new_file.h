@@ -22,7 +22,9 @@ class NewFile {
     /// Where the contents are to be written.
     const std::filesystem::path& temporary() const { return temporary_; }
 
-    /// Throws Failure (unwritable output), also for a file that exists and is to be kept.
+    /// Has the contents on the disk before the file gets its name, and the name after that, so that a machine
+    /// that loses power leaves the old file or the whole new one. Throws Failure (unwritable output), also
+    /// for a file that exists and is to be kept.
     void commit();
 
   private:

@@ -1,11 +1,12 @@
 #include "media/picture_file.h"
 
+#include <algorithm>
 #include <string>
 
 #include "base/child_process.h"
 #include "base/failure.h"
 #include "base/file_contents.h"
-#include "media/png_file.h"
+#include "media/picture/png_file.h"
 
 namespace flumo::media {
 namespace {
@@ -34,35 +35,35 @@ Picture read_with_ffmpeg(const std::filesystem::path& path) {
     return decode_png(result->output);
 }
 
-Picture read_premultiplied_exr(const std::filesystem::path& path) {
-    Picture picture = read_exr(path);
-    unpremultiply(picture);
-    return picture;
+// Null for a format that the program does not read by itself.
+const PictureFormatRow* format_of(const std::filesystem::path& path) {
+    constexpr size_t kEnough = 8;
+    const std::vector<uint8_t> start = read_file_start(path, kEnough);
+    const auto rows = picture_formats();
+    const auto found = std::ranges::find_if(rows, [&](const auto* row) { return row->matches(start); });
+    return found == rows.end() ? nullptr : *found;
 }
 
-Picture read_by_contents(const std::filesystem::path& path) {
-    const std::vector<uint8_t> start = read_file_start(path, 8);
-    if (is_png(start)) return decode_png(read_file(path));
-    if (is_exr(start)) return read_premultiplied_exr(path);
-    return read_with_ffmpeg(path);
+host::Depth depth_of(const Picture& picture) {
+    if (std::holds_alternative<std::vector<float>>(picture.samples)) return host::Depth::k32;
+    return std::holds_alternative<std::vector<uint8_t>>(picture.samples) ? host::Depth::k8 : host::Depth::k16;
 }
 
-void write_premultiplied_exr(const std::filesystem::path& path, const Picture& picture,
-                             const ExrNotes& notes) {
-    Picture floats = to_float(picture);
-    premultiply(floats);
-    write_exr(path, floats, notes);
-}
-
-void write_png_of_any(const std::filesystem::path& path, const Picture& picture) {
-    const bool is_float = std::holds_alternative<std::vector<float>>(picture.samples);
-    write_png(path, is_float ? to_16_bit(picture) : picture);
+// Runs a step of writing; what it throws names the file.
+template <typename Step>
+decltype(auto) writing(const std::filesystem::path& path, const Step& step) try {
+    return step();
+} catch (const Failure&) {
+    throw;
+} catch (const std::exception& error) {
+    throw output_failure("cannot write \"" + path.string() + "\": " + first_line(error.what()));
 }
 
 }  // namespace
 
 Picture read_picture(const std::filesystem::path& path) try {
-    return read_by_contents(path);
+    const auto* format = format_of(path);
+    return format ? format->read(path) : read_with_ffmpeg(path);
 } catch (const Failure&) {
     throw;
 } catch (const std::exception& error) {
@@ -70,19 +71,51 @@ Picture read_picture(const std::filesystem::path& path) try {
                         "; expected PNG, OpenEXR or what ffmpeg reads");
 }
 
-void write_picture(const std::filesystem::path& path, PictureFormat format, const Picture& picture,
-                   const PictureSettings& settings) try {
-    NewFile file(path, settings.existing);
-    if (format == PictureFormat::kExr) {
-        write_premultiplied_exr(file.temporary(), picture, settings.exr);
-    } else {
-        write_png_of_any(file.temporary(), picture);
-    }
-    file.commit();
+bool is_single_picture(const std::filesystem::path& path) {
+    return format_of(path) != nullptr;
+}
+
+FrameNotes read_notes(const std::filesystem::path& path) try {
+    if (const auto* format = format_of(path)) return format->read_notes(path);
+    FrameNotes notes;
+    notes.scene = read_video_scene(path);
+    return notes;
 } catch (const Failure&) {
     throw;
 } catch (const std::exception& error) {
-    throw output_failure("cannot write \"" + path.string() + "\": " + first_line(error.what()));
+    throw input_failure("cannot read \"" + path.string() + "\": " + first_line(error.what()));
+}
+
+NewPicture::NewPicture(const std::filesystem::path& path, PictureFormat format, const PictureShape& shape,
+                       const PictureSettings& settings)
+    : path_(path), file_(path, settings.existing), writer_(writing(path, [&] {
+          return row_of(format).create(file_.temporary(), shape, settings.notes);
+      })) {}
+
+void NewPicture::write_rows(Picture rows) {
+    writing(path_, [&] { writer_->write_rows(std::move(rows)); });
+}
+
+void NewPicture::finish() {
+    writing(path_, [&] { writer_->finish(); });
+    file_.commit();
+}
+
+void write_picture(const std::filesystem::path& path, PictureFormat format, Picture picture,
+                   const PictureSettings& settings) {
+    NewPicture file(path, format, {picture.width, picture.height, depth_of(picture)}, settings);
+    file.write_rows(std::move(picture));
+    file.finish();
+}
+
+bool is_whole_file(const std::filesystem::path& path, const OutputKind& kind) try {
+    if (!std::filesystem::exists(path)) return false;
+    if (!std::filesystem::is_regular_file(path)) return true;
+    if (const auto* picture = std::get_if<PictureFormat>(&kind)) return row_of(*picture).is_whole(path);
+    if (const auto* video = std::get_if<VideoFormat>(&kind)) return row_of(*video).is_whole(path);
+    return true;
+} catch (const std::exception&) {
+    return false;
 }
 
 }  // namespace flumo::media

@@ -8,7 +8,7 @@
 
 #include "base/frame_size.h"
 #include "host/values/frame_rate.h"
-#include "media/picture.h"
+#include "media/picture/picture.h"
 
 namespace flumo::media {
 

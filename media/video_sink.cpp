@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/frame_rate.h"
+#include "media/picture/frame_notes.h"
 #include "media/raw_frame.h"
 #include "media/world_picture.h"
 
@@ -12,75 +13,22 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// The muxer is named, since the temporary file's name tells nothing. The matrix is given where RGB becomes
-// YUV: ffmpeg's own choice is BT.601.
-Words encoder_of(VideoFormat format) {
-    switch (format) {
-        case VideoFormat::kMp4:
-            return {"-vf",
-                    "scale=out_color_matrix=bt709:out_range=tv,pad=ceil(iw/2)*2:ceil(ih/2)*2,format=yuv420p",
-                    "-c:v",
-                    "libx264",
-                    "-crf",
-                    "16",
-                    "-colorspace",
-                    "bt709",
-                    "-color_primaries",
-                    "bt709",
-                    "-color_trc",
-                    "bt709",
-                    "-movflags",
-                    "+faststart",
-                    "-f",
-                    "mp4"};
-        case VideoFormat::kMov:
-            return {"-vf",
-                    "scale=out_color_matrix=bt709:out_range=tv,format=yuva444p10le",
-                    "-c:v",
-                    "prores_ks",
-                    "-profile:v",
-                    "4444",
-                    "-colorspace",
-                    "bt709",
-                    "-color_primaries",
-                    "bt709",
-                    "-color_trc",
-                    "bt709",
-                    "-f",
-                    "mov"};
-        case VideoFormat::kMkv:
-            return {"-pix_fmt", "gbrap16le", "-c:v", "ffv1",      "-level", "3",  "-g",
-                    "1",        "-slices",   "4",    "-slicecrc", "1",      "-f", "matroska"};
-        case VideoFormat::kWebm:
-            return {"-vf",
-                    "scale=out_color_matrix=bt709:out_range=tv,format=yuva420p",
-                    "-c:v",
-                    "libvpx-vp9",
-                    "-crf",
-                    "20",
-                    "-b:v",
-                    "0",
-                    "-row-mt",
-                    "1",
-                    "-cpu-used",
-                    "4",
-                    "-auto-alt-ref",
-                    "0",
-                    "-colorspace",
-                    "bt709",
-                    "-f",
-                    "webm"};
-        case VideoFormat::kGif:
-            break;
-    }
-    // One palette for the whole film would keep every frame in ffmpeg's memory.
-    return {
-        "-filter_complex",
-        "[0:v]split[a][b];[a]palettegen=stats_mode=single:reserve_transparent=1[p];[b][p]paletteuse=new=1",
-        "-f", "gif"};
+constexpr size_t kLongestScene = 120'000;
+
+// Texts for the container; the bit-exact flags keep out the muxer's random numbers.
+Words notes_of(const VideoFormatRow& row, const VideoSettings& settings) {
+    Words words = {"-fflags", "+bitexact", "-flags:v", "+bitexact"};
+    const auto add = [&words](const std::string& key, const std::string& text) {
+        words.insert(words.end(), {"-metadata", key + "=" + text});
+    };
+    if (!row.has_notes) return words;
+    add("software", kSoftware);
+    if (!settings.scene.empty() && settings.scene.size() <= kLongestScene) add(kSceneKey, settings.scene);
+    return words;
 }
 
-Words ffmpeg_command(const std::filesystem::path& file, VideoFormat format, const VideoSettings& settings) {
+Words ffmpeg_command(const std::filesystem::path& file, const VideoFormatRow& row,
+                     const VideoSettings& settings) {
     // A disk that is full when the file closes is an error of its own only with -xerror.
     Words words = {
         "ffmpeg",   "-nostdin",
@@ -91,8 +39,9 @@ Words ffmpeg_command(const std::filesystem::path& file, VideoFormat format, cons
         "-s",       std::to_string(settings.size.width) + "x" + std::to_string(settings.size.height),
         "-r",       frame_rate_text(settings.rate),
         "-i",       "-"};
-    const Words encoder = encoder_of(format);
-    words.insert(words.end(), encoder.begin(), encoder.end());
+    // The muxer is named by the encoder's words, since the temporary file's name tells nothing.
+    for (const Words& more : {row.encoder(), notes_of(row, settings)})
+        words.insert(words.end(), more.begin(), more.end());
     words.push_back("file:" + file.string());
     return words;
 }
@@ -107,12 +56,12 @@ Failure refusal(const std::filesystem::path& path, const ChildResult& result) {
 
 }  // namespace
 
-// cppcheck-suppress uninitMemberVar ; it does not read the list behind a try
+// cppcheck-suppress uninitMemberVar ; it does not read the list after a try
 VideoSink::VideoSink(const std::filesystem::path& path, VideoFormat format, const VideoSettings& settings) try
     : path_(path),
-      has_alpha_(format != VideoFormat::kMp4),
+      has_alpha_(row_of(format).has_alpha),
       file_(path, settings.existing),
-      ffmpeg_(ffmpeg_command(file_.temporary(), format, settings)) {
+      ffmpeg_(ffmpeg_command(file_.temporary(), row_of(format), settings)) {
 } catch (const Failure&) {
     throw;
 } catch (const std::exception& error) {

@@ -10,7 +10,7 @@
 #include "host/values/world.h"
 #include "media/frame_sink.h"
 #include "media/new_file.h"
-#include "media/output_pattern.h"
+#include "media/video_format.h"
 
 namespace flumo::media {
 
@@ -19,6 +19,9 @@ struct VideoSettings {
     host::Depth depth = host::Depth::k8;
     host::FrameRate rate{};
     Existing existing = Existing::kReplace;
+    /// A scene file that renders the video again; may be empty, and is left out where it is longer than an
+    /// argument of a program may be (128 KiB).
+    std::string scene{};
 };
 
 /// Feeds raw frames (8 bits a channel, 16 from deeper ones) to ffmpeg:
@@ -27,6 +30,8 @@ struct VideoSettings {
 ///   .mkv   FFV1, gbrap16le: lossless, straight alpha
 ///   .webm  VP9, yuva420p, straight alpha
 ///   .gif   a palette for each frame, one transparent colour
+/// Colours are tagged as Rec. 709. The same frames make the same bytes. All but .gif hold the texts
+/// `software` and `flumoScene`.
 class VideoSink : public FrameSink {
   public:
     VideoSink(const std::filesystem::path& path, VideoFormat format, const VideoSettings& settings);

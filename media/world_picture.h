@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/values/world.h"
-#include "media/picture.h"
+#include "media/picture/picture.h"
 
 namespace flumo::media {
 

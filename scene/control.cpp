@@ -44,7 +44,7 @@ std::vector<std::string> meant_ids(std::string_view id, const std::vector<Contro
 Failure unknown_control(std::string_view id, const std::vector<Control>& controls) {
     const std::vector<std::string> meant = meant_ids(id, controls);
     return usage_failure("unknown control " + in_quotes(id) +
-                         (meant.empty()       ? "; `flumo controls` lists them all"
+                         (meant.empty()       ? "; expected an id such as NoiseType or Scale"
                           : meant.size() == 1 ? "; did you mean " + meant.front() + "?"
                                               : "; did you mean one of " + join(meant) + "?"));
 }

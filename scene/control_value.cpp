@@ -7,7 +7,7 @@
 #include "base/number_text.h"
 #include "base/parse_number.h"
 #include "base/text_list.h"
-#include "scene/gradient_text.h"
+#include "scene/gradient/gradient_text.h"
 
 namespace flumo::scene {
 namespace {

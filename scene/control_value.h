@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "scene/control.h"
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 
 namespace flumo::scene {
 

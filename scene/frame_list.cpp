@@ -62,14 +62,17 @@ std::vector<int> parse_frame_list(std::string_view text) {
 
 std::string frame_list_text(std::span<const int> frames) {
     std::string text;
-    for (std::size_t i = 0; i < frames.size();) {
-        std::size_t end = i + 1;
-        while (end < frames.size() && frames[end] == frames[end - 1] + 1)
-            ++end;
-        if (!text.empty()) text += ",";
-        text += std::to_string(frames[i]);
-        if (end > i + 1) text.append("-").append(std::to_string(frames[end - 1]));
-        i = end;
+    while (!frames.empty()) {
+        const int64_t step = frames.size() > 1 ? int64_t{frames[1]} - frames[0] : 0;
+        std::size_t count = 1;
+        while (step > 0 && count < frames.size() && int64_t{frames[count]} - frames[count - 1] == step)
+            ++count;
+        if (count < 3) count = 1;
+        if (!text.empty()) text += ',';
+        text += std::to_string(frames[0]);
+        if (count > 1) text.append(1, '-').append(std::to_string(frames[count - 1]));
+        if (count > 1 && step > 1) text.append(1, 'x').append(std::to_string(step));
+        frames = frames.subspan(count);
     }
     return text;
 }

@@ -14,7 +14,7 @@ namespace flumo::scene {
 /// frames.
 std::vector<int> parse_frame_list(std::string_view text);
 
-/// The other way, with runs of neighbours as ranges: "0-99,150".
+/// A list that reads back as these frames, which must differ: three or more of one ascending step as a range.
 std::string frame_list_text(std::span<const int> frames);
 
 }  // namespace flumo::scene

@@ -63,6 +63,11 @@ FrameSize read_size(const json& value, const ScenePlace& place) {
     return within(place, [&] { return checked_frame_size(value[0].get<long>(), value[1].get<long>()); });
 }
 
+Resolution read_resolution(const json& value, const ScenePlace& place) {
+    if (!value.is_string()) throw place.failure("expected a text such as \"half\" or \"2/3\"");
+    return within(place, [&] { return parse_resolution(value.get<std::string>()); });
+}
+
 int read_depth(const json& value, const ScenePlace& place) {
     if (!value.is_number_integer()) throw place.failure("expected 8, 16 or 32");
     return within(place, [&] { return checked_depth(value.get<long>()); });
@@ -95,7 +100,8 @@ Tracks read_tracks(const json& value, const ScenePlace& place, const ControlCata
 }
 
 Failure unknown_key(const std::string& key, const ScenePlace& place) {
-    const std::vector<std::string> known = {"description", "size", "depth", "frames", "fps", "controls"};
+    const std::vector<std::string> known = {"description", "size", "resolution", "depth",
+                                            "frames",      "fps",  "controls"};
     return place.member(key).failure("unknown key; expected one of " + join(known));
 }
 
@@ -109,7 +115,7 @@ Scene parse_scene(std::string_view text, const std::filesystem::path& path, cons
     const ScenePlace root{path, ""};
     const json document = parse_json(text, path);
     if (!document.is_object())
-        throw root.failure("expected an object with size, depth, frames, fps or controls");
+        throw root.failure("expected an object with size, resolution, depth, frames, fps or controls");
     Scene scene;
     for (const auto& [key, value] : document.items()) {
         const ScenePlace place = root.member(key);
@@ -118,6 +124,8 @@ Scene parse_scene(std::string_view text, const std::filesystem::path& path, cons
             scene.description = printable(value.get<std::string>());
         } else if (key == "size") {
             scene.size = read_size(value, place);
+        } else if (key == "resolution") {
+            scene.resolution = read_resolution(value, place);
         } else if (key == "depth") {
             scene.depth = read_depth(value, place);
         } else if (key == "frames") {

@@ -4,7 +4,7 @@
 //   scene::Scene look = scene::read_scene("look.json", catalog);
 //   const scene::Control& scale = catalog.find("Scale");
 //   look.tracks[scale.index] = {&scale, {{0, 40.0}}};              // from frame 0 on
-//   const std::string text = scene::SceneText(look, catalog, host).of_frame(0);
+//   const std::string text = scene::SceneText(look, catalog, host).of_frames(std::array{0});
 //
 // Values name layers by their files; whoever renders the scene reads them. Everything that reads throws
 // flumo::Failure with one line for the user.
@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "base/frame_size.h"
+#include "base/resolution.h"
 #include "host/values/frame_rate.h"
 #include "scene/control.h"
 #include "scene/track.h"
@@ -27,6 +28,7 @@ namespace flumo::scene {
 struct Scene {
     std::string description;  ///< one line for people
     std::optional<FrameSize> size;
+    std::optional<Resolution> resolution;
     std::optional<int> depth;
     std::optional<std::vector<int>> frames;
     std::optional<host::FrameRate> rate;
@@ -35,7 +37,7 @@ struct Scene {
 
 /// Reads a scene such as
 ///   {
-///     "size": "960x540", "depth": 16, "frames": "0-47", "fps": "30000/1001",
+///     "size": "960x540", "resolution": "half", "depth": 16, "frames": "0-47", "fps": "30000/1001",
 ///     "controls": {
 ///       "NoiseType": "Voronoi",
 ///       "Evolution": [{"frame": 0, "value": 0}, {"frame": 48, "value": 360}],

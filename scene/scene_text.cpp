@@ -108,6 +108,7 @@ ordered_json frame_json(const Scene& scene) {
     ordered_json text = ordered_json::object();
     if (!scene.description.empty()) text["description"] = scene.description;
     if (scene.size) text["size"] = {scene.size->width, scene.size->height};
+    if (scene.resolution) text["resolution"] = resolution_text(*scene.resolution);
     if (scene.depth) text["depth"] = *scene.depth;
     if (scene.rate) text["fps"] = frame_rate_text(*scene.rate);
     return text;
@@ -138,10 +139,15 @@ SceneText::SceneText(const Scene& scene, const ControlCatalog& catalog, host::Ho
 
 SceneText::~SceneText() = default;
 
-std::string SceneText::of_frame(int frame) const {
+std::string SceneText::of_frames(std::span<const int> frames) const {
     ordered_json scene = *scene_;
-    scene["frames"] = frame;
-    return scene.dump(1);
+    if (frames.size() == 1) {
+        scene["frames"] = frames[0];
+    } else {
+        scene["frames"] = frame_list_text(frames);
+    }
+    // JSON has no other bytes than UTF-8: a file name that is none loses what cannot be told.
+    return scene.dump(-1, ' ', true, ordered_json::error_handler_t::replace);
 }
 
 }  // namespace flumo::scene

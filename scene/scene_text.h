@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
+#include <span>
 #include <string>
 
 #include "host/host.h"
@@ -27,8 +28,8 @@ class SceneText {
     SceneText(const SceneText&) = delete;
     SceneText& operator=(const SceneText&) = delete;
 
-    /// The scene that renders this frame alone. May be called from several threads.
-    std::string of_frame(int frame) const;
+    /// The scene that renders these frames alone, in one line of ASCII. May be called from several threads.
+    std::string of_frames(std::span<const int> frames) const;
 
   private:
     std::unique_ptr<nlohmann::ordered_json> scene_;

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text_list.h"
+#include "scene/gradient/css_gradient.h"
 #include "scene/keyframe_text.h"
 
 namespace flumo::scene {
@@ -42,8 +43,9 @@ Colour read_float_colour(const json& value, const ScenePlace& place) {
 
 Colour read_colour(const json& value, const ScenePlace& place) {
     if (value.is_array() && (value.size() == 3 || value.size() == 4)) return read_float_colour(value, place);
-    const auto colour = value.is_string() ? colour_from_hex(value.get<std::string>()) : std::nullopt;
-    if (!colour) throw place.failure("expected \"#rrggbb\", \"#rrggbbaa\" or [r, g, b] or [r, g, b, a]");
+    const auto colour = value.is_string() ? colour_from_css(value.get<std::string>()) : std::nullopt;
+    if (!colour)
+        throw place.failure("expected \"#rrggbb\", \"#rrggbbaa\", a name of CSS, [r, g, b] or [r, g, b, a]");
     return *colour;
 }
 

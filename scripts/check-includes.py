@@ -11,7 +11,7 @@ EFFECT_BASE = ["effect_api", "effect/suites"]
 GRADIENT = ["effect/gradient/value", "effect/gradient/editor"]
 HOST_BASE = ["effect_api", "host/module", "host/values"]
 HOST = HOST_BASE + ["host"]
-JOB = HOST + ["base", "scene", "media"]
+JOB = HOST + ["base", "scene", "scene/gradient", "media", "media/picture"]
 # A folder stands for the files directly in it; with "/**" also for those in the folders below.
 STUDIO = JOB + ["job"]
 RULES = {
@@ -39,8 +39,10 @@ RULES = {
     "judge/cases": HOST + ["host/panel", "judge/engine", "judge/windows_module"],
     "judge": HOST + ["judge/engine", "judge/cases", "judge/windows_module"],
     "base": ["host/values/frame_rate.h"],
-    "scene": HOST + ["base", "effect/params/control_table.h"],
-    "media": HOST + ["base"],
+    "scene/gradient": ["base"],
+    "scene": HOST + ["base", "scene/gradient", "effect/params/control_table.h"],
+    "media/picture": ["base", "host/values"],
+    "media": HOST + ["base", "media/picture"],
     "job": JOB,
     "frei0r": JOB + ["job", "effect/entry/effect_main.h", "effect/gpu/version_lines.h"],
     "frei0r/kdenlive": JOB + ["job", "frei0r"],

@@ -14,7 +14,7 @@
 #include "job/session.h"
 #include "media/new_file.h"
 #include "media/picture_file.h"
-#include "scene/gradient_text.h"
+#include "scene/gradient/gradient_text.h"
 
 namespace flumo::cli {
 namespace {

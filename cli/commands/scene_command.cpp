@@ -41,7 +41,7 @@ void add_scene_options(CLI::App& command, SceneOptions& options) {
 ExitStatus write_scene(const SceneOptions& options, const StdoutGuard& output) {
     refuse_contradictions(options.request);
     job::Session session(options.module, job::Use::kControlsAlone);
-    media::ExrType ignored{};
+    media::FrameNotes ignored;
     const std::string text =
         scene::scene_text(job::scene_of_request(options.request, session.catalog(), ignored));
     if (options.output.empty() || options.output == "-") {

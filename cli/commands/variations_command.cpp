@@ -209,8 +209,8 @@ void add_variations_options(CLI::App& command, VariationsOptions& options) {
 ExitStatus variations(const VariationsOptions& options, const StdoutGuard& output) {
     refuse_what_does_not_fit(options);
     job::Session session(options.module);
-    media::ExrType exr_type = media::ExrType::kFloat;
-    const scene::Scene look = job::scene_of_request(options.request, session.catalog(), exr_type);
+    media::FrameNotes notes;
+    const scene::Scene look = job::scene_of_request(options.request, session.catalog(), notes);
     const std::vector<scene::Variation> all = variations_of(options, look, session);
     ProgressDisplay display(
         display_settings(options.quiet ? std::optional(ProgressForm::kNone) : std::nullopt, false, output));

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "media/picture.h"
+#include "media/picture/picture.h"
 
 namespace flumo::cli {
 

@@ -27,6 +27,10 @@ void set_size(RenderRequest& request, const std::string& text) {
     request.size = parse_frame_size(text);
 }
 
+void set_resolution(RenderRequest& request, const std::string& text) {
+    request.resolution = parse_resolution(text);
+}
+
 void set_depth(RenderRequest& request, const std::string& text) {
     const auto depth = parse_number<long>(text);
     if (!depth) throw usage_failure("depth " + in_quotes(text) + ": expected 8, 16 or 32");
@@ -86,7 +90,10 @@ void set_layer3(RenderRequest& request, const std::string& text) {
 
 constexpr OptionRow<RenderRequest> kRows[] = {
     {"Frame", "--size", "WxH", "Size in pixels", "1920x1080", set_size},
-    {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)", "8", set_depth},
+    {"Frame", "--resolution", "R",
+     "Render a smaller picture of the same look: full, half, third,\nquarter or N/D", "full", set_resolution},
+    {"Frame", "--depth", "BITS", "Bits per channel in the effect: 8, 16 or 32 (float)",
+     "32 for .exr, 16 for .mov and .mkv, else 8", set_depth},
     {"Frame", "--frames", "LIST", "Frames to render, such as 7, 1-100, 1-100x2, 1,5,9", "0", set_frames},
     {"Frame", "--duration", "SECONDS", "Frames from 0 on for so long, instead of --frames", "", set_duration},
     {"Frame", "--fps", "N[/D]", "Frames per second, such as 25 or 30000/1001", "25", set_rate},
@@ -95,8 +102,8 @@ constexpr OptionRow<RenderRequest> kRows[] = {
      "standard input",
      "", set_scene},
     {"Look", "--preset", "NAME", "A scene that comes with flumo; `flumo presets` lists them", "", set_preset},
-    {"Look", "--from", "FILE.exr", "The scene in the header of an EXR that flumo wrote: that\nframe again",
-     "", set_from},
+    {"Look", "--from", "FILE", "The scene in a picture or video that flumo wrote: the same\nframes again", "",
+     set_from},
     {"Look", "--set", "Id=VALUE",
      "Value of a control: a number, a popup's name, on or off; or\nkeyframes TIME:VALUE[:INTERPOLATION], "
      "such "
@@ -109,7 +116,10 @@ constexpr OptionRow<RenderRequest> kRows[] = {
     {"Look", "--loop", "",
      "Move Evolution by a whole turn over all frames, so that the\nlast one leads to the first", "",
      set_loop},
-    {"Layers", "--layer1", "FILE", "Picture that multiplies the noise", "none", set_layer1},
+    {"Layers", "--layer1", "FILE",
+     "Picture that multiplies the noise: a file, a sequence such as\nplate.####.exr, or a video; and "
+     ",offset=N ,end=loop",
+     "none", set_layer1},
     {"Layers", "--layer2", "FILE", "Picture that is added to the noise", "none", set_layer2},
     {"Layers", "--layer3", "FILE", "Picture for the colorize modes from a layer", "none", set_layer3},
 };

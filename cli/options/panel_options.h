@@ -10,7 +10,7 @@
 #include "cli/options/pointer_script.h"
 #include "cli/terminal/gradient_report.h"
 #include "host/panel/panel.h"
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 
 namespace CLI {
 class App;

@@ -6,7 +6,7 @@
 #include "base/failure.h"
 #include "base/parse_number.h"
 #include "base/text_list.h"
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 
 namespace flumo::cli {
 namespace {

@@ -41,6 +41,13 @@ Examples:
 3 an input cannot be read, 4 no usable OpenGL, 5 the output cannot be written, 130 or 143 stopped by a
 signal after finishing the frames that were begun.)";
 
+void set_part_size(RenderOptions& options, const std::string& text) {
+    constexpr int kSmallest = 16;
+    options.part_width = parse_number<int>(text);
+    if (!options.part_width || *options.part_width < kSmallest)
+        throw usage_failure("part size " + in_quotes(text) + ": expected a number of pixels, at least 16");
+}
+
 void set_shard(RenderOptions& options, const std::string& text) {
     options.shard = job::parse_shard(text);
 }
@@ -64,6 +71,10 @@ void set_exr_type(RenderOptions& options, const std::string& text) {
         throw usage_failure("exr type " + in_quotes(text) + ": expected half or float");
     }
     options.exr_type = text == "half" ? media::ExrType::kHalf : media::ExrType::kFloat;
+}
+
+void set_linear(RenderOptions& options, const std::string&) {
+    options.linear = true;
 }
 
 void set_raw(RenderOptions& options, const std::string& text) {
@@ -116,6 +127,7 @@ constexpr OptionRow<RenderOptions> kRows[] = {
     {"Output", "--raw", "FORMAT", "For -o -: rgba, rgba64le or rgbaf32 without a header, or y4m", "y4m",
      set_raw},
     {"Output", "--exr-type", "TYPE", "half or float", "float", set_exr_type},
+    {"Output", "--linear", "", "Write linear light instead of the sRGB curve; OpenEXR only", "", set_linear},
     {"Output", "--start-number", "N", "Number the files from N, whatever the frames", "the frame",
      set_start_number},
     {"Output", "--skip-existing", "", "Leave files that are there: resumes a rendering", "",
@@ -126,6 +138,8 @@ constexpr OptionRow<RenderOptions> kRows[] = {
      "Write the scene that the options describe to standard\noutput, and render nothing", "",
      set_print_scene},
     {"Run", "--keep-going", "", "Go on past a frame that fails; ends with status 1", "", set_keep_going},
+    {"Run", "--part-size", "N", "Render frames in parts of at most N pixels a side, which\ntakes less memory",
+     "2048 above 8192 a side, else whole", set_part_size},
     {"Run", "--threads", "N", "Threads that render; encoding has its own", "1", set_threads},
     {"Run", "--progress", "FORM",
      "bar, lines, json (an object a line), openjd or none;\njson and openjd go to standard output",

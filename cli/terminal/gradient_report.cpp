@@ -7,7 +7,7 @@
 #include "base/number_text.h"
 #include "base/text_list.h"
 #include "host/module/host_error.h"
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 
 namespace flumo::cli {
 namespace {

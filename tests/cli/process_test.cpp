@@ -9,9 +9,9 @@
 #include <string>
 
 #include "base/file_contents.h"
-#include "media/exr_file.h"
+#include "media/picture/exr_file.h"
+#include "media/picture/png_file.h"
 #include "media/picture_file.h"
-#include "media/png_file.h"
 #include "tests/support/program.h"
 #include "tests/support/scratch_folder.h"
 
@@ -253,8 +253,10 @@ TEST_F(FlumoProcess, ShowsIdentityFlagsAndDriver) {
 }
 
 TEST_F(FlumoProcess, LayersReachTheEffect) {
-    media::write_png(folder_ / "black.png", {1, 1, std::vector<uint8_t>{0, 0, 0, 255}});
-    media::write_png(folder_ / "white.png", {1, 1, std::vector<uint16_t>{65535, 65535, 65535, 65535}});
+    media::write_picture(folder_ / "black.png", media::PictureFormat::kPng,
+                         {1, 1, std::vector<uint8_t>{0, 0, 0, 255}});
+    media::write_picture(folder_ / "white.png", media::PictureFormat::kPng,
+                         {1, 1, std::vector<uint16_t>{65535, 65535, 65535, 65535}});
     const std::vector<std::string> colours = {"--gradient", "Gradient=0:#f00,1:#00f", "--set",
                                               "NoiseContrast=100"};
     const auto with_layer = [&](const std::string& option, const std::string& file,

@@ -11,7 +11,7 @@
 #include "base/file_contents.h"
 #include "base/text_list.h"
 #include "cli/terminal/progress_text.h"
-#include "media/exr_file.h"
+#include "media/picture/exr_file.h"
 #include "tests/support/program.h"
 #include "tests/support/scratch_folder.h"
 
@@ -155,8 +155,8 @@ TEST_F(Sequence, AnExrRendersItselfAgain) {
             flumo::test::run_program({FLUMO_PROGRAM, "render", "--from", in("a.exr"), "-o", in("far/b.exr")});
         ASSERT_EQ(again.status, 0) << again.errors;
         expect_same("a.exr", "far/b.exr");
-        const media::ExrNotes notes = media::read_exr_notes(in("far/b.exr"));
-        EXPECT_EQ(notes.type,
+        const media::FrameNotes notes = media::read_exr_notes(in("far/b.exr"));
+        EXPECT_EQ(notes.exr_type,
                   std::string_view(type) == "half" ? media::ExrType::kHalf : media::ExrType::kFloat);
         EXPECT_EQ(notes.rate->num, 24000);
         EXPECT_EQ(notes.rate->den, 1001);

@@ -11,7 +11,7 @@
 #include "job/shard.h"
 #include "media/output_pattern.h"
 #include "scene/frame_list.h"
-#include "scene/gradient_text.h"
+#include "scene/gradient/gradient_text.h"
 #include "scene/scene.h"
 #include "tests/scene/sample_catalog.h"
 

@@ -5,7 +5,7 @@
 #include "base/child_process.h"
 #include "job/look.h"
 #include "job/session.h"
-#include "media/exr_file.h"
+#include "media/picture/exr_file.h"
 #include "media/picture_file.h"
 #include "media/world_picture.h"
 #include "tests/support/scratch_folder.h"

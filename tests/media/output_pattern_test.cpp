@@ -22,7 +22,16 @@ TEST(OutputPattern, PutsTheFrameNumberWhereItBelongs) {
         {"shot.%04d.png", 42, "shot.0042.png"},
         {"shot.%d.png", 42, "shot.42.png"},
         {"100%%.%03d.png", 5, "100%.005.png"},
-        {"50%#.png", 5, "50%5.png"},
+        {"50%%#.png", 5, "50%5.png"},
+        {"50% ##.png", 5, "50% 05.png"},
+        // A single # in a word or a folder is a character, as in an escape.
+        {"take#3.png", 7, "take#3.png"},
+        {"take#.png", 7, "take#.png"},
+        {"shot.#/a.png", 7, "shot.#/a.png"},
+        {"shot#1/a.####.png", 7, "shot#1/a.0007.png"},
+        {"a.%#.png", 7, "a.#.png"},
+        {"a.%#%#.##.png", 7, "a.##.07.png"},
+        {"a.##.%d.#.png", 7, "a.#.7.#.png"},
         {"a%%d.exr", 5, "a%d.exr"},
     };
     for (const auto& row : cases) {
@@ -42,9 +51,9 @@ TEST(OutputPattern, KnowsKinds) {
 
 TEST(OutputPattern, RefusesOtherEndingsAndBrokenPatterns) {
     for (const char* text : {"", "out", "out.jpg", "out.png/"}) {
-        EXPECT_FAILURE(OutputPattern(text), FailureKind::kUsage, ".png or .exr") << text;
+        EXPECT_FAILURE(OutputPattern(text), FailureKind::kUsage, "one of .png, .exr, .mp4") << text;
     }
-    for (const char* text : {"%s.png", "%04x.png", "%.png", "%d.%d.png"}) {
+    for (const char* text : {"%s.png", "%04x.png", "%.png", "%d.%d.png", "50% a#b.png"}) {
         EXPECT_FAILURE(OutputPattern(text), FailureKind::kUsage, "%04d") << text;
     }
     EXPECT_FAILURE(OutputPattern("%099999999999999d.png"), FailureKind::kUsage, "18 digits");

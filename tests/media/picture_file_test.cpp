@@ -4,9 +4,11 @@
 #include <OpenEXR/ImfFrameBuffer.h>
 #include <OpenEXR/ImfHeader.h>
 #include <OpenEXR/ImfOutputFile.h>
+#include <OpenEXR/ImfStringAttribute.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <fstream>
 #include <limits>
@@ -15,8 +17,8 @@
 
 #include "base/child_process.h"
 #include "base/file_contents.h"
-#include "media/exr_file.h"
-#include "media/png_file.h"
+#include "media/picture/exr_file.h"
+#include "media/picture/png_file.h"
 #include "tests/support/failure_matchers.h"
 #include "tests/support/scratch_folder.h"
 
@@ -44,6 +46,12 @@ Picture noise_picture(size_t width, size_t height) {
     return {width, height, samples};
 }
 
+template <typename Sample>
+void make_opaque(std::vector<Sample>& samples, Sample full) {
+    for (size_t alpha = 3; alpha < samples.size(); alpha += 4)
+        samples[alpha] = full;
+}
+
 TEST(PictureFile, ComesBackExactly) {
     const flumo::test::ScratchFolder folder;
     for (const Picture& picture : {noise_picture<uint8_t>(37, 5), noise_picture<uint16_t>(5, 37)}) {
@@ -55,9 +63,19 @@ TEST(PictureFile, ComesBackExactly) {
         EXPECT_NE(read_text_file(folder / "a.png").find("sRGB"), std::string::npos);
     }
     EXPECT_EQ(folder.file_count(), 1u);
-    const Picture floats = noise_picture<float>(37, 5);
-    write_exr(folder / "a.exr", floats);
+    Picture floats = noise_picture<float>(37, 5);
+    make_opaque(std::get<std::vector<float>>(floats.samples), 1.0F);
+    write_picture(folder / "a.exr", PictureFormat::kExr, floats);
     EXPECT_TRUE(read_exr(folder / "a.exr").samples == floats.samples);
+}
+
+Picture rows_of(const Picture& picture, size_t top, size_t count) {
+    const auto cut = [&](const auto& samples) -> Picture::Samples {
+        const auto row = static_cast<std::ptrdiff_t>(picture.width * 4);
+        const auto first = samples.begin() + static_cast<std::ptrdiff_t>(top) * row;
+        return std::decay_t<decltype(samples)>(first, first + static_cast<std::ptrdiff_t>(count) * row);
+    };
+    return {picture.width, count, std::visit(cut, picture.samples)};
 }
 
 // Every channel has the values 1, 2, 3 ... in its rows.
@@ -168,7 +186,7 @@ TEST(PictureFile, ReadsPngsOfAllChannels) {
 TEST(PictureFile, ReadsInterlacedPngs) {
     const flumo::test::ScratchFolder folder;
     const Picture picture = noise_picture<uint16_t>(13, 11);
-    write_png(folder / "a.png", picture);
+    write_picture(folder / "a.png", PictureFormat::kPng, picture);
     convert_with_ffmpeg({"-i", folder / "a.png", "-flags", "+ildct", folder / "b.png"});
     EXPECT_EQ(read_file(folder / "b.png")[28], 1) << "not interlaced";
     EXPECT_TRUE(read_picture(folder / "b.png").samples == picture.samples);
@@ -177,10 +195,8 @@ TEST(PictureFile, ReadsInterlacedPngs) {
 TEST(PictureFile, ReadsOtherFormatsThroughFfmpeg) {
     const flumo::test::ScratchFolder folder;
     Picture opaque = noise_picture<uint8_t>(6, 4);
-    auto& samples = std::get<std::vector<uint8_t>>(opaque.samples);
-    for (size_t alpha = 3; alpha < samples.size(); alpha += 4)
-        samples[alpha] = 255;
-    write_png(folder / "a.png", opaque);
+    make_opaque(std::get<std::vector<uint8_t>>(opaque.samples), uint8_t{255});
+    write_picture(folder / "a.png", PictureFormat::kPng, opaque);
     const std::string path = folder / "-a: b.bmp";
     convert_with_ffmpeg({"-i", folder / "a.png", "-pix_fmt", "bgr24", path});
     EXPECT_TRUE(read_picture(path).samples == opaque.samples);
@@ -194,8 +210,8 @@ constexpr char kHugePng[] =
 
 TEST(PictureFile, NamesTheFileThatCannotBeRead) {
     const flumo::test::ScratchFolder folder;
-    write_png(folder / "whole.png", noise_picture<uint8_t>(40, 40));
-    write_exr(folder / "whole.exr", noise_picture<float>(40, 40));
+    write_picture(folder / "whole.png", PictureFormat::kPng, noise_picture<uint8_t>(40, 40));
+    write_picture(folder / "whole.exr", PictureFormat::kExr, noise_picture<float>(40, 40));
     for (const char* kind : {"png", "exr"}) {
         const std::string bytes = read_text_file(folder / (std::string("whole.") + kind));
         std::ofstream(folder / (std::string("cut.") + kind)) << bytes.substr(0, bytes.size() / 2);
@@ -211,6 +227,75 @@ TEST(PictureFile, NamesTheFileThatCannotBeRead) {
     for (const char* name : {"huge.png", "huge.exr"})
         EXPECT_FAILURE(read_picture(folder / name), FailureKind::kUnreadableInput, "bytes cannot hold");
     EXPECT_FAILURE(read_picture(folder.path()), FailureKind::kUnreadableInput, "cannot read");
+}
+
+// Rows in groups make the same bytes as all at once, in every format and with every kind of samples.
+TEST(PictureFile, RowsInGroupsMakeTheSameFile) {
+    const flumo::test::ScratchFolder folder;
+    const FrameNotes notes = {ExrType::kHalf, false, host::FrameRate{24, 1}, std::string(1000, 's')};
+    for (const auto* row : picture_formats()) {
+        for (const auto& [depth, picture] : {std::pair(host::Depth::k8, noise_picture<uint8_t>(7, 50)),
+                                             {host::Depth::k16, noise_picture<uint16_t>(7, 50)},
+                                             {host::Depth::k32, noise_picture<float>(7, 50)}}) {
+            write_picture(folder / "whole", row->format, picture, {.notes = notes});
+            NewPicture parts(folder / "parts", row->format, {7, 50, depth}, {.notes = notes});
+            for (size_t top = 0; top < 50; top += 9)
+                parts.write_rows(rows_of(picture, top, std::min<size_t>(9, 50 - top)));
+            EXPECT_FALSE(std::filesystem::exists(folder / "parts"));
+            parts.finish();
+            EXPECT_EQ(read_file(folder / "parts"), read_file(folder / "whole")) << row->name;
+            EXPECT_EQ(read_notes(folder / "parts").scene, notes.scene) << row->name;
+            std::filesystem::remove(folder / "parts");
+        }
+    }
+}
+
+// Resuming must not take a file for done that lost its end, wherever that is.
+TEST(PictureFile, AFileThatLostItsEndIsNotWhole) {
+    const flumo::test::ScratchFolder folder;
+    for (const auto* row : picture_formats()) {
+        const std::string path = folder / row->name;
+        write_picture(path, row->format, noise_picture<uint8_t>(40, 40));
+        EXPECT_TRUE(is_whole_file(path, row->format)) << row->name;
+        for (auto size = std::filesystem::file_size(path); size > 0; size = size * 9 / 10) {
+            std::filesystem::resize_file(path, size - 1);
+            EXPECT_FALSE(is_whole_file(path, row->format)) << row->name << " of " << size - 1;
+        }
+    }
+    for (const auto* row : video_formats()) {
+        const std::string path = folder / row->ending;
+        convert_with_ffmpeg({"-f", "lavfi", "-i", "testsrc=s=64x36:d=0.2", path});
+        EXPECT_TRUE(is_whole_file(path, row->format)) << row->ending;
+        for (const auto size : {std::filesystem::file_size(path) - 1, uintmax_t{100}, uintmax_t{0}}) {
+            std::filesystem::resize_file(path, size);
+            EXPECT_FALSE(is_whole_file(path, row->format)) << row->ending << " of " << size;
+        }
+    }
+}
+
+// The curve of IEC 61966-2-1, and its mirror image below 0; alpha is a share and no light.
+TEST(PictureFile, LinearExrSaysSo) {
+    const flumo::test::ScratchFolder folder;
+    const Picture display = {2, 1, std::vector<float>{0.5F, 1, 0.04F, 0.5F, -0.5F, 2, 0, 1}};
+    for (const bool linear : {false, true}) {
+        write_picture(folder / "a.exr", PictureFormat::kExr, display, {.notes = {.linear = linear}});
+        EXPECT_EQ(read_notes(folder / "a.exr").linear, linear);
+        const std::string bytes = read_text_file(folder / "a.exr");
+        EXPECT_NE(bytes.find(linear ? "Linear light, Rec. 709" : "sRGB transfer curve"), std::string::npos);
+        EXPECT_NE(bytes.find("chromaticities"), std::string::npos);
+    }
+    EXPECT_THAT(std::get<std::vector<float>>(read_exr(folder / "a.exr").samples),
+                testing::Pointwise(testing::FloatNear(1e-6F), {0.2140411F / 2, 0.5F, 0.04F / 12.92F / 2, 0.5F,
+                                                               -0.2140411F, 4.9538469F, 0.0F, 1.0F}));
+}
+
+// One attribute with the whole scene, as earlier versions wrote it.
+TEST(PictureFile, ReadsTheSceneOfAnOldExr) {
+    const flumo::test::ScratchFolder folder;
+    Imf::Header header(2, 1);
+    header.insert("flumoScene", Imf::StringAttribute(std::string(3000, 's')));
+    write_channels(folder / "a.exr", header, {"R"});
+    EXPECT_EQ(read_notes(folder / "a.exr").scene, std::string(3000, 's'));
 }
 
 TEST(PictureFile, TakesUpWhatAKilledProcessLeft) {

@@ -68,8 +68,8 @@ TEST(ControlValue, SaysWhatWasExpected) {
 
 TEST(ControlCatalog, SuggestsTheNearestControl) {
     const std::pair<const char*, const char*> cases[] = {
-        {"scale", "did you mean Scale?"},   {"Gradeint", "did you mean Gradient?"},
-        {"Wavelength", "`flumo controls`"}, {"", "`flumo controls`"},
+        {"scale", "did you mean Scale?"},    {"Gradeint", "did you mean Gradient?"},
+        {"Wavelength", "such as NoiseType"}, {"", "such as NoiseType"},
         {"InnerEnd", "group mark"},
     };
     for (const auto& row : cases) {

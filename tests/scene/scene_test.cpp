@@ -84,7 +84,8 @@ TEST_F(SceneFile, GivesKeyframes) {
 TEST_F(SceneFile, PointsAtFileKeyAndExpectation) {
     const std::pair<const char*, const char*> cases[] = {
         {"[]", "look.json: expected an object"},
-        {R"({"sise": 1})", "look.json: sise: unknown key; expected one of description, size, depth"},
+        {R"({"sise": 1})",
+         "look.json: sise: unknown key; expected one of description, size, resolution, depth"},
         {R"({"size": "0x5"})", "look.json: size: size 0x5: width and height must be 1 to"},
         {R"({"size": [64]})", "size: expected \"WIDTHxHEIGHT\""},
         {R"({"depth": 12})", "depth: depth 12: expected 8, 16 or 32"},
@@ -101,7 +102,7 @@ TEST_F(SceneFile, PointsAtFileKeyAndExpectation) {
         {R"({"controls": {"Gradient": 1}})", "controls.Gradient: expected an array of stops"},
         {R"({"controls": {"Gradient": [1]}})", "controls.Gradient[0]: expected a stop"},
         {R"({"controls": {"Gradient": [{"color": "#fff"}]}})", "controls.Gradient[0]: expected a key \"at\""},
-        {R"({"controls": {"Gradient": [{"at": 0, "color": "red"}]}})",
+        {R"({"controls": {"Gradient": [{"at": 0, "color": "redd"}]}})",
          "Gradient[0].color: expected \"#rrggbb\""},
         {R"({"controls": {"Gradient": [{"at": 0, "color": [1, 2]}]}})", "Gradient[0].color: expected"},
         {R"({"controls": {"Gradient": [{"at": 0, "color": [1, "x", 2]}]}})", "color[1]: expected a number"},

@@ -1,4 +1,4 @@
-#include "media/exr_file.h"
+#include "media/picture/exr_file.h"
 
 #include <OpenEXR/ImfChannelList.h>
 #include <OpenEXR/ImfFrameBuffer.h>
@@ -16,14 +16,25 @@
 #include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <system_error>
 
 namespace flumo::media {
 namespace {
 
-constexpr const char* kSceneAttribute = "flumoScene";
+constexpr size_t kLongestAttribute = 200;
+
+// As OpenImageIO names it; other readers have the comment.
+constexpr const char* kColourSpaceAttribute = "oiio:ColorSpace";
+constexpr const char* kDisplay = "sRGB";
+constexpr const char* kLinear = "Linear";
+constexpr const char* kDisplayComment =
+    "Display-referred colour: sRGB transfer curve (not linear light), Rec. 709 primaries, premultiplied "
+    "alpha";
+constexpr const char* kLinearComment = "Linear light, Rec. 709 primaries, premultiplied alpha";
 
 using ChannelNames = std::array<const char*, 4>;
 constexpr ChannelNames kColourNames = {"R", "G", "B", "A"};
@@ -99,14 +110,47 @@ std::vector<float> reframe(const std::vector<float>& pixels, const Imath::Box2i&
     return framed;
 }
 
-Imf::Header header_of(const Picture& picture, const ExrNotes& notes) {
-    Imf::Header header(static_cast<int>(picture.width), static_cast<int>(picture.height));
+// "flumoScene" alone held the whole scene in files of earlier versions.
+std::string scene_attribute(size_t piece) {
+    char name[32];
+    std::snprintf(name, sizeof name, "%s.%03zu", kSceneKey, piece);
+    return name;
+}
+
+void add_scene(Imf::Header& header, std::string_view scene) {
+    for (size_t piece = 0; !scene.empty(); ++piece) {
+        const std::string_view part = scene.substr(0, kLongestAttribute);
+        header.insert(scene_attribute(piece), Imf::StringAttribute(std::string(part)));
+        scene.remove_prefix(part.size());
+    }
+}
+
+std::string string_attribute(const Imf::Header& header, const std::string& name) {
+    const auto* attribute = header.findTypedAttribute<Imf::StringAttribute>(name);
+    return attribute ? attribute->value() : "";
+}
+
+std::string scene_of(const Imf::Header& header) {
+    std::string scene = string_attribute(header, kSceneKey);
+    for (size_t piece = 0;; ++piece) {
+        const std::string part = string_attribute(header, scene_attribute(piece));
+        if (part.empty()) return scene;
+        scene += part;
+    }
+}
+
+Imf::Header header_of(const PictureShape& shape, const FrameNotes& notes) {
+    Imf::Header header(static_cast<int>(shape.width), static_cast<int>(shape.height));
     header.compression() = Imf::ZIP_COMPRESSION;
-    const Imf::PixelType type = notes.type == ExrType::kHalf ? Imf::HALF : Imf::FLOAT;
+    const Imf::PixelType type = notes.exr_type == ExrType::kHalf ? Imf::HALF : Imf::FLOAT;
     for (const char* name : kColourNames)
         header.channels().insert(name, Imf::Channel(type));
     if (notes.rate) Imf::addFramesPerSecond(header, Imf::Rational(notes.rate->num, notes.rate->den));
-    if (!notes.scene.empty()) header.insert(kSceneAttribute, Imf::StringAttribute(notes.scene));
+    Imf::addChromaticities(header, Imf::Chromaticities());  // Rec. ITU-R BT.709, as sRGB
+    Imf::addComments(header, notes.linear ? kLinearComment : kDisplayComment);
+    header.insert(kColourSpaceAttribute, Imf::StringAttribute(notes.linear ? kLinear : kDisplay));
+    header.insert("software", Imf::StringAttribute(kSoftware));
+    add_scene(header, notes.scene);
     return header;
 }
 
@@ -144,14 +188,43 @@ class CheckedStream : public Imf::OStream {
     int error_ = 0;
 };
 
-template <typename Sample>
-void write_samples(Imf::OStream& stream, const Imf::Header& header, const std::vector<Sample>& samples) {
-    Imf::OutputFile file(stream, header);
-    const Imath::Box2i& window = header.dataWindow();
-    // The library's slices are mutable for the sake of reading; writing leaves them alone.
-    file.setFrameBuffer(frame_buffer(const_cast<Sample*>(samples.data()), window, kColourNames));
-    file.writePixels(window.size().y + 1);
-}
+class ExrWriter : public PictureWriter {
+  public:
+    ExrWriter(const std::filesystem::path& path, const PictureShape& shape, const FrameNotes& notes)
+        : notes_(notes), stream_(path), file_(std::in_place, stream_, header_of(shape, notes)) {}
+
+    void write_rows(Picture rows) override {
+        if (!std::holds_alternative<std::vector<float>>(rows.samples)) rows = to_float(rows);
+        if (notes_.linear) to_linear_light(rows);
+        premultiply(rows);
+        const auto& samples = std::get<std::vector<float>>(rows.samples);
+        if (notes_.exr_type == ExrType::kFloat) {
+            write_samples(samples, rows.height);
+        } else {
+            write_samples(std::vector<half>(samples.begin(), samples.end()), rows.height);
+        }
+    }
+
+    void finish() override {
+        file_.reset();  // writes the table of rows
+        stream_.close();
+    }
+
+  private:
+    template <typename Sample>
+    void write_samples(const std::vector<Sample>& samples, size_t rows) {
+        Imath::Box2i window = file_->header().dataWindow();
+        window.min.y = file_->currentScanLine();
+        window.max.y = window.min.y + static_cast<int>(rows) - 1;
+        // The library's slices are mutable for the sake of reading; writing does not change them.
+        file_->setFrameBuffer(frame_buffer(const_cast<Sample*>(samples.data()), window, kColourNames));
+        file_->writePixels(static_cast<int>(rows));
+    }
+
+    FrameNotes notes_;
+    CheckedStream stream_;
+    std::optional<Imf::OutputFile> file_;
+};
 
 }  // namespace
 
@@ -171,31 +244,42 @@ Picture read_exr(const std::filesystem::path& path) {
             reframe(read_window(file, data), data, display)};
 }
 
-void write_exr(const std::filesystem::path& path, const Picture& picture, const ExrNotes& notes) {
-    const auto& samples = std::get<std::vector<float>>(picture.samples);
-    const Imf::Header header = header_of(picture, notes);
-    CheckedStream stream(path);
-    if (notes.type == ExrType::kFloat) {
-        write_samples(stream, header, samples);
-    } else {
-        write_samples(stream, header, std::vector<half>(samples.begin(), samples.end()));
-    }
-    stream.close();
+Picture read_straight_exr(const std::filesystem::path& path) {
+    Picture picture = read_exr(path);
+    unpremultiply(picture);
+    return picture;
 }
 
-ExrNotes read_exr_notes(const std::filesystem::path& path) {
+std::unique_ptr<PictureWriter> create_exr(const std::filesystem::path& path, const PictureShape& shape,
+                                          const FrameNotes& notes) {
+    return std::make_unique<ExrWriter>(path, shape, notes);
+}
+
+FrameNotes read_exr_notes(const std::filesystem::path& path) {
     const Imf::InputFile file(path.c_str());
     const Imf::Header& header = file.header();
-    ExrNotes notes;
+    FrameNotes notes;
     const Imf::Channel* const red = header.channels().findChannel("R");
-    if (red && red->type == Imf::HALF) notes.type = ExrType::kHalf;
+    if (red && red->type == Imf::HALF) notes.exr_type = ExrType::kHalf;
     if (Imf::hasFramesPerSecond(header)) {
         const Imf::Rational rate = Imf::framesPerSecond(header);
         notes.rate = host::FrameRate{rate.n, static_cast<int>(rate.d)};
     }
-    if (const auto* scene = header.findTypedAttribute<Imf::StringAttribute>(kSceneAttribute))
-        notes.scene = scene->value();
+    notes.linear = string_attribute(header, kColourSpaceAttribute) == kLinear;
+    notes.scene = scene_of(header);
     return notes;
+}
+
+bool is_whole_exr(const std::filesystem::path& path) try {
+    Imf::InputFile file(path.c_str());
+    if (!file.isComplete()) return false;
+    // The table of rows may name rows that were cut off.
+    const char* row = nullptr;
+    int size = 0;
+    file.rawPixelData(file.header().dataWindow().max.y, row, size);
+    return true;
+} catch (const std::exception&) {
+    return false;
 }
 
 }  // namespace flumo::media

@@ -1,4 +1,4 @@
-#include "scene/gradient_text.h"
+#include "scene/gradient/gradient_text.h"
 
 #include <algorithm>
 #include <array>
@@ -10,6 +10,9 @@
 #include "base/file_contents.h"
 #include "base/parse_number.h"
 #include "base/text_list.h"
+#include "scene/gradient/colour_names.h"
+#include "scene/gradient/css_gradient.h"
+#include "scene/gradient/gimp_gradient.h"
 
 namespace flumo::scene {
 namespace {
@@ -18,13 +21,6 @@ constexpr const char* kTextFormHeader = "Gradient";
 
 Failure bad_gradient(const std::string& what) {
     return usage_failure("gradient: " + what);
-}
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlank = " \t\r\n";
-    const size_t first = text.find_first_not_of(kBlank);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlank) - first + 1);
 }
 
 float parse_finite(std::string_view text, const char* what) {
@@ -44,7 +40,10 @@ StopKind parse_kind(std::string_view word) {
 Colour parse_float_colour(std::string_view text) {
     const auto parts = split(text, '/');
     if (parts.size() != 3 && parts.size() != 4) {
-        throw bad_gradient("colour " + in_quotes(text) + ": expected #rrggbb, #rrggbbaa or r/g/b[/a]");
+        const auto nearest = nearest_colour_name(text);
+        throw bad_gradient("colour " + in_quotes(text) +
+                           (nearest ? ": did you mean " + *nearest + "?"
+                                    : ": expected #rrggbb, #rrggbbaa, r/g/b[/a] or a name of CSS"));
     }
     std::array<float, 4> channels = {0, 0, 0, 1};
     for (size_t i = 0; i < parts.size(); ++i)
@@ -53,7 +52,7 @@ Colour parse_float_colour(std::string_view text) {
 }
 
 Colour parse_colour(std::string_view text) {
-    const auto colour = colour_from_hex(text);
+    const auto colour = colour_from_css(text);
     return colour ? *colour : parse_float_colour(text);
 }
 
@@ -70,7 +69,7 @@ Stop parse_compact_stop(std::string_view text) {
 std::vector<Stop> parse_compact(std::string_view text) {
     std::vector<Stop> stops;
     for (const std::string_view part : split(text, ','))
-        stops.push_back(parse_compact_stop(trimmed(part)));
+        stops.push_back(parse_compact_stop(without_blanks(part)));
     return stops;
 }
 
@@ -80,7 +79,7 @@ std::vector<Stop> parse_compact_lines(std::string_view text) {
     std::vector<Stop> stops;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const bool is_last = i + 1 == lines.size();
-        std::string_view line = trimmed(lines[i]);
+        std::string_view line = without_blanks(lines[i]);
         if (line.empty() && lines.size() > 1) continue;
         if (!is_last && line.ends_with(',')) line.remove_suffix(1);
         const std::vector<Stop> more = parse_compact(line);
@@ -158,6 +157,8 @@ bool is_stored_form(std::string_view text) {
 std::vector<Stop> parse_spelling(std::string_view text) {
     if (text.starts_with(kTextFormHeader)) return TextFormReader(text).read();
     if (is_stored_form(text)) return parse_stored_form(text);
+    if (is_css_gradient(text)) return parse_css_gradient(text);
+    if (is_gimp_gradient(text)) return parse_gimp_gradient(text);
     return parse_compact_lines(text);
 }
 
@@ -178,9 +179,12 @@ size_t first_wrong_line(std::string_view text) {
 // The file may be any, so a message names the place and does not repeat its contents.
 std::vector<Stop> read_gradient_file(const std::filesystem::path& path) {
     const std::string text = read_text_file(path);
+    const std::string_view contents = without_blanks(text);
     try {
-        return parse_spelling(trimmed(text));
-    } catch (const Failure&) {
+        return parse_spelling(contents);
+    } catch (const Failure& failure) {
+        if (is_css_gradient(contents) || is_gimp_gradient(contents))
+            throw usage_failure(path.string() + ": " + failure.what());
         throw bad_gradient(
             path.string() + ": line " + std::to_string(first_wrong_line(text)) +
             ": expected stops such as 0.5:sin:#ff8800, one a line or with commas between them, "
@@ -192,7 +196,7 @@ std::vector<Stop> read_gradient_file(const std::filesystem::path& path) {
 
 std::vector<Stop> parse_gradient(std::string_view text, const std::filesystem::path& folder) {
     if (text.starts_with('@')) return read_gradient_file(folder / text.substr(1));
-    return parse_spelling(trimmed(text));
+    return parse_spelling(without_blanks(text));
 }
 
 }  // namespace flumo::scene

@@ -29,6 +29,10 @@ Picture to_8_bit(const Picture& picture);
 Picture to_16_bit(const Picture& picture);
 Picture to_float(const Picture& picture);
 
+/// From the sRGB transfer curve to linear light (IEC 61966-2-1) in place; the samples must be floats. Colours
+/// above 1 follow the same curve, and below 0 its mirror image; alpha stays.
+void to_linear_light(Picture& picture);
+
 /// Multiplies colour by alpha in place; the samples must be floats.
 void premultiply(Picture& picture);
 

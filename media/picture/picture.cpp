@@ -1,4 +1,4 @@
-#include "media/picture.h"
+#include "media/picture/picture.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,6 +76,14 @@ Picture to_16_bit(const Picture& picture) {
 }
 Picture to_float(const Picture& picture) {
     return convert<float>(picture);
+}
+
+void to_linear_light(Picture& picture) {
+    change_colours(picture, [](float colour, float) {
+        const double size = std::abs(double(colour));
+        const double light = size <= 0.04045 ? size / 12.92 : std::pow((size + 0.055) / 1.055, 2.4);
+        return static_cast<float>(std::copysign(light, double(colour)));
+    });
 }
 
 void premultiply(Picture& picture) {

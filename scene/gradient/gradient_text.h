@@ -5,14 +5,16 @@
 #include <string_view>
 #include <vector>
 
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 
 namespace flumo::scene {
 
 /// Reads the stops from one of these spellings:
 ///   0:#000000,0.5:edge:#ff8800,1:1/0.5/0/1    position[:kind]:colour; kind linear, sin (default) or
-///                                             edge; colour #rgb, #rrggbb, #rrggbbaa or r/g/b[/a];
-///                                             in a file also one stop a line
+///                                             edge; colour #rgb, #rrggbb, #rrggbbaa or r/g/b[/a]
+///                                             or a colour of CSS; in a file also one stop a line
+///   linear-gradient(to right, gold, red 50%)  CSS (gradient/css_gradient.h)
+///   GIMP Gradient ...                         the contents of a .ggr file (gradient/gimp_gradient.h)
 ///   Gradient t 0 sin  r 0 g 0 b 0 a 1 ...     the text form of the effect
 ///   0200000000000000...                       the stored form of the effect in hexadecimal digits
 ///   @FILE                                     a file that holds one of the above, a relative name being

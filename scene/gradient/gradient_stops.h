@@ -42,11 +42,11 @@ std::optional<StopKind> kind_from_word(std::string_view word);
 /// The same the other way, nothing for a number that is no kind.
 std::optional<std::string_view> word_of_kind(StopKind kind);
 
-/// `#rgb`, `#rrggbb` or `#rrggbbaa`, or nothing for another text.
+/// `#rgb`, `#rgba`, `#rrggbb` or `#rrggbbaa`, or nothing for another text.
 std::optional<Colour> colour_from_hex(std::string_view text);
 
 /// The effect's stored form: a count, then 24 bytes a stop, ascending; of two stops at one position
-/// the later one wins.
+/// the later one wins, and a stop whose position is NaN is left out.
 std::vector<uint8_t> to_stored_form(std::span<const Stop> stops);
 
 /// The stops of a stored form, as they stand, or nothing where count and size do not agree.

@@ -1,7 +1,8 @@
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <map>
 
@@ -41,8 +42,8 @@ std::optional<std::string_view> word_of_kind(StopKind kind) {
 std::optional<Colour> colour_from_hex(std::string_view text) {
     if (text.empty() || text[0] != '#') return std::nullopt;
     text.remove_prefix(1);
-    const size_t digits_each = text.size() == 3 ? 1 : 2;
-    if (text.size() != 3 && text.size() != 6 && text.size() != 8) return std::nullopt;
+    const size_t digits_each = text.size() <= 4 ? 1 : 2;
+    if (text.size() != 3 && text.size() != 4 && text.size() != 6 && text.size() != 8) return std::nullopt;
     std::array<float, 4> channels = {0, 0, 0, 1};
     for (size_t i = 0; i < text.size(); i += digits_each) {
         const int high = hex_digit(text[i]);
@@ -55,8 +56,10 @@ std::optional<Colour> colour_from_hex(std::string_view text) {
 
 std::vector<uint8_t> to_stored_form(std::span<const Stop> stops) {
     std::map<float, StoredStop> by_position;
-    for (const Stop& stop : stops)
-        by_position[stop.at] = {stop.at, stop.kind, stop.colour};
+    for (const Stop& stop : stops) {
+        // NaN has no place in an order.
+        if (!std::isnan(stop.at)) by_position[stop.at] = {stop.at, stop.kind, stop.colour};
+    }
     const auto count = static_cast<int32_t>(by_position.size());
     std::vector<uint8_t> bytes(sizeof count + by_position.size() * sizeof(StoredStop));
     std::memcpy(bytes.data(), &count, sizeof count);

@@ -1,7 +1,8 @@
-#include "media/png_file.h"
+#include "media/picture/png_file.h"
 
 #include <png.h>
 
+#include <array>
 #include <cerrno>
 #include <csetjmp>
 #include <cstdio>
@@ -9,12 +10,16 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
+
+#include "base/file_contents.h"
 
 namespace flumo::media {
 namespace {
 
 constexpr int kSignatureSize = 8;
+constexpr const char* kSoftwareKey = "Software";
 
 struct PngError {
     char message[128] = "";
@@ -113,35 +118,72 @@ void put_bytes(png_structp png, png_bytep bytes, size_t count) {
 
 void leave_in_buffer(png_structp) {}
 
-template <typename Sample>
-void write_rows(const Writer& writer, std::FILE* file, const Picture& picture, const Sample* samples) {
-    const auto width = static_cast<png_uint_32>(picture.width);
-    const auto height = static_cast<png_uint_32>(picture.height);
-    guarded(writer.png, writer.error, [&] {
-        png_set_write_fn(writer.png, file, put_bytes, leave_in_buffer);
-        png_set_IHDR(writer.png, writer.info, width, height, int{sizeof(Sample)} * 8,
-                     PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                     PNG_FILTER_TYPE_DEFAULT);
-        prefer_speed(writer.png);
-        png_set_sRGB_gAMA_and_cHRM(writer.png, writer.info, PNG_sRGB_INTENT_PERCEPTUAL);
-        png_write_info(writer.png, writer.info);
-        if (sizeof(Sample) == 2) png_set_swap(writer.png);
-        for (size_t y = 0; y < height; ++y) {
-            png_write_row(writer.png, reinterpret_cast<png_const_bytep>(samples + y * width * 4));
-        }
-        png_write_end(writer.png, nullptr);
-    });
+// Uncompressed, and in UTF-8: iTXt.
+png_text text_chunk(const char* key, const std::string& text) {
+    png_text chunk{};
+    chunk.compression = PNG_ITXT_COMPRESSION_NONE;
+    chunk.key = const_cast<char*>(key);
+    chunk.text = const_cast<char*>(text.c_str());
+    chunk.itxt_length = text.size();
+    return chunk;
 }
 
-template <typename Sample>
-void write_samples(std::FILE* file, const Picture& picture, const std::vector<Sample>& samples) {
-    if constexpr (std::is_integral_v<Sample>) {
-        const Writer writer;
-        write_rows(writer, file, picture, samples.data());
-    } else {
-        throw std::runtime_error("PNG holds no float samples");
+class PngWriter : public PictureWriter {
+  public:
+    PngWriter(const std::filesystem::path& path, const PictureShape& shape, const FrameNotes& notes)
+        : bits_(shape.depth == host::Depth::k8 ? 8 : 16), file_(std::fopen(path.c_str(), "wb"), std::fclose) {
+        if (!file_) throw std::runtime_error(std::generic_category().message(errno));
+        const std::string software = kSoftware;
+        const std::array texts = {text_chunk(kSoftwareKey, software), text_chunk(kSceneKey, notes.scene)};
+        write_header(shape, std::span(texts).first(notes.scene.empty() ? 1 : 2));
     }
-}
+
+    void write_rows(Picture rows) override {
+        if (bits_ == 8) {
+            if (!std::holds_alternative<std::vector<uint8_t>>(rows.samples)) rows = to_8_bit(rows);
+        } else if (!std::holds_alternative<std::vector<uint16_t>>(rows.samples)) {
+            rows = to_16_bit(rows);
+        }
+        std::visit(
+            [&](const auto& samples) {
+                put_rows(std::as_bytes(std::span(samples)), samples.size() * sizeof samples[0] / rows.height);
+            },
+            rows.samples);
+    }
+
+    void finish() override {
+        guarded(writer_.png, writer_.error, [&] { png_write_end(writer_.png, nullptr); });
+        // A network folder may tell only at the end that it is full.
+        if (std::fclose(file_.release()) != 0)
+            throw std::runtime_error(std::generic_category().message(errno));
+    }
+
+  private:
+    void write_header(const PictureShape& shape, std::span<const png_text> texts) {
+        guarded(writer_.png, writer_.error, [&] {
+            png_set_write_fn(writer_.png, file_.get(), put_bytes, leave_in_buffer);
+            png_set_IHDR(writer_.png, writer_.info, static_cast<png_uint_32>(shape.width),
+                         static_cast<png_uint_32>(shape.height), bits_, PNG_COLOR_TYPE_RGB_ALPHA,
+                         PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+            prefer_speed(writer_.png);
+            png_set_sRGB_gAMA_and_cHRM(writer_.png, writer_.info, PNG_sRGB_INTENT_PERCEPTUAL);
+            png_set_text(writer_.png, writer_.info, texts.data(), static_cast<int>(texts.size()));
+            png_write_info(writer_.png, writer_.info);
+            if (bits_ == 16) png_set_swap(writer_.png);
+        });
+    }
+
+    void put_rows(std::span<const std::byte> bytes, size_t row_bytes) {
+        guarded(writer_.png, writer_.error, [&] {
+            for (; !bytes.empty(); bytes = bytes.subspan(row_bytes))
+                png_write_row(writer_.png, reinterpret_cast<png_const_bytep>(bytes.data()));
+        });
+    }
+
+    int bits_;
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    Writer writer_;
+};
 
 }  // namespace
 
@@ -165,12 +207,28 @@ Picture decode_png(std::span<const uint8_t> bytes) {
     return picture;
 }
 
-void write_png(const std::filesystem::path& path, const Picture& picture) {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), std::fclose);
-    if (!file) throw std::runtime_error(std::generic_category().message(errno));
-    std::visit([&](const auto& samples) { write_samples(file.get(), picture, samples); }, picture.samples);
-    // A network folder may tell only at the end that it is full.
-    if (std::fclose(file.release()) != 0) throw std::runtime_error(std::generic_category().message(errno));
+std::unique_ptr<PictureWriter> create_png(const std::filesystem::path& path, const PictureShape& shape,
+                                          const FrameNotes& notes) {
+    return std::make_unique<PngWriter>(path, shape, notes);
+}
+
+FrameNotes read_png_notes(const std::filesystem::path& path) {
+    const std::vector<uint8_t> bytes = read_file(path);
+    Reader reader;
+    std::span<const uint8_t> rest = bytes;
+    read_header(reader, rest);
+    png_textp texts = nullptr;
+    const int count = png_get_text(reader.png, reader.info, &texts, nullptr);
+    FrameNotes notes;
+    for (const png_text& text : std::span(texts, static_cast<size_t>(count))) {
+        if (std::string_view(text.key) == kSceneKey) notes.scene = text.text;
+    }
+    return notes;
+}
+
+bool is_whole_png(const std::filesystem::path& path) {
+    constexpr std::string_view kEnd("\0\0\0\0IEND\xae\x42\x60\x82", 12);
+    return is_png(read_file_start(path, kSignatureSize)) && file_ends_with(path, kEnd);
 }
 
 }  // namespace flumo::media

@@ -165,6 +165,7 @@ job::RenderJob job_of(const Options& options, const scene::Scene& look, const sc
     job::RenderJob job{.tracks = variation.tracks, .output = *options.request.output};
     job.size = look.size.value_or(job.size);
     job.depth = static_cast<host::Depth>(look.depth.value_or(8));
+    job.resolution = look.resolution.value_or(job.resolution);
     job.rate = look.rate.value_or(job.rate);
     if (look.frames) job.frames = {look.frames->front()};
     job.start_number = number;

@@ -22,16 +22,6 @@ const media::PictureFormatRow* picture_row(const media::OutputKind& kind) {
     return format ? &media::row_of(*format) : nullptr;
 }
 
-host::Depth usual_depth(const media::OutputKind& kind) {
-    if (const auto* picture = picture_row(kind)) return picture->usual_depth;
-    const auto* video = std::get_if<media::VideoFormat>(&kind);
-    return video ? media::row_of(*video).usual_depth : host::Depth::k8;
-}
-
-host::Depth depth_of(const RenderRequest& request, const scene::Scene& scene) {
-    return scene.depth ? static_cast<host::Depth>(*scene.depth) : usual_depth(request.output->kind());
-}
-
 bool is_linear(const RenderRequest& request, const media::FrameNotes& notes) {
     const auto* picture = picture_row(request.output->kind());
     const bool possible = picture && picture->takes_linear;
@@ -62,6 +52,13 @@ void take_shard(RenderJob& job, const Shard& shard) {
 
 }  // namespace
 
+host::Depth depth_of(const scene::Scene& scene, const media::OutputKind& output) {
+    if (scene.depth) return static_cast<host::Depth>(*scene.depth);
+    if (const auto* picture = picture_row(output)) return picture->usual_depth;
+    const auto* video = std::get_if<media::VideoFormat>(&output);
+    return video ? media::row_of(*video).usual_depth : host::Depth::k8;
+}
+
 std::filesystem::path RenderJob::path_of(std::size_t position) const {
     return output.path_of(start_number ? *start_number + static_cast<int>(position) : frames[position]);
 }
@@ -71,7 +68,7 @@ RenderJob make_render_job(const RenderRequest& request, const scene::ControlCata
     scene::Scene scene = scene_of_request(request, catalog, notes);
     RenderJob job{.tracks = std::move(scene.tracks), .output = *request.output};
     job.size = scene.size.value_or(job.size);
-    job.depth = depth_of(request, scene);
+    job.depth = depth_of(scene, request.output->kind());
     job.frames = scene.frames.value_or(job.frames);
     job.rate = scene.rate.value_or(job.rate);
     job.exr_type = request.exr_type.value_or(notes.exr_type);

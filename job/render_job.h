@@ -11,6 +11,7 @@
 #include "job/render_request.h"
 #include "media/output_pattern.h"
 #include "scene/control.h"
+#include "scene/scene.h"
 #include "scene/track.h"
 
 namespace flumo::job {
@@ -38,6 +39,9 @@ struct RenderJob {
     /// Where the frame at this position of `frames` goes.
     std::filesystem::path path_of(std::size_t position) const;
 };
+
+/// The depth that the scene asks for, or else the one that is usual for the output's format.
+host::Depth depth_of(const scene::Scene& scene, const media::OutputKind& output);
 
 /// The request over its scene over defaults. Throws Failure: (usage) for values that the controls do not take
 /// and for several frames that would get one name, (unreadable input) for a scene, gradient or picture file.

@@ -36,9 +36,21 @@ Number number_of(const Properties& properties, std::string_view name) {
     return found == properties.end() ? Number{0} : parse_number<Number>(found->second).value_or(0);
 }
 
-bool has(const Properties& properties, std::string_view name, std::string_view part) {
+std::string_view text_of(const Properties& properties, std::string_view name) {
     const auto found = properties.find(name);
-    return found != properties.end() && found->second.find(part) != std::string::npos;
+    return found == properties.end() ? std::string_view() : found->second;
+}
+
+bool has(const Properties& properties, std::string_view name, std::string_view part) {
+    return text_of(properties, name).find(part) != std::string_view::npos;
+}
+
+// ffmpeg names the byte order of samples of more than 8 bits, and of pixels that share 16 bits (rgb565le).
+bool is_deep(std::string_view pixels) {
+    for (const char* packed : {"rgb4", "bgr4", "rgb5", "bgr5"}) {
+        if (pixels.starts_with(packed)) return false;
+    }
+    return pixels.ends_with("le") || pixels.ends_with("be");
 }
 
 }  // namespace
@@ -58,21 +70,31 @@ std::unique_ptr<VideoFrames> VideoFrames::open(const std::filesystem::path& path
     if (has_alpha && has(properties, "codec_name", "vp8")) frames->decoder_ = "libvpx";
     const bool is_tagged = properties.contains("color_space") && !has(properties, "color_space", "unknown");
     if (!is_tagged && has(properties, "pix_fmt", "yuv")) frames->filter_ = "setparams=colorspace=bt709,";
+    frames->is_deep_ = is_deep(text_of(properties, "pix_fmt"));
     return frames;
 }
 
 Picture VideoFrames::read(int frame) {
-    if (!child_ || frame < next_) {
-        Words words = {"ffmpeg", "-nostdin", "-v", "error"};
-        if (!decoder_.empty()) words.insert(words.end(), {"-c:v", decoder_});
-        const std::string select = "select=gte(n\\," + std::to_string(frame) + "),";
-        words.insert(words.end(), {"-i", "file:" + path_.string(), "-map", "0:v:0", "-vf",
-                                   select + filter_ + "format=rgba64le", "-fps_mode", "passthrough", "-f",
-                                   "rawvideo", "-"});
-        child_ = std::make_unique<ReadChild>(words);
-        next_ = frame;
-    }
-    std::vector<uint16_t> samples(width_ * height_ * 4);
+    if (!child_ || frame < next_) start(frame);
+    return is_deep_ ? read_samples<uint16_t>(frame) : read_samples<uint8_t>(frame);
+}
+
+// ffmpeg would make 65280 of an 8-bit white in 16 bits, so that samples stay at 8 bits where the video has
+// them.
+void VideoFrames::start(int frame) {
+    Words words = {"ffmpeg", "-nostdin", "-v", "error"};
+    if (!decoder_.empty()) words.insert(words.end(), {"-c:v", decoder_});
+    const std::string select = "select=gte(n\\," + std::to_string(frame) + "),";
+    const std::string format = is_deep_ ? "format=rgba64le" : "format=rgba";
+    words.insert(words.end(), {"-i", "file:" + path_.string(), "-map", "0:v:0", "-vf",
+                               select + filter_ + format, "-fps_mode", "passthrough", "-f", "rawvideo", "-"});
+    child_ = std::make_unique<ReadChild>(words);
+    next_ = frame;
+}
+
+template <typename Sample>
+Picture VideoFrames::read_samples(int frame) {
+    std::vector<Sample> samples(width_ * height_ * 4);
     for (; next_ <= frame; ++next_) {
         const auto bytes = std::as_writable_bytes(std::span(samples));
         if (child_->read(bytes) != bytes.size()) {

@@ -19,19 +19,25 @@ class VideoFrames {
 
     int count() const { return count_; }
 
-    /// Frame 0 to count() - 1: 16 bits, straight alpha. Untagged YUV counts as Rec. 709. Throws
-    /// std::runtime_error where the file ends too early.
+    /// Frame 0 to count() - 1: 8 bits, or 16 where the video has more than 8, straight alpha. Untagged YUV
+    /// counts as Rec. 709. Throws std::runtime_error where the file ends too early.
     Picture read(int frame);
 
   private:
     VideoFrames() = default;
 
+    /// Starts the decoder so that this frame is the first that it writes.
+    void start(int frame);
+    template <typename Sample>
+    Picture read_samples(int frame);
+
     std::filesystem::path path_;
     size_t width_ = 0;
     size_t height_ = 0;
     int count_ = 0;
-    std::string decoder_;  ///< empty: ffmpeg's choice
-    std::string filter_;   ///< a part of ffmpeg's filter list, may be empty
+    std::string decoder_;   ///< empty: ffmpeg's choice
+    std::string filter_;    ///< a part of ffmpeg's filter list, may be empty
+    bool is_deep_ = false;  ///< samples of more than 8 bits
     std::unique_ptr<ReadChild> child_;
     int next_ = 0;  ///< the frame that the child writes next
 };

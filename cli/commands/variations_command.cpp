@@ -164,7 +164,7 @@ job::RenderJob job_of(const Options& options, const scene::Scene& look, const sc
                       int number) {
     job::RenderJob job{.tracks = variation.tracks, .output = *options.request.output};
     job.size = look.size.value_or(job.size);
-    job.depth = static_cast<host::Depth>(look.depth.value_or(8));
+    job.depth = job::depth_of(look, job.output.kind());
     job.resolution = look.resolution.value_or(job.resolution);
     job.rate = look.rate.value_or(job.rate);
     if (look.frames) job.frames = {look.frames->front()};

@@ -25,13 +25,17 @@ class Motion : public testing::Test {
         return flumo::test::run_program(words);
     }
 
-    // One frame of a look in options.
-    std::vector<uint8_t> frame(const std::string& number, Words look) const {
+    media::Picture::Samples pixels(const std::string& name) const {
+        return media::read_picture(in(name)).samples;
+    }
+
+    // The pixels of one frame of a look in options; the files differ by the scenes that they hold.
+    media::Picture::Samples frame(const std::string& number, Words look) const {
         look.insert(look.begin(), {"render", "-q", "--size", "64x36"});
         look.insert(look.end(), {"--frames", number, "-o", in("frame.png")});
         const flumo::test::Said said = flumo(look);
         EXPECT_EQ(said.status, 0) << said.errors;
-        return read_file(in("frame.png"));
+        return pixels("frame.png");
     }
 
     flumo::test::ScratchFolder folder_;
@@ -51,7 +55,7 @@ TEST_F(Motion, ALoopOfOneCommandMeetsItsBeginning) {
     options[0] = "render";
     options[7] = in("l.#.png");
     ASSERT_EQ(flumo(options).status, 0);
-    EXPECT_EQ(read_file(in("l.0.png")), first);
+    EXPECT_EQ(pixels("l.0.png"), first);
     EXPECT_FALSE(std::filesystem::exists(in("l.10.png")));
 }
 
@@ -75,7 +79,7 @@ TEST_F(Motion, KeyframesInOptionsAreThoseOfAScene) {
          "echo '" + printed.output + "' | " FLUMO_PROGRAM " render -q --size 64x36 --scene - --frames 4 -o " +
              in("piped.png")});
     ASSERT_EQ(piped.status, 0) << piped.errors;
-    EXPECT_EQ(read_file(in("piped.png")), frame("4", moving));
+    EXPECT_EQ(pixels("piped.png"), frame("4", moving));
 
     const std::pair<Words, const char*> wrong[] = {
         {{"--set", "Scale=0:1,0:2"}, "keyframe \"0:2\": expected a frame after 0"},

@@ -84,7 +84,7 @@ TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
         {{"--set", "ColorizeMode=Refraction From Layer"},
          2,
          "Gradient, Gradient From Layer, Reflection From Layer,"},
-        {{"--gradient", "Gradient=0:red"}, 2, "--gradient Gradient: gradient: colour \"red\""},
+        {{"--gradient", "Gradient=0:rad"}, 2, "--gradient Gradient: gradient: colour \"rad\""},
         {{"--gradient", "Scale=5"}, 2, "--gradient Scale: this control is no gradient"},
         {{"--gradient", "Gradient=@" + text + "x"}, 3, "text.txtx"},
         {{"--layer1", text}, 3, "cannot read picture \""},
@@ -185,8 +185,9 @@ TEST_F(FlumoProcess, WarnsOfControlsWithoutEffect) {
 }
 
 TEST_F(FlumoProcess, TellsThatAFrameFailed) {
-    // A doubled side beyond what any driver's textures reach today.
-    const flumo::test::Said said = run({"render", "--size", "30000x1", "-o", folder_ / "wide.png"});
+    // One part with a doubled side beyond what any driver's textures reach today.
+    const flumo::test::Said said =
+        run({"render", "--size", "30000x1", "--part-size", "30000", "-o", folder_ / "wide.png"});
     EXPECT_EQ(said.status, 1) << said.errors;
     EXPECT_THAT(said.errors, HasSubstr("flumo: frame 0: "));
     EXPECT_EQ(folder_.file_count(), 0u);

@@ -85,7 +85,7 @@ BareGl::BareGl(int width, int height, host::Depth depth, Image image)
       height_(height),
       depth_(depth),
       image_(image),
-      pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * host::pixel_size(depth)) {
+      pixels_(static_cast<size_t>(width) * static_cast<size_t>(height) * host::pixel_size(depth)) {
     const AESDK_OpenGL_SavedContext callers;
     AESDK_OpenGL_StartContext(objects_, SharedCommonData.get());
     AESDK_OpenGL_MakeCurrent(objects_);
@@ -142,7 +142,7 @@ void BareGl::draw_image(GLuint program, Size viewport) const {
 
 std::vector<float> BareGl::small_image(GLuint program) const {
     const Size size{std::min(large().width, 128), std::min(large().height, 72)};
-    std::vector<float> pixels(4 * static_cast<std::size_t>(size.width * size.height));
+    std::vector<float> pixels(4 * static_cast<size_t>(size.width * size.height));
     draw_image(program, size);
     glReadBuffer(GL_COLOR_ATTACHMENT0);
     glReadPixels(0, 0, size.width, size.height, GL_RGBA, GL_FLOAT, pixels.data());
@@ -156,7 +156,7 @@ int BareGl::differing_pixels() {
     const std::vector<float> ours = small_image(program_);
     const std::vector<float> theirs = small_image(reference_);
     int count = 0;
-    for (std::size_t at = 0; at < ours.size(); at += 4)
+    for (size_t at = 0; at < ours.size(); at += 4)
         count += std::memcmp(&ours[at], &theirs[at], 4 * sizeof(float)) != 0;
     return count;
 }

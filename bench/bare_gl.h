@@ -1,4 +1,4 @@
-// The GL work of a frame and nothing else: what the effect's render call is measured against.
+// The GL work of a frame alone, which the effect's render call is compared with.
 #pragma once
 
 #include <glbinding/gl/types.h>
@@ -22,28 +22,28 @@ struct BareCost {
     Cost read_back;
 };
 
-/// Whose text the image is drawn with.
+/// Which text draws the image.
 enum class Image { kEffect, kReference };
 
-/// An own context beside the effect's, with the same programs, sizes, uniforms and textures. Belongs to the
-/// thread that made it; the effect is set up.
+/// A context separate from the effect's, with the same programs, sizes, uniforms and textures. Used only on
+/// the thread that made it, after the effect's global set-up.
 class BareGl {
   public:
-    /// `image` is whose program stands among the frame's five; the reference is built beside the effect's.
+    /// `image` selects the image program among the frame's five; the reference is built in any case.
     /// Throws AESDK_OpenGL_Fault.
     BareGl(int width, int height, host::Depth depth, Image image = Image::kEffect);
     ~BareGl();
     BareGl(const BareGl&) = delete;
     BareGl& operator=(const BareGl&) = delete;
 
-    /// Takes over uniforms, layers and gradients of the frame that a render command is about.
+    /// Copies uniforms, layers and gradients from the render command that `in_data` belongs to.
     PF_Err load(PF_InData* in_data);
     BareCost draw();
 
     // With Image::kEffect:
 
-    /// Draws a small image with the effect's program and with the reference, so that the driver's code for
-    /// both is made. Returns how many of its pixels differ in a bit.
+    /// Draws a small image with the effect's program and with the reference, so that the driver compiles
+    /// both. Returns the number of pixels that differ in a bit.
     int differing_pixels();
     /// The image alone, as BareCost::main_draw, with the reference.
     Cost draw_reference();
@@ -66,9 +66,9 @@ class BareGl {
     host::Depth depth_;
     Image image_;
     AESDK_OpenGL_EffectRenderData objects_;
-    /// Of objects_, for the look that was loaded last.
+    /// One of objects_, for the look that was loaded last.
     gl::GLuint program_ = 0;
-    /// 0 where the reference stands in objects_.
+    /// 0 where the reference is among objects_.
     gl::GLuint reference_ = 0;
     FrameTextures textures_;
     std::vector<std::byte> pixels_;

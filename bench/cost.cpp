@@ -33,7 +33,7 @@ Cost clock_now() {
 
 double median(std::vector<double> values) {
     std::ranges::sort(values);
-    const std::size_t half = values.size() / 2;
+    const size_t half = values.size() / 2;
     return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
 }
 

@@ -1,13 +1,13 @@
-// What a piece of work cost.
+// Time that a piece of work takes.
 #pragma once
 
 #include <vector>
 
 namespace flumo::bench {
 
-/// Milliseconds. `cpu` sums all threads of the process, the driver's included; on a machine with other
-/// work to do it says more than `wall`. `own` is the calling thread's CPU time alone: with a driver that
-/// draws on threads of its own, everything that the caller does one thing after another.
+/// Milliseconds. `cpu` sums all threads of the process, the driver's included; on a busy machine it is more
+/// reliable than `wall`. `own` is the CPU time of the calling thread alone: with a driver that draws on
+/// threads of its own, the serial part of the work.
 struct Cost {
     double wall = 0;
     double cpu = 0;

@@ -53,11 +53,10 @@ void FrameTextures::load(PF_InData* in_data, ParamSnapshot& snapshot, host::Dept
     depth_ = depth;
     const std::array<PF_LayerDef*, kLayers> chosen = {SnapshotLayer1(snapshot), SnapshotLayer2(snapshot),
                                                       SnapshotLayer3(snapshot)};
-    for (std::size_t i = 0; i < kLayers; ++i) {
+    for (size_t i = 0; i < kLayers; ++i) {
         if (chosen[i] == nullptr) continue;
         const auto* first = reinterpret_cast<const std::byte*>(chosen[i]->data);
-        const auto size =
-            static_cast<std::size_t>(chosen[i]->rowbytes) * static_cast<std::size_t>(chosen[i]->height);
+        const auto size = static_cast<size_t>(chosen[i]->rowbytes) * static_cast<size_t>(chosen[i]->height);
         layers_[i] = {*chosen[i], {first, first + size}};
         textures_[i] = upload(layers_[i]);
     }
@@ -67,7 +66,7 @@ void FrameTextures::load(PF_InData* in_data, ParamSnapshot& snapshot, host::Dept
 }
 
 void FrameTextures::upload_layers() {
-    for (std::size_t i = 0; i < kLayers; ++i)
+    for (size_t i = 0; i < kLayers; ++i)
         if (textures_[i] == 0) textures_[i] = upload(layers_[i]);
 }
 
@@ -83,7 +82,7 @@ void FrameTextures::clear() {
 }
 
 void FrameTextures::set_uniforms(GLuint program) const {
-    for (std::size_t unit = 0; unit < kSamplers.size(); ++unit) {
+    for (size_t unit = 0; unit < kSamplers.size(); ++unit) {
         const auto& [sampler, use] = kSamplers[unit];
         glUniform1i(glGetUniformLocation(program, sampler), static_cast<GLint>(unit));
         if (use != nullptr) glUniform1i(glGetUniformLocation(program, use), textures_[unit] != 0 ? 1 : 0);
@@ -91,7 +90,7 @@ void FrameTextures::set_uniforms(GLuint program) const {
 }
 
 void FrameTextures::bind() const {
-    for (std::size_t unit = 0; unit < textures_.size(); ++unit) {
+    for (size_t unit = 0; unit < textures_.size(); ++unit) {
         glActiveTexture(GL_TEXTURE0 + static_cast<unsigned int>(unit));
         glBindTexture(GL_TEXTURE_2D, textures_[unit]);
     }

@@ -18,7 +18,7 @@ FrameSize size_of(const Scene& scene, const BenchOptions& options) {
     return {options.size.width / divisor, options.size.height / divisor};
 }
 
-/// What one case has seen so far, one entry a turn.
+/// The costs of one case so far, one entry per turn.
 struct Turns {
     std::vector<Cost> reference;
     std::vector<Cost> main_draw;
@@ -28,30 +28,30 @@ struct Turns {
 };
 
 /// The reference's image, the bare GL work and the whole render command take turns in a changing order, so
-/// that what else the machine does meets each.
+/// that other load of the machine affects all of them.
 class Case {
   public:
-    Case(Theatre& theatre, const Scene& scene, const FrameSize& size, host::Depth depth)
-        : theatre_(theatre),
-          bare_(theatre.bare(size, depth)),
+    Case(BenchContext& context, const Scene& scene, const FrameSize& size, host::Depth depth)
+        : context_(context),
+          bare_(context.bare(size, depth)),
           request_(request_for(size, depth)),
-          instance_(theatre.stage().host().new_instance()) {
+          instance_(context.runner().host().new_instance()) {
         apply(scene, *instance_, size.width, size.height, depth);
-        theatre_.stage().render(
+        context_.runner().render(
             *instance_, request_, output_,
             [this](PF_InData* in_data, PF_OutData*, PF_SmartRenderExtra*) { return bare_.load(in_data); });
         differing_pixels_ = bare_.differing_pixels();
-        // The effect's code for this look.
-        theatre_.stage().render(*instance_, request_, output_);
+        // Compiles the effect's program for this look.
+        context_.runner().render(*instance_, request_, output_);
     }
 
-    /// Between the small images that the effect's program and the reference draw.
+    /// Pixels that differ between the small images of the effect's program and of the reference.
     int differing_pixels() const { return differing_pixels_; }
 
     Turns run() {
         const double once = cost_of([this] { turn(0); }).wall * kMillisecond;
         const int turns =
-            std::clamp(static_cast<int>(theatre_.options().seconds_per_case / once), kLeastTurns, kMostTurns);
+            std::clamp(static_cast<int>(context_.options().seconds_per_case / once), kLeastTurns, kMostTurns);
         for (int number = 1; number < turns; ++number)
             turn(number);
         return turns_;
@@ -73,12 +73,12 @@ class Case {
     }
 
     void draw_whole() {
-        const RenderCost cost = theatre_.stage().render(*instance_, request_, output_);
+        const RenderCost cost = context_.runner().render(*instance_, request_, output_);
         turns_.whole.push_back(cost.command);
         turns_.call.push_back(cost.call);
     }
 
-    Theatre& theatre_;
+    BenchContext& context_;
     BareGl& bare_;
     host::FrameRequest request_;
     std::unique_ptr<host::Instance> instance_;
@@ -99,18 +99,18 @@ void count(benchmark::State& state, const std::string& name, const std::vector<C
 /// the least and the most.
 void count_ratios(benchmark::State& state, const Turns& turns) {
     std::vector<double> ratios;
-    for (std::size_t turn = 0; turn < turns.reference.size(); ++turn)
+    for (size_t turn = 0; turn < turns.reference.size(); ++turn)
         ratios.push_back(turns.reference[turn].cpu / turns.main_draw[turn].cpu);
     state.counters["image_ratio"] = median(ratios);
     state.counters["image_ratio_least"] = std::ranges::min(ratios);
     state.counters["image_ratio_most"] = std::ranges::max(ratios);
 }
 
-void measure(benchmark::State& state, Theatre& theatre, const Scene& scene, host::Depth depth) {
-    const FrameSize size = size_of(scene, theatre.options());
+void measure(benchmark::State& state, BenchContext& context, const Scene& scene, host::Depth depth) {
+    const FrameSize size = size_of(scene, context.options());
     Turns turns;
     for ([[maybe_unused]] auto iteration : state) {
-        Case measured(theatre, scene, size, depth);
+        Case measured(context, scene, size, depth);
         turns = measured.run();
         state.counters["differing_pixels"] = measured.differing_pixels();
         state.SetIterationTime(median(turns.whole).wall * kMillisecond);
@@ -128,14 +128,14 @@ void measure(benchmark::State& state, Theatre& theatre, const Scene& scene, host
 
 }  // namespace
 
-void register_frames(Theatre& theatre) {
+void register_frames(BenchContext& context) {
     for (const host::Depth depth : {host::Depth::k8, host::Depth::k16, host::Depth::k32}) {
         for (const Scene& scene : standard_scenes()) {
             const std::string name =
                 "frame/" + std::string(scene.name) + "/" + std::to_string(static_cast<int>(depth));
             benchmark::RegisterBenchmark(
                 name.c_str(),
-                [&theatre, &scene, depth](benchmark::State& state) { measure(state, theatre, scene, depth); })
+                [&context, &scene, depth](benchmark::State& state) { measure(state, context, scene, depth); })
                 ->Iterations(1)
                 ->UseManualTime()
                 ->Unit(benchmark::kMillisecond);

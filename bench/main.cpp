@@ -1,10 +1,10 @@
-// flumo_bench: what a frame costs, and how much of it is not the driver's. Options beside those of Google
-// Benchmark (--benchmark_filter, --benchmark_out and others):
+// flumo_bench: the cost of a frame, and how much of it is not the driver's. Options in addition to those of
+// Google Benchmark (--benchmark_filter, --benchmark_out and others):
 //   --size=WxH      size of the standard scenes, 1920x1080 by default
 //   --quick         the same as --size=640x360
-//   --seconds=N     how long each case may repeat itself, 30 by default
+//   --seconds=N     how long each case may be repeated, 30 by default
 //   --first-frame=effect|reference
-//                   draws one frame of that size and ends: what a process costs that draws its first frame
+//                   draws one frame of that size and ends: for the cost of the first frame of a process
 #include <benchmark/benchmark.h>
 
 #include <charconv>
@@ -25,7 +25,7 @@ struct Options {
     std::optional<Image> first_frame;
 };
 
-[[noreturn]] void refuse(std::string_view option, std::string_view value, std::string_view expected) {
+[[noreturn]] void fail_usage(std::string_view option, std::string_view value, std::string_view expected) {
     std::cerr << "flumo_bench: " << option << value << ": expected " << expected << '\n';
     std::exit(2);
 }
@@ -41,26 +41,26 @@ std::optional<Number> positive(std::string_view text) {
 }
 
 FrameSize size_of(std::string_view text) {
-    const std::size_t cross = std::min(text.find('x'), text.size());
+    const size_t cross = std::min(text.find('x'), text.size());
     const auto width = positive<int>(text.substr(0, cross));
     const auto height = positive<int>(text.substr(std::min(cross + 1, text.size())));
-    if (!width || !height) refuse("--size=", text, "a width and a height in pixels, as 640x360");
+    if (!width || !height) fail_usage("--size=", text, "a width and a height in pixels, as 640x360");
     return {*width, *height};
 }
 
 Image image_of(std::string_view text) {
     if (text == "effect") return Image::kEffect;
     if (text == "reference") return Image::kReference;
-    refuse("--first-frame=", text, "effect or reference");
+    fail_usage("--first-frame=", text, "effect or reference");
 }
 
 double seconds_of(std::string_view text) {
     const auto seconds = positive<double>(text);
-    if (!seconds) refuse("--seconds=", text, "a number above 0");
+    if (!seconds) fail_usage("--seconds=", text, "a number above 0");
     return *seconds;
 }
 
-/// Takes this program's own options out of the list.
+/// Reads this program's own options and removes them from the list.
 Options take_options(std::vector<char*>& arguments) {
     Options options;
     std::erase_if(arguments, [&options](std::string_view argument) {
@@ -91,15 +91,15 @@ void run(std::vector<char*> arguments) {
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) std::exit(2);
     if (first_frame) return draw_first_frame(*first_frame, options.size);
 
-    Theatre theatre(options);
-    benchmark::AddCustomContext("driver", theatre.stage().driver());
+    BenchContext context(options);
+    benchmark::AddCustomContext("driver", context.runner().driver());
     benchmark::AddCustomContext(
         "size", std::to_string(options.size.width) + "x" + std::to_string(options.size.height));
-    register_parts(theatre);
-    register_frames(theatre);
-    register_scaling(theatre);
+    register_parts(context);
+    register_frames(context);
+    register_scaling(context);
 
-    // The effect prints a few lines for each thread that starts to render; they would tear the table.
+    // The effect prints a few lines for each thread that starts to render, which would disturb the table.
     std::ostream table(std::cout.rdbuf());
     std::cout.rdbuf(nullptr);
     benchmark::ConsoleReporter reporter(benchmark::ConsoleReporter::OO_Tabular);

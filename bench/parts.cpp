@@ -16,54 +16,54 @@ std::string bits(host::Depth depth) {
     return std::to_string(static_cast<int>(depth));
 }
 
-// Only the read-back's own time counts; the passes before it make the driver's caches what they are in a
+// Only the read-back's own time counts; the passes before it bring the driver's caches into the state of a
 // frame.
-void read_back(benchmark::State& state, Theatre& theatre, host::Depth depth) {
-    BareGl& bare = theatre.bare(theatre.options().size, depth);
+void read_back(benchmark::State& state, BenchContext& context, host::Depth depth) {
+    BareGl& bare = context.bare(context.options().size, depth);
     for ([[maybe_unused]] auto turn : state)
         state.SetIterationTime(bare.draw().read_back.wall * kMillisecond);
 }
 
-void host_share(benchmark::State& state, Theatre& theatre, host::Depth depth) {
-    const auto instance = theatre.stage().host().new_instance();
-    const host::FrameRequest request = request_for(theatre.options().size, depth);
+void host_share(benchmark::State& state, BenchContext& context, host::Depth depth) {
+    const auto instance = context.runner().host().new_instance();
+    const host::FrameRequest request = request_for(context.options().size, depth);
     host::World output;
-    const RenderAnswer stub = ask_host_alone;
+    const RenderHandler stub = call_host_alone;
     for ([[maybe_unused]] auto turn : state)
-        theatre.stage().render(*instance, request, output, stub);
+        context.runner().render(*instance, request, output, stub);
 }
 
-// A thread that has not rendered yet pays for its context and its programs.
-void first_frame_of_thread(benchmark::State& state, Theatre& theatre) {
-    const auto instance = theatre.stage().host().new_instance();
+// The first frame of a thread includes making its context and its programs.
+void first_frame_of_thread(benchmark::State& state, BenchContext& context) {
+    const auto instance = context.runner().host().new_instance();
     for ([[maybe_unused]] auto turn : state) {
         RenderCost cost;
         std::jthread([&] {
             host::World output;
-            cost = theatre.stage().render(*instance, request_for(kTiny, host::Depth::k8), output);
+            cost = context.runner().render(*instance, request_for(kTiny, host::Depth::k8), output);
         }).join();
         state.SetIterationTime(cost.call.wall * kMillisecond);
     }
 }
 
-void next_frame_of_thread(benchmark::State& state, Theatre& theatre) {
-    const auto instance = theatre.stage().host().new_instance();
+void next_frame_of_thread(benchmark::State& state, BenchContext& context) {
+    const auto instance = context.runner().host().new_instance();
     host::World output;
     for ([[maybe_unused]] auto turn : state)
-        theatre.stage().render(*instance, request_for(kTiny, host::Depth::k8), output);
+        context.runner().render(*instance, request_for(kTiny, host::Depth::k8), output);
 }
 
 }  // namespace
 
-void register_parts(Theatre& theatre) {
+void register_parts(BenchContext& context) {
     benchmark::RegisterBenchmark("start/first frame of a thread, 64x36",
-                                 [&](benchmark::State& state) { first_frame_of_thread(state, theatre); })
+                                 [&](benchmark::State& state) { first_frame_of_thread(state, context); })
         ->Iterations(1)
         ->Repetitions(9)
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("start/next frame of a thread, 64x36",
-                                 [&](benchmark::State& state) { next_frame_of_thread(state, theatre); })
+                                 [&](benchmark::State& state) { next_frame_of_thread(state, context); })
         ->Iterations(50)
         ->Repetitions(5)
         ->UseRealTime()
@@ -71,14 +71,14 @@ void register_parts(Theatre& theatre) {
     for (const host::Depth depth : {host::Depth::k8, host::Depth::k16, host::Depth::k32}) {
         benchmark::RegisterBenchmark(
             ("read-back/" + bits(depth)).c_str(),
-            [&, depth](benchmark::State& state) { read_back(state, theatre, depth); })
+            [&, depth](benchmark::State& state) { read_back(state, context, depth); })
             ->Iterations(1)
             ->Repetitions(5)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond);
         benchmark::RegisterBenchmark(
             ("host's share/" + bits(depth)).c_str(),
-            [&, depth](benchmark::State& state) { host_share(state, theatre, depth); })
+            [&, depth](benchmark::State& state) { host_share(state, context, depth); })
             ->Iterations(500)
             ->Repetitions(5)
             ->UseRealTime()

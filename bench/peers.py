@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Other generators of procedural pictures on this machine, 1920x1080, by their usual command. Writes JSON.
+"""Other generators of procedural pictures on this machine at 1920x1080, each with its usual command. Writes JSON.
 A tool that is not installed is skipped, with the reason.
 
 usage: peers.py FLUMO OUT.json
@@ -21,7 +21,7 @@ REPEATS = 3
 
 
 def ffmpeg(source):
-    """Frames of a lavfi source, thrown away."""
+    """Frames of a lavfi source, discarded."""
     return lambda count: ["ffmpeg", "-v", "error", "-f", "lavfi", "-i", source, "-frames:v", str(count), "-f", "null", "-"]
 
 
@@ -31,7 +31,7 @@ def geq(count):
 
 
 def vips(kind):
-    # One picture a process.
+    # One picture per process.
     return lambda count: ["sh", "-c", " && ".join([f"vips {kind} x.v {WIDTH} {HEIGHT} --cell-size 256 --seed {n}" for n in range(count)])]
 
 
@@ -67,7 +67,7 @@ DEFAULT_LOOK = {
 
 
 def effect_fragment():
-    """The effect's main program with the default look in it, as one line of a pipeline can hold it."""
+    """The effect's main program with the default look as initial values, without comments."""
     path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "effect", "shaders", "main.frag")
     with open(path, encoding="utf-8") as file:
         text = re.sub(r"//[^\n]*", "", file.read())
@@ -91,7 +91,7 @@ def flumo_default(flumo):
 
 
 def peers(flumo):
-    """Name, program that must be there, command for a number of frames."""
+    """Name, program that must be installed, command for a number of frames."""
     return [
         ("flumo, default look", flumo, flumo_default(flumo)),
         ("ffmpeg gradients", "ffmpeg", ffmpeg(f"gradients=s={SIZE}:r=25:n=4")),
@@ -106,7 +106,7 @@ def peers(flumo):
 
 
 def measure(command):
-    """Per frame, with the start of the process taken out: the difference of a long and a short run."""
+    """Per frame, without the start of the process: the difference of a long and a short run."""
     few, many = [], []
     for _ in range(REPEATS):
         few.append(run(command(FEW)))

@@ -32,7 +32,7 @@ def run(arguments, environment=None):
 
 
 def render(flumo, folder, size, frames="0", depth=8, output="frame.####.exr"):
-    name = os.path.join(folder, output)  # which leaves a path from the root alone
+    name = os.path.join(folder, output)  # an absolute path is kept
     return [flumo, "render", "--size", size, "--depth", str(depth), "--frames", frames, "-o", name]
 
 
@@ -62,7 +62,7 @@ def start_times(flumo, folder):
 
 def first_frames(bench, quick):
     """A process that draws one frame of the default look without the driver's program cache: the effect, and the
-    same GL work with the reference in the place of its image program. Both take turns."""
+    same GL work with the reference instead of its image program. Both take turns."""
     environment = dict(os.environ, MESA_SHADER_CACHE_DISABLE="true")
     rows = []
     for size in [TINY] if quick else [TINY, "1920x1080"]:
@@ -77,7 +77,7 @@ def first_frames(bench, quick):
 
 
 def alone(bench, folder, size):
-    """Seconds of a frame on a render thread that hands its frames to nobody."""
+    """Seconds per frame on a render thread whose frames are discarded."""
     out = os.path.join(folder, "alone.json")
     if run([bench, f"--benchmark_filter=^alone/{size}/", f"--benchmark_out={out}", "--benchmark_out_format=json"]) is None:
         raise SystemExit(f"processes.py: {bench} failed")
@@ -87,14 +87,14 @@ def alone(bench, folder, size):
 
 
 def sequence(flumo, folder, size, count, output):
-    """Seconds of a frame within a sequence: a long one less one of a single frame, so that the start falls out."""
+    """Seconds per frame of a sequence: a long one less one of a single frame, which removes the start."""
     one = run(render(flumo, folder, size, "0", output=output))
     many = run(render(flumo, folder, size, f"0-{count}", output=output))
     return {key: (many[key] - one[key]) / count for key in ("wall", "cpu")}
 
 
 def throughput(flumo, bench, folder, size, count):
-    """All kinds take turns, so that what else the machine does meets each; the least of the turns counts."""
+    """All kinds take turns, so that other load of the machine affects all; the least of the turns counts."""
     times = {"alone": [], **{name: [] for name in OUTPUTS}}
     for _ in range(TURNS):
         times["alone"].append(alone(bench, folder, size))

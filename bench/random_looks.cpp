@@ -9,11 +9,11 @@ namespace flumo::bench {
 
 namespace {
 
-/// Of the sliders with whole numbers: complexities and the number of lines, all from 1 to 100 or more. The
-/// seed of the randomisers starts at 0 and costs nothing.
+/// For sliders of whole numbers: complexities and the number of lines, all from 1 to 100 or more. The seed
+/// of the randomisers, which starts at 0, does not change the cost.
 constexpr double kMostSteps = 8;
 
-/// Every second control, by chance, as a user leaves it.
+/// Random half of the controls.
 void set_some_to_default(host::Instance& instance, std::mt19937_64& random) {
     for (const host::Control& control : instance.host().controls()) {
         if (!control.has_value() || random() % 2 == 0) continue;
@@ -32,8 +32,8 @@ void limit_steps(host::Instance& instance) {
 
 }  // namespace
 
-RandomLook random_look(host::Host& host, std::uint64_t seed, int number, int width, int height) {
-    std::seed_seq start{seed, static_cast<std::uint64_t>(number)};
+RandomLook random_look(host::Host& host, uint64_t seed, int number, int width, int height) {
+    std::seed_seq start{seed, static_cast<uint64_t>(number)};
     std::mt19937_64 random(start);
     constexpr host::Depth kDepths[] = {host::Depth::k8, host::Depth::k16, host::Depth::k32};
     const host::Depth depth = kDepths[random() % std::size(kDepths)];

@@ -1,4 +1,4 @@
-// Looks by chance, of a module under the stand-in host.
+// Random looks of a module in the stand-in host.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +9,14 @@
 
 namespace flumo::bench {
 
-/// An applied effect and the frame that is asked of it.
+/// An applied effect and the frame that is requested.
 struct RandomLook {
     std::unique_ptr<host::Instance> instance;
     host::FrameRequest request;
 };
 
-/// Look `number` of a seed: each control at its default or by chance, at one of the three depths. Sliders
-/// that count steps or lines stay low: a frame's cost follows them, its program does not.
-RandomLook random_look(host::Host& host, std::uint64_t seed, int number, int width, int height);
+/// Look `number` of a seed: each control at its default or random, at one of the three depths. Sliders that
+/// count steps or lines stay low: they change the cost of a frame, not its program.
+RandomLook random_look(host::Host& host, uint64_t seed, int number, int width, int height);
 
 }  // namespace flumo::bench

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """From the benches' JSON to tables and plots. Tables go between the marks in the document, plots into the
-folder beside it that bears its name.
+folder of the same name beside it.
 
 usage: report.py RESULTS DOCUMENT.md
 RESULTS holds frames*.json of flumo_bench and, where they were run, processes.json and peers.json.
@@ -74,7 +74,7 @@ def machine(run):
 
 
 def estimate(bench):
-    """Whole over bare as the caller's own serial time has it, the driver's drawing being the same."""
+    """Whole over bare, estimated from the serial time of the calling thread, as the driver draws the same."""
     return 1 + (bench["whole_own"] - bench["bare_own"]) / bench["bare_least"]
 
 
@@ -113,7 +113,7 @@ def images(runs):
 
 
 def verdict(bench):
-    """What of the two limits holds for this frame, and whether the frame keeps it."""
+    """Which of the two limits applies to this frame, and whether it is met."""
     if bench["bare_least"] >= LIMIT_HOLDS_FROM_MS:
         return f"{LIMIT}: " + ("kept" if estimate(bench) <= LIMIT else "not kept")
     kept = bench["whole_own"] - bench["bare_own"] <= LIMIT_MORE_MS
@@ -232,7 +232,7 @@ def put(document, name, body):
 def main():
     folder, path = sys.argv[1:3]
     runs = [load(folder, os.path.basename(p)) for p in sorted(glob.glob(os.path.join(folder, "frames*.json")))]
-    # The run with the largest frames speaks first.
+    # The run with the largest frames comes first.
     runs.sort(key=lambda run: -int(run["context"]["size"].split("x")[0]))
     bodies = {"frames": frames(runs), "image": images(runs)}
     for name, subject, write in (("parts", "start", parts), ("sizes", "size", sizes), ("lines", "lines", lines),

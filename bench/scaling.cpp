@@ -15,20 +15,20 @@ constexpr double kMillisecond = 1e-3;
 constexpr FrameSize kSmall{640, 360};
 constexpr int kFramesPerThread = 6;
 
-/// One frame of the scene after a first one that makes what the size needs.
-Cost second_frame(Stage& stage, const Scene& scene, const FrameSize& size) {
-    const auto instance = stage.host().new_instance();
+/// One frame of the scene, after a first one that makes the programs and targets.
+Cost second_frame(EffectRunner& runner, const Scene& scene, const FrameSize& size) {
+    const auto instance = runner.host().new_instance();
     apply(scene, *instance, size.width, size.height, host::Depth::k8);
     const host::FrameRequest request = request_for(size, host::Depth::k8);
     host::World output;
-    stage.render(*instance, request, output);
-    return stage.render(*instance, request, output).command;
+    runner.render(*instance, request, output);
+    return runner.render(*instance, request, output).command;
 }
 
-void frame_of(benchmark::State& state, Stage& stage, const Scene& scene, const FrameSize& size) try {
+void frame_of(benchmark::State& state, EffectRunner& runner, const Scene& scene, const FrameSize& size) try {
     Cost cost;
     for ([[maybe_unused]] auto turn : state) {
-        cost = second_frame(stage, scene, size);
+        cost = second_frame(runner, scene, size);
         state.SetIterationTime(cost.wall * kMillisecond);
     }
     state.counters["cpu"] = cost.cpu;
@@ -37,9 +37,9 @@ void frame_of(benchmark::State& state, Stage& stage, const Scene& scene, const F
     state.SkipWithError(error.what());
 }
 
-/// From the moment when all threads have their contexts and programs to the last frame's end.
-Cost frames_on_threads(Stage& stage, const FrameSize& size, int count) {
-    const auto instance = stage.host().new_instance();
+/// From when all threads have their contexts and programs to the end of the last frame.
+Cost frames_on_threads(EffectRunner& runner, const FrameSize& size, int count) {
+    const auto instance = runner.host().new_instance();
     Cost start;
     std::barrier ready(count, [&start]() noexcept { start = clock_now(); });
     {
@@ -57,10 +57,10 @@ Cost frames_on_threads(Stage& stage, const FrameSize& size, int count) {
     return clock_now() - start;
 }
 
-void on_threads(benchmark::State& state, Stage& stage, const FrameSize& size, int count) {
+void on_threads(benchmark::State& state, EffectRunner& runner, const FrameSize& size, int count) {
     Cost cost;
     for ([[maybe_unused]] auto turn : state) {
-        cost = frames_on_threads(stage, size, count);
+        cost = frames_on_threads(runner, size, count);
         state.SetIterationTime(cost.wall * kMillisecond);
     }
     const int frames = count * kFramesPerThread;
@@ -81,31 +81,31 @@ std::string text_of(const FrameSize& size) {
 
 }  // namespace
 
-void register_scaling(Theatre& theatre) {
-    Stage& stage = theatre.stage();
+void register_scaling(BenchContext& context) {
+    EffectRunner& runner = context.runner();
     for (const int count : {1, 2, 4, 8}) {
-        once("threads/" + std::to_string(count), [&stage, count](benchmark::State& state) {
-            on_threads(state, stage, kSmall, count);
+        once("threads/" + std::to_string(count), [&runner, count](benchmark::State& state) {
+            on_threads(state, runner, kSmall, count);
         })->Repetitions(3);
     }
-    // What the command line's render thread could reach; bench/processes.py asks for it.
+    // The limit for the command line's render thread; bench/processes.py compares with it.
     for (const FrameSize& size : {kSmall, FrameSize{1920, 1080}}) {
-        if (size.width > theatre.options().size.width) continue;
+        if (size.width > context.options().size.width) continue;
         once("alone/" + text_of(size),
-             [&stage, size](benchmark::State& state) { on_threads(state, stage, size, 1); });
+             [&runner, size](benchmark::State& state) { on_threads(state, runner, size, 1); });
     }
     for (const int count : {1, 2, 4, 8, 16, 32, 64}) {
-        once("lines/" + std::to_string(count), [&stage, count](benchmark::State& state) {
-            frame_of(state, stage, lines_scene("lines", count, 1), kSmall);
+        once("lines/" + std::to_string(count), [&runner, count](benchmark::State& state) {
+            frame_of(state, runner, lines_scene("lines", count, 1), kSmall);
         });
     }
     constexpr FrameSize kSizes[] = {{672, 378},   {960, 540},   {1280, 720},  {1920, 1080},
                                     {2560, 1440}, {3840, 2160}, {5760, 3240}, {7680, 4320}};
     for (const FrameSize& size : kSizes) {
-        // A quick run stays with sizes that are quick.
-        if (size.width > 3 * theatre.options().size.width && theatre.options().size != FrameSize{}) continue;
+        // A quick run leaves out large sizes.
+        if (size.width > 3 * context.options().size.width && context.options().size != FrameSize{}) continue;
         once("size/" + text_of(size),
-             [&stage, size](benchmark::State& state) { frame_of(state, stage, default_scene(), size); });
+             [&runner, size](benchmark::State& state) { frame_of(state, runner, default_scene(), size); });
     }
 }
 

@@ -12,7 +12,7 @@ int index_of(Section section) {
     return static_cast<int>(section) + 1;
 }
 
-/// Opaque, with a slope in each colour, so that no texel is like its neighbour.
+/// Opaque, with a slope in each colour, so that neighbouring texels differ.
 host::Layer slopes(int width, int height, host::Depth depth) {
     auto layer = std::make_shared<host::World>(width, height, depth);
     for (int y = 0; y < height; ++y) {

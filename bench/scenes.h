@@ -1,4 +1,4 @@
-// The standard scenes: the looks whose cost is told.
+// The standard scenes, whose cost is measured.
 #pragma once
 
 #include <span>
@@ -15,9 +15,9 @@ struct Scene {
     std::string_view name;
     /// Controls that are not at their default, as the host sends them.
     std::vector<std::pair<Section, double>> settings;
-    /// Whether layers of the frame's size and depth are chosen for all three layer controls.
+    /// Whether all three layer controls have a layer of the frame's size and depth.
     bool layers = false;
-    /// Drawn at half the width and height: at full size the reference takes minutes a frame.
+    /// Drawn at half the width and height: at full size the reference takes minutes per frame.
     bool half_size = false;
 };
 

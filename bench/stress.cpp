@@ -22,11 +22,11 @@ struct StressOptions {
     std::string module;
     int width = 96;
     int height = 54;
-    std::uint64_t seed = 1;
+    uint64_t seed = 1;
     /// Different looks.
     int looks = 200;
     int threads = 16;
-    /// Of all threads together.
+    /// In all threads together.
     int frames = 3200;
 };
 
@@ -40,7 +40,7 @@ struct Tally {
     std::atomic<int> failed{0};
 };
 
-/// Whether the frame came.
+/// Whether the frame was rendered.
 bool render(const RandomLook& look, const host::FrameRequest& request, host::World& world, Tally& tally) {
     try {
         look.instance->render(request, world);
@@ -71,17 +71,17 @@ std::vector<Job> make_jobs(host::Host& host, const StressOptions& options) {
 /// The job of a frame: every look in turn, each round from another place, so that threads that start at the
 /// beginning of a round draw different looks. Independent of the number of threads.
 const Job& job_of(const std::vector<Job>& jobs, int frame) {
-    const auto number = static_cast<std::size_t>(frame);
+    const auto number = static_cast<size_t>(frame);
     return jobs[(number + number / jobs.size() * 37) % jobs.size()];
 }
 
-/// Small frames of all looks: a context's code for each is made once, in every context anew. Backwards, and
-/// from another look on each thread: what a look leaves for the next must not be what it was when the
+/// Renders small frames of all looks, since each context compiles its own programs. In reverse order, and
+/// from another look on each thread, so that the state that a look leaves to the next differs from when the
 /// expected frames were made.
 void warm_up(const std::vector<Job>& jobs, int thread, Tally& tally) {
     host::World world;
-    for (std::size_t i = jobs.size(); i > 0; --i) {
-        const Job& job = jobs[(i + static_cast<std::size_t>(thread) * 7) % jobs.size()];
+    for (size_t i = jobs.size(); i > 0; --i) {
+        const Job& job = jobs[(i + static_cast<size_t>(thread) * 7) % jobs.size()];
         host::FrameRequest small = job.look.request;
         small.width = small.height = 8;
         render(job.look, small, world, tally);
@@ -125,15 +125,15 @@ void stress_threads(host::Host& host, const StressOptions& options, std::ostream
 }
 
 /// Of this process, KiB, without what the C library keeps of freed memory.
-std::int64_t resident_kib() {
+int64_t resident_kib() {
     malloc_trim(0);
-    std::int64_t size = 0, pages = 0;
+    int64_t size = 0, pages = 0;
     std::ifstream("/proc/self/statm") >> size >> pages;
-    constexpr std::int64_t kKibOfPage = 4;
+    constexpr int64_t kKibOfPage = 4;
     return pages * kKibOfPage;
 }
 
-/// One thread that meets look after look, each twice; then the set-down.
+/// One thread that renders look after look, each twice; then the set-down.
 void stress_looks(host::Host& host, const StressOptions& options, std::ostream& out, Tally& tally) {
     constexpr int kStep = 50;
     host::World world;
@@ -171,7 +171,8 @@ int run(int argc, char** argv) {
     add_common(threads, options);
     threads.add_option("--threads", options.threads)->check(CLI::Range(1, 256));
     threads.add_option("--frames", options.frames, "of all threads together")->check(CLI::Range(1, 1000000));
-    CLI::App& looks = *app.add_subcommand("looks", "resident memory while one thread meets look after look");
+    CLI::App& looks =
+        *app.add_subcommand("looks", "resident memory while one thread renders look after look");
     add_common(looks, options);
     try {
         app.parse(argc, argv);

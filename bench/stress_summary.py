@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What scripts/stress.sh measured, in a few lines. Exit status 1 where a process crashed or a frame was wrong.
+"""Summary of what scripts/stress.sh measured. Exit status 1 where a process crashed or a frame was wrong.
 
 usage: stress_summary.py OUT
 """
@@ -22,8 +22,8 @@ def processes(path):
     return found
 
 
-def tell(name, runs):
-    """Prints what went wrong in these processes; whether nothing did."""
+def report(name, runs):
+    """Prints the failures of these processes. Returns whether there were none."""
     crashed = sum(run["status"] >= 128 for run in runs)
     different, failed = (sum(run.get(key, 0) for run in runs) for key in ("different", "failed"))
     print(f"{name}: {len(runs)} processes, {crashed} crashed; {different} frames different, {failed} failed")
@@ -52,9 +52,9 @@ def memory(path):
 
 def main():
     many, one, looks = (os.path.join(sys.argv[1], name + ".jsonl") for name in ("many", "one", "looks"))
-    right = [tell("many threads", processes(many)), tell("one thread", processes(one))]
+    right = [report("many threads", processes(many)), report("one thread", processes(one))]
     compare(processes(many), processes(one))
-    right.append(tell("many looks", processes(looks)))
+    right.append(report("many looks", processes(looks)))
     memory(looks)
     sys.exit(0 if all(right) else 1)
 

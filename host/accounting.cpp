@@ -7,10 +7,10 @@ namespace flumo::host {
 
 namespace {
 
-constexpr std::size_t kMostEntries = 1000;
+constexpr size_t kMostEntries = 1000;
 constexpr const char* kLentNames[] = {"control(s) checked out", "layer(s) checked out",
                                       "drawing object(s) alive"};
-static_assert(std::size(kLentNames) == static_cast<std::size_t>(Lent::kCount));
+static_assert(std::size(kLentNames) == static_cast<size_t>(Lent::kCount));
 
 template <class Entry>
 void append(std::vector<Entry>& entries, Entry entry) {
@@ -34,7 +34,7 @@ std::string Accounting::describe() const {
         text << "handle " << handle.serial << " of " << handle.size << " bytes is alive, locked "
              << handle.locks << " times\n";
     }
-    for (std::size_t i = 0; i < lent_.size(); ++i) {
+    for (size_t i = 0; i < lent_.size(); ++i) {
         if (lent_[i] != 0) text << lent_[i] << ' ' << kLentNames[i] << '\n';
     }
     for (const auto& [suite, count] : acquired_suites()) {
@@ -45,7 +45,7 @@ std::string Accounting::describe() const {
 }
 
 int Accounting::lent(Lent what) const {
-    return lent_[static_cast<std::size_t>(what)];
+    return lent_[static_cast<size_t>(what)];
 }
 
 std::map<std::pair<std::string, int>, int> Accounting::acquired_suites() const {
@@ -82,11 +82,11 @@ void Accounting::forget_messages() {
 }
 
 void Accounting::lend(Lent what) {
-    ++lent_[static_cast<std::size_t>(what)];
+    ++lent_[static_cast<size_t>(what)];
 }
 
 void Accounting::take_back(Lent what) {
-    --lent_[static_cast<std::size_t>(what)];
+    --lent_[static_cast<size_t>(what)];
 }
 
 void Accounting::suite_acquired(const std::string& name, int version) {

@@ -19,7 +19,7 @@ namespace flumo::host {
 enum class Lent { kParam, kLayer, kDrawbotObject, kCount };
 
 /// Which rule of the host an effect broke.
-enum class MisuseKind : std::uint8_t {
+enum class MisuseKind : uint8_t {
     /// A function that this command does not allow, or another call's effect reference.
     kWrongCall,
     kWrongArgument,
@@ -82,7 +82,7 @@ class Accounting {
 
   private:
     const HandleTable& handles_;
-    std::array<std::atomic<int>, static_cast<std::size_t>(Lent::kCount)> lent_{};
+    std::array<std::atomic<int>, static_cast<size_t>(Lent::kCount)> lent_{};
     mutable std::mutex mutex_;
     std::map<std::pair<std::string, int>, int> suites_;
     std::vector<Misuse> misuses_;

@@ -61,10 +61,10 @@ constexpr CallbackRow kRows[] = {
     {"DrawImage", Failing::kErrorOnly},
     {"operation that is not offered", Failing::kNever},
 };
-static_assert(std::size(kRows) == static_cast<std::size_t>(Callback::kCount));
+static_assert(std::size(kRows) == static_cast<size_t>(Callback::kCount));
 
 const CallbackRow& row_of(Callback which) {
-    return kRows[static_cast<std::size_t>(which)];
+    return kRows[static_cast<size_t>(which)];
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace flumo::host {
 
 namespace {
 
-constexpr std::size_t kRecentLayers = 8;
+constexpr size_t kRecentLayers = 8;
 
 void check(bool holds, const char* otherwise) {
     if (!holds) throw std::invalid_argument(otherwise);

@@ -10,14 +10,14 @@ namespace flumo::host {
 namespace {
 
 constexpr int kGuard = 0xA5;
-constexpr std::size_t kGuardSize = 16;
+constexpr size_t kGuardSize = 16;
 /// New blocks up to this size hold junk, so that no effect comes to rely on zeros.
 constexpr uint64_t kJunkLimit = 4096;
 constexpr int kJunk = 0xCD;
 /// From this size on a freed block is worth keeping: the system would take its pages back.
 constexpr uint64_t kSpareMinimum = 65536;
-constexpr std::size_t kSpareCount = 8;
-constexpr std::size_t kRememberedHandles = 1024;
+constexpr size_t kSpareCount = 8;
+constexpr size_t kRememberedHandles = 1024;
 
 bool guard_intact(const std::byte* memory, uint64_t size) {
     return std::all_of(memory + size, memory + size + kGuardSize,
@@ -82,7 +82,7 @@ HandleTable::Disposal HandleTable::dispose(PF_Handle handle) {
     auto* memory = static_cast<std::byte*>(std::exchange(block->master, nullptr));
     const bool intact = guard_intact(memory, block->size);
     const bool was_locked = block->locks > 0;
-    locks_ -= static_cast<std::size_t>(block->locks);
+    locks_ -= static_cast<size_t>(block->locks);
     keep_memory(memory, block->size);
     disposed_.push_back(std::move(block));
     if (disposed_.size() > kRememberedHandles) disposed_.pop_front();
@@ -124,12 +124,12 @@ std::vector<LiveHandle> HandleTable::live() const {
     return handles;
 }
 
-std::size_t HandleTable::live_count() const {
+size_t HandleTable::live_count() const {
     std::lock_guard guard(mutex_);
     return live_.size();
 }
 
-std::size_t HandleTable::lock_count() const {
+size_t HandleTable::lock_count() const {
     std::lock_guard guard(mutex_);
     return locks_;
 }

@@ -49,8 +49,8 @@ class HandleTable {
 
     bool lives(PF_Handle handle) const;
     std::vector<LiveHandle> live() const;
-    std::size_t live_count() const;
-    std::size_t lock_count() const;
+    size_t live_count() const;
+    size_t lock_count() const;
 
   private:
     struct Block;
@@ -67,7 +67,7 @@ class HandleTable {
     };
     std::vector<Spare> spares_;
     uint64_t next_serial_ = 1;
-    std::size_t locks_ = 0;
+    size_t locks_ = 0;
 };
 
 }  // namespace flumo::host

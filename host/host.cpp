@@ -19,10 +19,6 @@ std::string shown_message(const PF_OutData& out) {
     return {out.return_msg, std::find(std::begin(out.return_msg), std::end(out.return_msg), '\0')};
 }
 
-void throw_on_error(PF_Cmd command, const Outcome& outcome) {
-    if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
-}
-
 }  // namespace
 
 Host::Host(const Module& module, HostOptions options)
@@ -59,7 +55,7 @@ void Host::params_setup() {
     const Outcome outcome = send(PF_Cmd_PARAMS_SETUP);
     num_params_ = outcome.out.num_params;
     throw_on_error(PF_Cmd_PARAMS_SETUP, outcome);
-    if (static_cast<std::size_t>(num_params_) != controls_.size() + 1) {
+    if (static_cast<size_t>(num_params_) != controls_.size() + 1) {
         accounting_.misuse(MisuseKind::kAnnouncement, "announced " + std::to_string(num_params_) +
                                                           " parameters and declared " +
                                                           std::to_string(controls_.size()) + " controls");
@@ -81,10 +77,10 @@ std::string Host::about() {
 }
 
 const Control& Host::control(int index) const {
-    if (index < 1 || static_cast<std::size_t>(index) > controls_.size()) {
+    if (index < 1 || static_cast<size_t>(index) > controls_.size()) {
         throw std::out_of_range("there is no control " + std::to_string(index));
     }
-    return controls_[static_cast<std::size_t>(index) - 1];
+    return controls_[static_cast<size_t>(index) - 1];
 }
 
 const Control& Host::control_by_disk_id(int disk_id) const {

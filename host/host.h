@@ -21,7 +21,6 @@
 #include "host/faults.h"
 #include "host/handles.h"
 #include "host/module/command_sender.h"
-#include "host/module/host_error.h"
 #include "host/module/module.h"
 #include "host/values/control.h"
 

@@ -20,10 +20,6 @@ Value default_value(Host& host, const Control& control) {
     return Layer{};
 }
 
-void throw_on_error(PF_Cmd command, const Outcome& outcome) {
-    if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
-}
-
 std::vector<std::byte> handle_bytes(HandleTable& handles, PF_Handle handle) {
     if (!handles.lives(handle)) return {};
     const auto* first = static_cast<const std::byte*>(*handle);
@@ -77,7 +73,7 @@ Instance::~Instance() {
 Track& Instance::track_of(int index) {
     const Control& control = host_.control(index);
     if (!control.has_value()) throw std::out_of_range("control " + std::to_string(index) + " has no value");
-    return tracks_[static_cast<std::size_t>(index) - 1];
+    return tracks_[static_cast<size_t>(index) - 1];
 }
 
 const Track& Instance::track(int index) const {
@@ -178,7 +174,7 @@ std::vector<PF_ParamDef> Instance::params_at(double frame, std::vector<Value>& v
     params[0].param_type = PF_Param_LAYER;
     values.assign(params.size(), 0.0);
     for (const Control& control : host_.controls()) {
-        const auto i = static_cast<std::size_t>(control.index);
+        const auto i = static_cast<size_t>(control.index);
         params[i] = control.definition;
         if (!control.has_value()) continue;
         values[i] = tracks_[i - 1].at(frame, control.kind);
@@ -212,11 +208,11 @@ Outcome Instance::send_event(PF_EventExtra& event, SuiteProvider* suites, double
     const int index = event.effect_win.index;
     std::vector<Value> values;
     std::vector<PF_ParamDef> params = params_at(frame, values);
-    PF_ParamDef& param = params.at(static_cast<std::size_t>(index));
+    PF_ParamDef& param = params.at(static_cast<size_t>(index));
     if (param.param_type == PF_Param_ARBITRARY_DATA) {
         // The effect edits in place, and values may be shared: it gets a copy, kept if it says so.
         const UncountedCalls uncounted(host_);
-        Value& value = values[static_cast<std::size_t>(index)];
+        Value& value = values[static_cast<size_t>(index)];
         value = Arbitrary(std::get<Arbitrary>(value)->copy());
         write_value(host_.control(index), value, param);
     }
@@ -224,7 +220,7 @@ Outcome Instance::send_event(PF_EventExtra& event, SuiteProvider* suites, double
     const Outcome outcome = send_with_params(PF_Cmd_EVENT, &event, suites, frame, params);
     changed = (param.uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) != 0;
     const UncountedCalls uncounted(host_);
-    if (changed && index > 0) track_of(index).put(frame, values[static_cast<std::size_t>(index)]);
+    if (changed && index > 0) track_of(index).put(frame, values[static_cast<size_t>(index)]);
     values.clear();
     return outcome;
 }

@@ -42,11 +42,6 @@ struct PreRenderData {
     }
 };
 
-void throw_on_error(PF_Cmd command, const Outcome& outcome, const Call& call) {
-    if (call.problem) std::rethrow_exception(call.problem);
-    if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
-}
-
 /// One frame from its request to the world.
 class FrameRun {
   public:
@@ -110,7 +105,9 @@ class FrameRun {
         for (PF_ParamDef& param : params)
             pointers.push_back(&param);
         PF_ParamDef** array = pointers.empty() ? nullptr : pointers.data();
-        throw_on_error(command, instance_.host().run(call, command, in_data_, out_data, array, extra), call);
+        const Outcome outcome = instance_.host().run(call, command, in_data_, out_data, array, extra);
+        if (call.problem) std::rethrow_exception(call.problem);
+        throw_on_error(command, outcome);
     }
 
     Instance& instance_;

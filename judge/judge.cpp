@@ -17,12 +17,12 @@ constexpr const char* kEndOfProcess = "end-of-process";
 /// After so many ended processes a case is given up.
 constexpr int kMostEndedProcesses = 3;
 constexpr int kFirstSignal = 128;
-constexpr std::size_t kLongestTail = 200;
+constexpr size_t kLongestTail = 200;
 
 std::string last_line(std::string text) {
     while (text.ends_with('\n'))
         text.pop_back();
-    if (const std::size_t end = text.rfind('\n'); end != std::string::npos) text.erase(0, end + 1);
+    if (const size_t end = text.rfind('\n'); end != std::string::npos) text.erase(0, end + 1);
     return text.substr(0, kLongestTail);
 }
 
@@ -132,7 +132,7 @@ bool lacks_step(const CaseResult& result, const StepChoice& choice) {
 }
 
 std::optional<Place> find_place(const std::string& text) {
-    const std::size_t colon = text.find(':');
+    const size_t colon = text.find(':');
     Place place{.played = find_case(text.substr(0, colon)), .choice = {}};
     if (!place.played) return std::nullopt;
     if (colon != std::string::npos) place.choice.only = text.substr(colon + 1);

@@ -97,8 +97,8 @@ class Pointer {
         return std::exchange(holds_, false) ? events_.release(at_) : host::EventOutcome{};
     }
 
-    host::EventOutcome operator()(const host::PickedColor& answer) {
-        canvas_.color_picker = [answer](const PF_PixelFloat&) { return answer; };
+    host::EventOutcome operator()(const host::PickedColour& answer) {
+        canvas_.colour_picker = [answer](const PF_PixelFloat&) { return answer; };
         return {};
     }
 
@@ -127,7 +127,7 @@ std::optional<Failure> play(
     std::optional<Failure> first;
     for (const PointerEvent& event : events) {
         const host::EventOutcome outcome = std::visit(pointer, event.action);
-        if (!std::holds_alternative<host::PickedColor>(event.action)) report(event.text, outcome);
+        if (!std::holds_alternative<host::PickedColour>(event.action)) report(event.text, outcome);
         if (outcome.error && !first) first = effect_failure("event " + in_quotes(event.text), outcome);
     }
     return first;

@@ -28,7 +28,7 @@ struct PanelRequest {
     host::PixelLayout layout = host::PixelLayout::kBgra;
     std::filesystem::path script;      ///< "-" is standard input
     std::vector<PointerEvent> events;  ///< those of --event, after those of the script
-    host::PickedColor pick{};
+    host::PickedColour pick{};
     GradientForm print = GradientForm::kText;
     std::filesystem::path save;
     std::filesystem::path picture;

@@ -55,13 +55,13 @@ std::string_view trimmed_line(std::string_view line) {
 
 }  // namespace
 
-host::PickedColor parse_picker_answer(std::string_view text) {
+host::PickedColour parse_picker_answer(std::string_view text) {
     if (text == "cancel") return {.status = PF_Interrupt_CANCEL};
     if (text == "fail") return {.status = PF_Err_INTERNAL_STRUCT_DAMAGED};
     const auto colour = scene::colour_from_hex(text);
     if (!colour) throw usage_failure("pick " + in_quotes(text) + ": expected #rrggbb, cancel or fail");
     return {.status = PF_Err_NONE,
-            .color = {.alpha = colour->a, .red = colour->r, .green = colour->g, .blue = colour->b}};
+            .colour = {.alpha = colour->a, .red = colour->r, .green = colour->g, .blue = colour->b}};
 }
 
 PointerEvent parse_pointer_event(std::string_view text) {

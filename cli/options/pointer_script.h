@@ -27,11 +27,11 @@ struct Release {};
 /// One line of a script. A colour picker's answer holds until the next one.
 struct PointerEvent {
     std::string text;  ///< as written, for reports
-    std::variant<Press, Move, Release, host::PickedColor> action;
+    std::variant<Press, Move, Release, host::PickedColour> action;
 };
 
 /// Reads `cancel`, `fail` or a colour (#rgb, #rrggbb or #rrggbbaa). Throws Failure (usage).
-host::PickedColor parse_picker_answer(std::string_view text);
+host::PickedColour parse_picker_answer(std::string_view text);
 
 /// Reads `click X,Y`, `double-click X,Y`, `ctrl-click X,Y`, `drag X,Y`, `release` or `pick ANSWER`, X and Y
 /// in panel pixels from the control's upper left corner. Throws Failure (usage) with what was expected.

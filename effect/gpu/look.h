@@ -1,4 +1,4 @@
-// A look: what the main program's text can be told before it is compiled.
+// A look: values that the main program's text can have as constants when it is compiled.
 #pragma once
 
 #include <glbinding/gl/types.h>
@@ -19,14 +19,14 @@ struct LookConstant {
     bool operator==(const LookConstant&) const = default;
 };
 
-/// Frames of equal looks, made in equal order, can be drawn with one program. Switches that a look leaves out
-/// stay as the text declares them.
+/// Frames of equal looks, with equal order of the switches, can be drawn with one program. Switches that a
+/// look leaves out stay as the text declares them.
 using Look = std::vector<LookConstant>;
 
-/// The main program for one look; 0 when it could not be built.
+/// The main program for one look.
 struct LookProgram {
     Look look;
-    gl::GLuint program;
+    gl::GLuint program;  // 0 when it could not be built
 };
 
 }  // namespace flumo

@@ -22,7 +22,7 @@ void DeleteVertexArray(GLuint vertexArray) {
 
 void DeleteOverlay(const OverlayBuffers& overlay) {
     DeleteBuffer(overlay.positionBuffer);
-    DeleteBuffer(overlay.colorBuffer);
+    DeleteBuffer(overlay.colourBuffer);
     DeleteVertexArray(overlay.vertexArray);
 }
 

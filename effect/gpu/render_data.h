@@ -40,9 +40,9 @@ struct AESDK_OpenGL_EffectCommonData {
 struct OverlayBuffers {
     gl::GLuint vertexArray = 0;
     gl::GLuint positionBuffer = 0;
-    gl::GLuint colorBuffer = 0;
+    gl::GLuint colourBuffer = 0;
     gl::GLsizeiptr positionCapacity = 0;
-    gl::GLsizeiptr colorCapacity = 0;
+    gl::GLsizeiptr colourCapacity = 0;
 };
 
 /// One thread's GL objects. A name of 0 is not made yet; any other is alive in this record's context.

@@ -19,10 +19,10 @@ namespace {
 
 constexpr std::string_view kSoftwareRenderers[] = {"llvmpipe", "softpipe", "SwiftShader"};
 
-// Recursive, since a host may ask for a frame from within a callback of another.
+// Recursive, since a host may request a frame inside a callback of another.
 std::recursive_mutex SoftwareDriverMutex;
 
-/// Where the text declares the switch: from `uniform` or the type up to the semicolon.
+/// The place of a switch's declaration: from `uniform` or the type up to the semicolon.
 struct Declaration {
     size_t begin;
     size_t length;

@@ -14,7 +14,7 @@ using P = ParamSnapshot;
 constexpr int kStaysAsDeclared = -1;
 
 // A part that is off becomes a constant and is left out of the program. One that is on stays as the text
-// declares it: its work is done in any case, and a compiler that knew so would merge its factors with those
+// declares it: as a constant it would save nothing, and the compiler would merge its factors with those
 // around it, which changes last bits.
 int OffOrAsDeclared(bool on) {
     return on ? kStaysAsDeclared : 0;
@@ -31,14 +31,14 @@ int Switch(const P& p) {
     return OffOrAsDeclared(IsOne<Field>(p));
 }
 
-/// A choice from 1 to Last; all others are alike.
+/// A choice from 1 to Last; all other values give 0, as they draw the same.
 template <auto Field, int Last>
 int Choice(const P& p) {
     const A_long value = p.*Field;
     return value >= 1 && value <= Last ? static_cast<int>(value) : 0;
 }
 
-// By the number that the uniform has: a tiny percentage may be 0 in single precision.
+// Tests the value of the uniform: a tiny percentage may be 0 in single precision.
 bool IsZeroPercent(double value) {
     return static_cast<float>(value * 0.01) == 0.0F;
 }
@@ -48,7 +48,7 @@ int Amplitude(const P& p) {
     return OffOrAsDeclared(!IsZeroPercent(p.*Field));
 }
 
-// Infinity times an amplitude of 0 is not a number, so an infinite width is not left to itself.
+// Infinity times an amplitude of 0 is NaN, so the part stays for an infinite width.
 int LineWidthsJitter(const P& p) {
     const bool isFinite = std::abs(p.lineWidth) < 1e30;
     return OffOrAsDeclared(!isFinite || !IsZeroPercent(p.widthRandomize));
@@ -66,7 +66,7 @@ bool AlphaNoiseIsFinite(const P& p) {
            IsModerate(p.alphaRandomize);
 }
 
-// Fluid and Smoke are never negative, so that no threshold up to 0 masks anything.
+// Fluid and Smoke are never negative, so a threshold up to 0 masks nothing.
 bool LinesAreMasked(const P& p) {
     const bool neverNegative = p.linesAlphaNoiseType == 1 || p.linesAlphaNoiseType == 3;
     return !(neverNegative && p.linesAlphaThreshold <= 0 && AlphaNoiseIsFinite(p));
@@ -89,7 +89,7 @@ constexpr SwitchRow kFrameSwitches[] = {
     {"float", "linesVisible", Switch<&P::linesVisible>},
 };
 
-constexpr SwitchRow kColorSwitches[] = {
+constexpr SwitchRow kColourSwitches[] = {
     {"int", "noiseBottomCroppingEnabled", Switch<&P::noiseBottomCroppingEnabled>},
     {"int", "noiseTopCroppingEnabled", Switch<&P::noiseTopCroppingEnabled>},
     {"int", "colorizeMode", Choice<&P::colorizeMode, 4>},
@@ -129,7 +129,7 @@ Look LookOfFrame(ParamSnapshot& snapshot) {
     Add(look, "int", "useLayer2", OffOrAsDeclared(SnapshotLayer2(snapshot) != nullptr));
     Add(look, "int", "useLayer3", OffOrAsDeclared(SnapshotLayer3(snapshot) != nullptr));
     Add(look, kFrameSwitches, snapshot);
-    if (IsOne<&P::noiseVisible>(snapshot)) Add(look, kColorSwitches, snapshot);
+    if (IsOne<&P::noiseVisible>(snapshot)) Add(look, kColourSwitches, snapshot);
     if (IsOne<&P::linesVisible>(snapshot)) {
         Add(look, kLineSwitches, snapshot);
         if (LinesAreMasked(snapshot)) Add(look, kMaskSwitches, snapshot);

@@ -1,4 +1,4 @@
-// Which switches of the main program a frame's controls set.
+// The switches of the main program that follow from a frame's controls.
 #pragma once
 
 #include "effect/gpu/look.h"
@@ -6,8 +6,8 @@
 
 namespace flumo {
 
-/// The look of a frame: the switches that its visible parts read. Numbers that usually animate are not among
-/// them, so that the frames of an animation share a look.
+/// The look of a frame: the switches that its visible parts read. Values that are usually animated are not
+/// among them, so that the frames of an animation share a look.
 Look LookOfFrame(ParamSnapshot& snapshot);
 
 }  // namespace flumo

@@ -1,6 +1,6 @@
 #version 330
-// The image: noise makes a height field, two layers shape it, a gradient or a layer colours it, and isolines
-// of the same field are drawn over the colour. The result is straight colour; blending premultiplies it.
+// The image: noise gives a height field, two layers modify it, a gradient or a layer colours it, and isolines
+// of the same field are drawn over the colour. The result has straight alpha; blending premultiplies it.
 
 #define colorizeModeGradient 1
 #define colorizeModeGradientFromLayer 2
@@ -11,8 +11,8 @@ in vec2 out_uvs;  // 0 to 1 over the whole frame, y down the image
 
 out vec4 colourOut;
 
-// Flags are on at exactly 1. Cuts, offsets and shares are fractions of 1 unless a unit is named.
-uniform float multiplier16bit;  // brings a layer sample to 0 to 1
+// Flags are on at exactly 1. Thresholds, offsets and factors are fractions of 1 unless a unit is named.
+uniform float multiplier16bit;  // scales a layer sample to 0 to 1
 uniform vec2 size;              // output pixels; set for every frame, not read
 
 uniform int noiseType;          // 1 Fluid, 2 Voronoi, 3 Smoke, 4 Worley
@@ -91,20 +91,20 @@ uniform vec2 linesAlphaNoiseOffset;
 uniform float linesAlphaThreshold;
 
 // Software drivers execute every branch in every pixel, under a mask: only the end of a loop jumps. So a loop
-// that runs at least once is tested at its end, or its body would run once more with an empty mask. For the
-// same reason such drivers get a text for each look, in which switches declared here are constants instead.
-// docs/performance.md tells more.
+// that runs at least once is tested at its end, as its body would otherwise run once more with an empty mask.
+// For the same reason such drivers get a text for each look, in which switches declared here are constants.
+// docs/performance.md explains it.
 
-// ---- Work that the frame can do without ----
+// ---- Work that a frame may leave out ----
 
-// Where one of these is false, the work would change nothing, to the bit.
+// Where one of these is false, leaving out the work changes no bit of the result.
 bool positionsJitter = gradientRandomizeAmplitude != 0.0;
 bool linesJitter = linesRandomize != 0.0;
 bool lineColorsJitter = gradientRandomize != 0.0;
 bool lineWidthsJitter = widthRandomize != 0.0 || isinf(linesWidth);
 bool lineMasksJitter = alphaRandomize != 0.0;
 
-// Far outside of this the noise can overflow, and what is not a number reaches no threshold.
+// Outside of this range the noise can overflow to NaN, which is below every threshold.
 bool alphaNoiseIsFinite = max(abs(linesAlphaNoiseEvolution), abs(linesAlphaNoiseSpeed)) < 1e6 &&
                           all(lessThan(abs(linesAlphaNoiseScale), vec2(1e6))) &&
                           all(lessThan(abs(linesAlphaNoiseOffset), vec2(1e6))) &&
@@ -115,7 +115,7 @@ bool linesMasked = !((linesAlphaNoiseType == 1 || linesAlphaNoiseType == 3) && l
 
 // ---- Hashes ----
 
-// 0 to 1. The second factor is small on purpose: neighbouring seeds stay related.
+// 0 to 1. The second factor is small on purpose: the numbers of neighbouring seeds are correlated.
 float rand(vec2 n) {
     return fract(sin(dot(n, vec2(12.9898, 4.1414))) * 43758.5453);
 }
@@ -136,7 +136,7 @@ const uint UI1 = 3812015801U;
 const uvec3 UI3 = uvec3(UI0, UI1, 2798796415U);
 const float UIF = 1.0 / float(0xffffffffU);
 
-// -1 to 1 on all components. Goes through integers on purpose: fractions of p count for nothing.
+// -1 to 1 on all components. Converts to integers on purpose: the fraction of p has no effect.
 vec3 hash33(vec3 p) {
     uvec3 q = uvec3(ivec3(p)) * UI3;
     uint mixed = q.x ^ q.y ^ q.z;
@@ -207,8 +207,8 @@ vec4 taylorInvSqrt(vec4 r) {
     return 1.79284291400159 - 0.85373472095314 * r;
 }
 
-// About -1 to 1. Texture-free form: lattice points are hashed by a permutation polynomial, gradients lie on a
-// 7 x 7 grid folded onto an octahedron. The kernel reaches a little over the cell, so faint seams remain.
+// About -1 to 1. Without textures: lattice points are hashed by a permutation polynomial, gradients are on a
+// 7 x 7 grid folded onto an octahedron. The kernel is slightly larger than the cell, which leaves faint seams.
 float simplex(vec3 v) {
     const vec2 C = vec2(1.0 / 6.0, 1.0 / 3.0);
     const vec4 D = vec4(0.0, 0.5, 1.0, 2.0);
@@ -230,7 +230,7 @@ float simplex(vec3 v) {
     p = permute(p + i.y + vec4(0.0, i1.y, i2.y, 1.0));
     p = permute(p + i.x + vec4(0.0, i1.x, i2.x, 1.0));
 
-    // One gradient a corner: ring index, grid coordinates, height over the octahedron's equator.
+    // One gradient per corner: ring index, grid coordinates, height over the octahedron's equator.
     const float n_ = 0.142857142857;
     vec3 ns = n_ * D.wyz - D.xzx;
     vec4 j = p - 49.0 * floor(p * ns.z * ns.z);
@@ -271,7 +271,7 @@ float fbm5(vec3 v) {
 
 // ---- Smoke ----
 
-// 0 to 2. Follows the uniform complexity, also when the lines' alpha noise asks: that is meant.
+// 0 to 2. Uses the uniform complexity on purpose, also for the lines' alpha noise.
 float getSmokeNoise(vec2 uv, float evolution) {
     const float noiseSwirlValue = 1.0;
     float noiseSwirlFloatValue = 1.0 + float(complexity) * 0.1;
@@ -317,7 +317,7 @@ float perlinNoise(vec3 p) {
 
 // ---- Worley ----
 
-// At most 1, and below 0 where the nearest point is further than 1. Tiles with period freq, in cells.
+// At most 1, and below 0 where the nearest point is further away than 1. Repeats every freq cells.
 float worleyNoise(vec3 uv, float freq) {
     vec3 id = floor(uv);
     vec3 p = fract(uv);
@@ -336,8 +336,7 @@ float worleyNoise(vec3 uv, float freq) {
     return 1.0 - minDist;
 }
 
-// The uniform complexity is the number of cells per unit, also when the lines' alpha noise asks: that is
-// meant.
+// The uniform complexity is the number of cells per unit, on purpose also for the lines' alpha noise.
 float worleyFbm(vec2 uv, float evolution) {
     float freq = float(complexity);
     vec3 p = vec3(uv, evolution) * freq;
@@ -375,9 +374,9 @@ float noiseByType(vec2 p, int noiseType, float evolution, vec2 scale, vec2 offse
     return 0.0;
 }
 
-// With the loop on, the noise of this point of the cycle fades into that of one cycle earlier, so that the
-// end of a turn meets its start. The call stands once, in a loop of one or two turns: drivers that inline
-// everything take minutes over three copies of the generators.
+// With the loop on, the noise of this point of the cycle is blended with that of one cycle earlier, so that
+// the end of a cycle continues at its start. The call is written once, in a loop of one or two passes: drivers
+// that inline everything need minutes for three copies of the generators.
 float noiseWithLoop(vec2 p, int noiseType, float evolution, int loopEvolution, vec2 scale, vec2 offset,
                     float speed, int complexity) {
     const float cycle = 360.0;  // degrees
@@ -418,12 +417,12 @@ float layerHeight(vec4 color, float gain) {
     return gain * ((color.r + color.g + color.b) / 3.0) * color.a;
 }
 
-// smoothstep, and a hard step where both edges meet: the edge itself counts as above.
+// smoothstep, and a hard step where both edges are equal: the edge itself counts as above.
 float cutStep(float low, float high, float value) {
     return low == high ? step(high, value) : smoothstep(low, high, value);
 }
 
-// The share that both cuts leave of a height. Feathers lie inside: above the lower, below the upper
+// The coverage that both thresholds leave, 0 to 1. The feathers are above the lower and below the upper
 // threshold.
 float croppingAlpha(float height, int bottomEnabled, float bottomThreshold, float bottomFeather,
                     int topEnabled, float topThreshold, float topFeather) {
@@ -437,8 +436,8 @@ float croppingAlpha(float height, int bottomEnabled, float bottomThreshold, floa
     return result;
 }
 
-// x, as it was rounded up to here. A compiler merges the factors of sums and products that it sees whole, and
-// it sees more where switches are constants; what a uniform decides it cannot see through.
+// x, rounded here. A compiler may merge the factors of sums and products, and can do so more often where
+// switches are constants; it cannot merge across a choice by a uniform.
 float settled(float x) {
     return multiplier16bit > 0.0 ? x : 0.0;
 }
@@ -473,12 +472,12 @@ vec2 getHeight(vec2 uv) {
 
 // ---- Colour ----
 
-// Scales a gradient position about a base.
+// Scales a gradient position relative to a base.
 float scaleAbout(float position, float factor, float base) {
     return (position - base) * factor + base;
 }
 
-// Wraps into 0 to 1; twice, so that a tiny negative number does not come out as 1.
+// Wraps into 0 to 1; twice, so that a tiny negative number does not become 1.
 float wrapped(float position) {
     return fract(fract(position) + 1.0);
 }
@@ -487,7 +486,7 @@ vec2 wrapped(vec2 position) {
     return fract(fract(position) + 1.0);
 }
 
-// The jitter follows the wrap and is not wrapped again: with it a position can leave 0 to 1.
+// The jitter is added after the wrap and not wrapped again, so a position can be outside 0 to 1.
 float noiseGradientPosition(float height) {
     float noiseGradientPart =
         scaleAbout(height + noiseGradientOffset, noiseGradientScale, noiseGradientScaleBase);
@@ -498,19 +497,19 @@ float noiseGradientPosition(float height) {
     if (positionsJitter) {
         return noiseGradientPart + perlinNoise(slice) * 2.0 * gradientRandomizeAmplitude;
     }
-    // The noise of a slice that is not finite is not a number, at any amplitude.
+    // The noise of a slice that is not finite is NaN, at any amplitude.
     return isinf(slice.x) || isnan(slice.x) ? uintBitsToFloat(0x7fc00000U) : noiseGradientPart;
 }
 
-// The layer mirrored in the height field, or the bump map itself where there is no layer.
-// Slopes are per fragment of the double-size target.
+// The layer as reflected by the height field, or the bump map itself without a layer. Slopes are per fragment
+// of the double-size target.
 vec4 reflection(float height) {
     vec3 slope = vec3(dFdx(height) * reflectionScale, dFdy(height) * reflectionScale, 0.01);
     vec3 normal = 0.5 - 0.5 * normalize(slope);
     return useLayer3 == 0 ? vec4(normal, 1.0) : layerColor(inputTexture3, normal.xy);
 }
 
-// The layer displaced along the diagonal; a height of 0.5 stays. The gradient's loop wraps the layer.
+// The layer displaced along the diagonal, by nothing at height 0.5. The gradient's loop wraps the layer.
 vec4 refraction(vec2 p, float height) {
     vec2 uv = p + (height * 2.0 - 1.0) * reflectionScale;
     if (noiseGradientLoop == 1) {
@@ -540,8 +539,8 @@ vec4 noiseColor(vec2 p, float height) {
 
 // ---- Isolines ----
 
-// 0 on the contour of period pas through ref, 1 away from it; lg is the height per pixel.
-// A flat field has no contour, not even where it lies at a contour's own height.
+// 0 on the contours at ref plus multiples of pas, 1 away from them; lg is the height per pixel. A flat field
+// has no contour, not even at the height of one.
 float isoline(float val, float lg, float ref, float pas, float thickness) {
     if (lg == 0.0) {
         return 1.0;
@@ -550,7 +549,7 @@ float isoline(float val, float lg, float ref, float pas, float thickness) {
     return smoothstep(0.2, 0.8, v);
 }
 
-// -0.5 to 0.5, one number a line and seed.
+// -0.5 to 0.5, one number per line and seed.
 float lineJitter(float ind, float seed) {
     return rand(vec2(ind, seed)) - 0.5;
 }
@@ -599,7 +598,7 @@ float lineMask(vec2 p, float ind, float divCount) {
     return step(linesAlphaThreshold, alphaNoise);
 }
 
-// Over, on straight colour; nothing over nothing is transparent black.
+// Over, with straight alpha; where both alphas are 0 the result is transparent black.
 vec4 blendNormal(vec4 under, vec3 color, float alpha) {
     float resultAlpha = alpha + under.a * (1.0 - alpha);
     if (resultAlpha == 0.0) {
@@ -652,14 +651,14 @@ vec4 drawLines(vec4 under, vec2 p, float noiseHeight) {
         float lineAlpha;
         vec3 lineColor;
         bool maskMatters;
-        // Goes on to the next line of which something shows here. A line without alpha is blended all the
-        // same, since the blend modes clamp, but its alpha noise, which costs most, counts for nothing.
+        // Continues to the next line that is visible here. A line without alpha is blended too, since the
+        // blend modes clamp, but its alpha noise, which costs most, has no effect.
         do {
             i++;
             ind = float(i);
             float distant = isoline(lineHeight, lg, isolinePosition(ind, divCount), 1.0, lineWidth(ind));
             lineAlpha = linesAlpha * lineCroppingAlpha * clamp(1.0 - distant, 0.0, 1.0);
-            // The level is named: there are no derivatives where some pixels have left the loop.
+            // With an explicit level, as derivatives are undefined where some pixels have left the loop.
             lineColor =
                 textureLod(linesGradientTexture, vec2(linesGradientPosition(ind, divCount), 0.5), 0.0).rgb;
             maskMatters = linesMasked && lineAlpha != 0.0;

@@ -41,9 +41,9 @@ class DrawbotOwner {
 class DRAWBOT_BrushP : public DrawbotOwner<DRAWBOT_BrushRef> {
   public:
     DRAWBOT_BrushP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier,
-                   const DRAWBOT_ColorRGBA& color)
+                   const DRAWBOT_ColorRGBA& colour)
         : DrawbotOwner(suite) {
-        ThrowOnDrawingError(suite.NewBrush(supplier, &color, Slot()));
+        ThrowOnDrawingError(suite.NewBrush(supplier, &colour, Slot()));
     }
 };
 
@@ -51,9 +51,9 @@ class DRAWBOT_BrushP : public DrawbotOwner<DRAWBOT_BrushRef> {
 class DRAWBOT_PenP : public DrawbotOwner<DRAWBOT_PenRef> {
   public:
     DRAWBOT_PenP(const DRAWBOT_SupplierSuite1& suite, DRAWBOT_SupplierRef supplier,
-                 const DRAWBOT_ColorRGBA& color, float width)
+                 const DRAWBOT_ColorRGBA& colour, float width)
         : DrawbotOwner(suite) {
-        ThrowOnDrawingError(suite.NewPen(supplier, &color, width, Slot()));
+        ThrowOnDrawingError(suite.NewPen(supplier, &colour, width, Slot()));
     }
 };
 

@@ -47,12 +47,12 @@ PF_Err checkout_param(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long time, A
             return misused(call, MisuseKind::kWrongArgument, "checked out a control with a time scale of 0");
         if (index == 0) return lend_input_layer(call, param);
         const auto& controls = call.host.controls();
-        if (index < 0 || static_cast<std::size_t>(index) > controls.size()) {
+        if (index < 0 || static_cast<size_t>(index) > controls.size()) {
             if (!call.host.options().lends_unknown_controls) return PF_Err_INVALID_INDEX;
             *param = {};
             return lend_param(call, 0.0, param);
         }
-        const Control& control = controls[static_cast<std::size_t>(index) - 1];
+        const Control& control = controls[static_cast<size_t>(index) - 1];
         if (!control.has_value()) {
             *param = control.definition;
             return lend_param(call, 0.0, param);
@@ -66,7 +66,7 @@ PF_Err checkout_param(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long time, A
 
 PF_Err checkin_param(PF_ProgPtr effect_ref, PF_ParamDef* param) {
     return answer_ref(Callback::kCheckinParam, effect_ref, [&](Call& call) -> PF_Err {
-        const auto loan = static_cast<std::size_t>(param->unused);
+        const auto loan = static_cast<size_t>(param->unused);
         if (param->unused <= 0 || loan > call.params.size() || call.params[loan - 1].returned) {
             // An effect that failed half-way checks in all the records it has: noted, not refused.
             misused(call, MisuseKind::kNotCheckedOut, "checked in a control that is not checked out");

@@ -52,8 +52,8 @@ PF_Err checkout_layer(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long id, con
             return PF_Err_NONE;
         }
         const auto& controls = call.host.controls();
-        if (index < 0 || static_cast<std::size_t>(index) > controls.size()) return PF_Err_INVALID_INDEX;
-        if (controls[static_cast<std::size_t>(index) - 1].kind != ControlKind::kLayer || time_scale == 0) {
+        if (index < 0 || static_cast<size_t>(index) > controls.size()) return PF_Err_INVALID_INDEX;
+        if (controls[static_cast<size_t>(index) - 1].kind != ControlKind::kLayer || time_scale == 0) {
             return misused(call, MisuseKind::kWrongArgument,
                            "checked out a layer from a control that holds none");
         }

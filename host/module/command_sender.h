@@ -1,13 +1,14 @@
-// Commands on their way to the loaded effect.
+// How commands are sent to the loaded effect.
 #pragma once
 
 #include <string>
 
 #include "effect_api/effect.h"
+#include "host/module/host_error.h"
 
 namespace flumo::host {
 
-/// Answer of one command.
+/// Result of one command.
 struct Outcome {
     PF_Err error = PF_Err_NONE;
     PF_OutData out{};
@@ -15,11 +16,16 @@ struct Outcome {
     std::string message;
 };
 
-/// Sends commands outside an instance. The Host is one; values need no more of it.
+/// Throws HostError when the command returned an error.
+inline void throw_on_error(PF_Cmd command, const Outcome& outcome) {
+    if (outcome.error != PF_Err_NONE) throw HostError(command, outcome.error, outcome.message);
+}
+
+/// Sends commands outside an instance. Host implements it; values use only this part of it.
 class CommandSender {
   public:
     virtual ~CommandSender() = default;
-    /// Reports what came back; throws nothing of the effect's.
+    /// Returns the effect's result; throws nothing for a failure of the effect.
     virtual Outcome send(PF_Cmd command, void* extra = nullptr) = 0;
 
   protected:

@@ -8,31 +8,31 @@ namespace flumo::host {
 
 namespace {
 
-PF_Err get_bg_color(PF_App_Color* color) {
+PF_Err get_bg_colour(PF_App_Color* colour) {
     return answer(Callback::kGetBgColor, [&](Call& call) -> PF_Err {
-        *color = state_of(call).panel.options().background;
+        *colour = state_of(call).panel.options().background;
         return PF_Err_NONE;
     });
 }
 
-PF_Err get_color(PF_App_ColorType type, PF_App_Color* color) {
+PF_Err get_colour(PF_App_ColorType type, PF_App_Color* colour) {
     return answer(Callback::kGetColor, [&](Call& call) -> PF_Err {
         if (type != PF_App_Color_TEXT)
             return misused(call, MisuseKind::kWrongArgument,
                            "asked for a colour that this host does not have");
-        *color = state_of(call).panel.options().text;
+        *colour = state_of(call).panel.options().text;
         return PF_Err_NONE;
     });
 }
 
-PF_Err pick_color(const A_char* title, const PF_PixelFloat* sample, PF_Boolean converts,
-                  PF_PixelFloat* color) {
+PF_Err pick_colour(const A_char* title, const PF_PixelFloat* sample, PF_Boolean converts,
+                   PF_PixelFloat* colour) {
     return answer(Callback::kColorPicker, [&](Call& call) -> PF_Err {
         Panel& panel = state_of(call).panel;
         panel.picker_title = title;
         panel.picker_converts = converts != 0;
-        const PickedColor picked = panel.color_picker ? panel.color_picker(*sample) : PickedColor{};
-        if (picked.status == PF_Err_NONE) *color = picked.color;
+        const PickedColour picked = panel.colour_picker ? panel.colour_picker(*sample) : PickedColour{};
+        if (picked.status == PF_Err_NONE) *colour = picked.colour;
         return picked.status;
     });
 }
@@ -74,9 +74,9 @@ PFAppSuite4 filled_app_suite() {
     PFAppSuite4 s{};
     refuse(s.PF_GetPersonalInfo, s.PF_GetFontStyleSheet, s.PF_SetCursor, s.PF_IsRenderEngine, s.PF_GetMouse,
            s.PF_InvalidateRect, s.PF_ConvertLocalToGlobal, s.PF_GetColorAtGlobalPoint);
-    s.PF_AppGetBgColor = get_bg_color;
-    s.PF_AppGetColor = get_color;
-    s.PF_AppColorPickerDialog = pick_color;
+    s.PF_AppGetBgColor = get_bg_colour;
+    s.PF_AppGetColor = get_colour;
+    s.PF_AppColorPickerDialog = pick_colour;
     return s;
 }
 

@@ -74,9 +74,9 @@ int Panel::image_height() const {
 }
 
 void Panel::clear() {
-    const PF_App_Color& color = options_.background;
-    cairo_set_source_rgb(state_->cairo.get(), color.red / kFull16, color.green / kFull16,
-                         color.blue / kFull16);
+    const PF_App_Color& colour = options_.background;
+    cairo_set_source_rgb(state_->cairo.get(), colour.red / kFull16, colour.green / kFull16,
+                         colour.blue / kFull16);
     cairo_paint(state_->cairo.get());
 }
 
@@ -84,11 +84,11 @@ std::vector<uint8_t> Panel::rgba() const {
     cairo_surface_t* image = state_->image.get();
     cairo_surface_flush(image);
     const uint8_t* data = cairo_image_surface_get_data(image);
-    const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(image));
+    const auto stride = static_cast<size_t>(cairo_image_surface_get_stride(image));
     std::vector<uint8_t> bytes;
-    bytes.reserve(static_cast<std::size_t>(image_width()) * static_cast<std::size_t>(image_height()) * 4);
+    bytes.reserve(static_cast<size_t>(image_width()) * static_cast<size_t>(image_height()) * 4);
     for (int y = 0; y < image_height(); ++y) {
-        const auto* row = reinterpret_cast<const uint32_t*>(data + static_cast<std::size_t>(y) * stride);
+        const auto* row = reinterpret_cast<const uint32_t*>(data + static_cast<size_t>(y) * stride);
         for (int x = 0; x < image_width(); ++x) {
             const uint32_t alpha = row[x] >> 24;
             for (const int shift : {16, 8, 0})

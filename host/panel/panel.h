@@ -21,9 +21,9 @@ namespace flumo::host {
 enum class PixelLayout { kArgb, kBgra, kNeither };
 
 /// Answer of the colour picker: 0 and a colour, PF_Interrupt_CANCEL, or an error.
-struct PickedColor {
+struct PickedColour {
     PF_Err status = PF_Interrupt_CANCEL;
-    PF_PixelFloat color{};
+    PF_PixelFloat colour{};
 };
 
 struct PanelOptions {
@@ -52,7 +52,7 @@ class Panel : public SuiteProvider {
 
     const PanelOptions& options() const { return options_; }
     /// Called instead of a dialog, with the colour that it would open with; unset it cancels.
-    std::function<PickedColor(const PF_PixelFloat& sample)> color_picker;
+    std::function<PickedColour(const PF_PixelFloat& sample)> colour_picker;
     /// Title of the last dialog.
     std::string picker_title;
     /// Whether it was asked to show colours as the monitor would have them.

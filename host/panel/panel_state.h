@@ -24,11 +24,11 @@ using CairoSurface = std::unique_ptr<cairo_surface_t, CairoDelete>;
 using CairoContext = std::unique_ptr<cairo_t, CairoDelete>;
 
 struct Pen {
-    DRAWBOT_ColorRGBA color;
+    DRAWBOT_ColorRGBA colour;
     double size;
 };
 struct Brush {
-    DRAWBOT_ColorRGBA color;
+    DRAWBOT_ColorRGBA colour;
 };
 struct Path {
     std::vector<cairo_path_data_t> data;

@@ -64,12 +64,13 @@ PF_Err make_object(Callback which, DRAWBOT_SupplierRef supplier, Reference* out,
         [&] { *out = nullptr; });
 }
 
-SPErr new_pen(DRAWBOT_SupplierRef supplier, const DRAWBOT_ColorRGBA* color, float size, DRAWBOT_PenRef* out) {
-    return make_object(Callback::kDrawbotNewPen, supplier, out, [&] { return Pen{*color, size}; });
+SPErr new_pen(DRAWBOT_SupplierRef supplier, const DRAWBOT_ColorRGBA* colour, float size,
+              DRAWBOT_PenRef* out) {
+    return make_object(Callback::kDrawbotNewPen, supplier, out, [&] { return Pen{*colour, size}; });
 }
 
-SPErr new_brush(DRAWBOT_SupplierRef supplier, const DRAWBOT_ColorRGBA* color, DRAWBOT_BrushRef* out) {
-    return make_object(Callback::kDrawbotNewBrush, supplier, out, [&] { return Brush{*color}; });
+SPErr new_brush(DRAWBOT_SupplierRef supplier, const DRAWBOT_ColorRGBA* colour, DRAWBOT_BrushRef* out) {
+    return make_object(Callback::kDrawbotNewBrush, supplier, out, [&] { return Brush{*colour}; });
 }
 
 SPErr new_path(DRAWBOT_SupplierRef supplier, DRAWBOT_PathRef* out) {

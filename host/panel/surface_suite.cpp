@@ -7,8 +7,8 @@ namespace flumo::host {
 
 namespace {
 
-void set_color(cairo_t* cairo, const DRAWBOT_ColorRGBA& color) {
-    cairo_set_source_rgba(cairo, color.red, color.green, color.blue, color.alpha);
+void set_colour(cairo_t* cairo, const DRAWBOT_ColorRGBA& colour) {
+    cairo_set_source_rgba(cairo, colour.red, colour.green, colour.blue, colour.alpha);
 }
 
 void set_path(cairo_t* cairo, Path& path) {
@@ -30,7 +30,7 @@ SPErr fill_path(DRAWBOT_SurfaceRef surface, DRAWBOT_BrushRef brush_ref, DRAWBOT_
         Path* path = find_content<Path>(call, path_ref);
         if (!brush || !path) return PF_Err_BAD_CALLBACK_PARAM;
         cairo_t* cairo = state_of(call).cairo.get();
-        set_color(cairo, brush->color);
+        set_colour(cairo, brush->colour);
         set_path(cairo, *path);
         cairo_set_fill_rule(
             cairo, type == kDRAWBOT_FillType_EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
@@ -46,7 +46,7 @@ SPErr stroke_path(DRAWBOT_SurfaceRef surface, DRAWBOT_PenRef pen_ref, DRAWBOT_Pa
         Path* path = find_content<Path>(call, path_ref);
         if (!pen || !path) return PF_Err_BAD_CALLBACK_PARAM;
         cairo_t* cairo = state_of(call).cairo.get();
-        set_color(cairo, pen->color);
+        set_colour(cairo, pen->colour);
         set_path(cairo, *path);
         cairo_set_line_width(cairo, pen->size);
         cairo_stroke(cairo);

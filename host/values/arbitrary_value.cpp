@@ -9,7 +9,7 @@ namespace flumo::host {
 namespace {
 
 /// Bytes after stored data that an effect may read when the last entry is cut short.
-constexpr std::size_t kReadAhead = 64;
+constexpr size_t kReadAhead = 64;
 
 void* refcon_of(const Control& control) {
     return control.definition.u.arb_d.refconPV;
@@ -139,7 +139,7 @@ std::string ArbitraryValue::print() const {
     extra = {};
     extra.u.print_func_params = {refcon_of(control_), PF_ArbPrint_NONE, handle_, size, text.data()};
     ask(sender_, control_, PF_Arbitrary_PRINT_FUNC, extra);
-    text.resize(static_cast<std::size_t>(std::ranges::find(text, '\0') - text.begin()));
+    text.resize(static_cast<size_t>(std::ranges::find(text, '\0') - text.begin()));
     return text;
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::byte kGuard{0xA5};
 /// Guard bytes before the first and after the last row.
-constexpr std::size_t kMargin = 64;
+constexpr size_t kMargin = 64;
 constexpr float kFull16 = 32768.0f;
 
 // The host alone knows the depth of a world; it lies in reserved fields so that copies of the record,
@@ -24,8 +24,8 @@ void* depth_mark() {
     return const_cast<char*>(&mark);
 }
 
-std::size_t unpadded_row(const WorldShape& shape) {
-    return static_cast<std::size_t>(shape.width) * pixel_size(shape.depth);
+size_t unpadded_row(const WorldShape& shape) {
+    return static_cast<size_t>(shape.width) * pixel_size(shape.depth);
 }
 
 /// Channels of one pixel in the order of memory: alpha, red, green, blue.
@@ -72,8 +72,8 @@ void write_pixel(std::byte* pixel, Depth depth, const float* rgba) {
 
 }  // namespace
 
-std::size_t pixel_size(Depth depth) {
-    return static_cast<std::size_t>(depth) / 2;
+size_t pixel_size(Depth depth) {
+    return static_cast<size_t>(depth) / 2;
 }
 
 PF_PixelFormat pixel_format(Depth depth) {
@@ -118,25 +118,25 @@ void World::reshape(const WorldShape& shape) {
     }
 }
 
-std::size_t World::rowbytes() const {
-    return static_cast<std::size_t>(shape_.width + shape_.row_padding) * pixel_size(shape_.depth);
+size_t World::rowbytes() const {
+    return static_cast<size_t>(shape_.width + shape_.row_padding) * pixel_size(shape_.depth);
 }
 
 void World::allocate() {
     if (shape_.width < 0 || shape_.height < 0 || shape_.row_padding < 0) {
         throw std::invalid_argument("a world needs a size and a row padding of at least 0");
     }
-    if (rowbytes() > static_cast<std::size_t>(std::numeric_limits<A_long>::max())) {
+    if (rowbytes() > static_cast<size_t>(std::numeric_limits<A_long>::max())) {
         throw std::invalid_argument("a world's row must fit into 2 GiB");
     }
-    memory_size_ = rowbytes() * static_cast<std::size_t>(shape_.height) + 2 * kMargin;
+    memory_size_ = rowbytes() * static_cast<size_t>(shape_.height) + 2 * kMargin;
     memory_.reset();
     // calloc leaves untouched pages to the system: a world that is never written costs nothing.
     memory_ = {static_cast<std::byte*>(std::calloc(memory_size_, 1)), [](std::byte* p) { std::free(p); }};
     if (!memory_) throw std::bad_alloc();
     std::fill_n(memory_.get(), kMargin, kGuard);
     std::fill_n(memory_.get() + memory_size_ - kMargin, kMargin, kGuard);
-    const std::size_t used = unpadded_row(shape_);
+    const size_t used = unpadded_row(shape_);
     if (shape_.row_padding > 0) {
         for (int y = 0; y < shape_.height; ++y) {
             std::fill_n(row_start(y) + used, rowbytes() - used, kGuard);
@@ -163,7 +163,7 @@ void World::write_record() {
 
 std::byte* World::row_start(int y) const {
     const int in_memory = shape_.bottom_up ? std::max(shape_.height, 1) - 1 - y : y;
-    return memory_.get() + kMargin + static_cast<std::size_t>(in_memory) * rowbytes();
+    return memory_.get() + kMargin + static_cast<size_t>(in_memory) * rowbytes();
 }
 
 std::span<std::byte> World::row(int y) {
@@ -177,20 +177,20 @@ std::span<const std::byte> World::row(int y) const {
 
 Rgba World::rgba(int x, int y) const {
     Rgba colour;
-    read_pixel(row(y).subspan(static_cast<std::size_t>(x) * pixel_size(shape_.depth)).data(), shape_.depth,
+    read_pixel(row(y).subspan(static_cast<size_t>(x) * pixel_size(shape_.depth)).data(), shape_.depth,
                colour.data());
     return colour;
 }
 
 void World::set_rgba(int x, int y, const Rgba& colour) {
-    write_pixel(row(y).subspan(static_cast<std::size_t>(x) * pixel_size(shape_.depth)).data(), shape_.depth,
+    write_pixel(row(y).subspan(static_cast<size_t>(x) * pixel_size(shape_.depth)).data(), shape_.depth,
                 colour.data());
 }
 
 void World::read_row(int y, std::span<float> rgba) const {
     const auto bytes = row(y);
-    const std::size_t step = pixel_size(shape_.depth);
-    for (std::size_t x = 0; x < static_cast<std::size_t>(shape_.width); ++x) {
+    const size_t step = pixel_size(shape_.depth);
+    for (size_t x = 0; x < static_cast<size_t>(shape_.width); ++x) {
         read_pixel(bytes.data() + x * step, shape_.depth, rgba.subspan(4 * x, 4).data());
     }
 }
@@ -202,7 +202,7 @@ void World::fill_bytes(std::byte value) {
 
 bool World::guards_intact() const {
     if (!memory_) return true;
-    const auto intact = [](const std::byte* from, std::size_t count) {
+    const auto intact = [](const std::byte* from, size_t count) {
         return std::all_of(from, from + count, [](std::byte b) { return b == kGuard; });
     };
     if (!intact(memory_.get(), kMargin) || !intact(memory_.get() + memory_size_ - kMargin, kMargin))

@@ -15,7 +15,7 @@ namespace flumo::host {
 /// Bits per channel.
 enum class Depth { k8 = 8, k16 = 16, k32 = 32 };
 
-std::size_t pixel_size(Depth depth);
+size_t pixel_size(Depth depth);
 PF_PixelFormat pixel_format(Depth depth);
 
 /// Red, green, blue, alpha; full scale is 1 at every depth.
@@ -59,7 +59,7 @@ class World {
     int height() const { return shape_.height; }
     Depth depth() const { return shape_.depth; }
     const WorldShape& shape() const { return shape_; }
-    std::size_t rowbytes() const;
+    size_t rowbytes() const;
 
     /// The record that an effect is given; `data` points at this world's pixels.
     PF_EffectWorld& record() { return record_; }
@@ -101,7 +101,7 @@ class World {
     WorldShape shape_;
     PF_EffectWorld record_{};
     std::unique_ptr<std::byte[], void (*)(std::byte*)> memory_{nullptr, nullptr};
-    std::size_t memory_size_ = 0;
+    size_t memory_size_ = 0;
 };
 
 /// Depth of a world whose record the host made, also of a copy of the record; throws

@@ -13,7 +13,7 @@ namespace flumo::judge {
 namespace {
 
 /// Characters that the host keeps of a name.
-constexpr std::size_t kLongestName = 31;
+constexpr size_t kLongestName = 31;
 constexpr int kRounds = 3;
 
 void judge_name(CaseContext& context, const char* which, const std::string& text) {

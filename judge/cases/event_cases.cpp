@@ -40,8 +40,8 @@ bool is_within(const PF_UnionableRect& frame, int x, int y) {
 /// Whether the panel shows anything but its background, inside or outside of a frame.
 bool is_painted(const host::Panel& panel, const PF_UnionableRect& frame, bool inside) {
     const std::vector<uint8_t> pixels = panel.rgba();
-    const auto width = static_cast<std::size_t>(panel.image_width());
-    for (std::size_t i = 0; i < pixels.size() / 4; ++i) {
+    const auto width = static_cast<size_t>(panel.image_width());
+    for (size_t i = 0; i < pixels.size() / 4; ++i) {
         const bool is_inside = is_within(frame, static_cast<int>(i % width), static_cast<int>(i / width));
         if (is_inside == inside && !std::equal(&pixels[4 * i], &pixels[4 * i] + 4, pixels.data()))
             return true;
@@ -73,7 +73,7 @@ PF_Point random_point(const PF_UnionableRect& frame, std::mt19937_64& random) {
 }
 
 /// Cancels, picks a colour or fails.
-host::PickedColor random_pick(std::mt19937_64& random) {
+host::PickedColour random_pick(std::mt19937_64& random) {
     constexpr PF_Err kAnswers[] = {PF_Interrupt_CANCEL, PF_Err_NONE, PF_Err_INTERNAL_STRUCT_DAMAGED};
     const auto channel = [&] { return static_cast<float>(random() % 256) / 255.0f; };
     return {kAnswers[random() % 3], {1, channel(), channel(), channel()}};
@@ -88,8 +88,8 @@ class Script {
           random_(random),
           panel_(panel_around(150, 50)),
           events_(instance, place_, &panel_) {
-        panel_.color_picker = [this](const PF_PixelFloat&) {
-            const host::PickedColor picked = random_pick(random_);
+        panel_.colour_picker = [this](const PF_PixelFloat&) {
+            const host::PickedColour picked = random_pick(random_);
             may_fail_ = picked.status == PF_Err_INTERNAL_STRUCT_DAMAGED;
             return picked;
         };

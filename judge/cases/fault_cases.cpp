@@ -216,8 +216,8 @@ class EventSweep {
               {std::to_string(control_.index) + "-" + name,
                [&] {
                    host::Panel panel({});
-                   panel.color_picker = [](const PF_PixelFloat&) {
-                       return host::PickedColor{PF_Err_NONE, {1, 0.25f, 0.5f, 0.75f}};
+                   panel.colour_picker = [](const PF_PixelFloat&) {
+                       return host::PickedColour{PF_Err_NONE, {1, 0.25f, 0.5f, 0.75f}};
                    };
                    host::ControlEvents events(*instance_, {.index = control_.index}, &panel);
                    return act(events, panel);

@@ -60,8 +60,8 @@ void judge_repetition(Fixture& fixture, host::Depth depth) {
     for (request.frame = 0; request.frame < 4; ++request.frame)
         frames.push_back(instance->render(request));
     for (request.frame = 3; request.frame >= 0; --request.frame)
-        judge_same(fixture.context(), frames[static_cast<std::size_t>(request.frame)],
-                   instance->render(request), "the first time");
+        judge_same(fixture.context(), frames[static_cast<size_t>(request.frame)], instance->render(request),
+                   "the first time");
     const auto other = fixture.host().new_instance();
     request.frame = 2;
     judge_same(fixture.context(), frames[2], other->render(request),

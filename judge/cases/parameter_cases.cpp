@@ -66,7 +66,7 @@ void judge_numbers(CaseContext& context, const host::Control& control) {
                    "a slider range within " + shown(control.valid) + " for " + named(control),
                    shown(control.slider));
     if (control.kind != host::ControlKind::kPopup) return;
-    const auto declared = static_cast<std::size_t>(std::max(control.valid.max, 0.0));
+    const auto declared = static_cast<size_t>(std::max(control.valid.max, 0.0));
     context.expect(declared > 0, "a choice for " + named(control), "none");
     if (control.choices.size() != declared) {
         context.note("a name for each of the " + std::to_string(declared) + " choices of " + named(control),

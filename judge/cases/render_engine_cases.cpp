@@ -11,8 +11,8 @@ namespace flumo::judge {
 
 namespace {
 
-constexpr std::size_t kCopies = 11;
-constexpr std::size_t kThreads = 12;
+constexpr size_t kCopies = 11;
+constexpr size_t kThreads = 12;
 constexpr int kSaves = 20;
 
 /// What a project stores of this instance, which is live again afterwards. Empty when the effect has no
@@ -102,10 +102,10 @@ void render_on_copies(Fixture& fixture) {
     Mismatches mismatches;
     {
         std::vector<std::jthread> threads;
-        for (std::size_t thread = 0; thread < kThreads; ++thread) {
+        for (size_t thread = 0; thread < kThreads; ++thread) {
             threads.emplace_back([&, thread] {
                 std::vector<KnownFrame> order = known;
-                for (std::size_t i = 0; i < order.size(); ++i)
+                for (size_t i = 0; i < order.size(); ++i)
                     order[i].instance = copies[(thread + i) % kCopies].get();
                 std::ranges::shuffle(order, std::mt19937_64(thread));
                 render_all(order, 0, mismatches);

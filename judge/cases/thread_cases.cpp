@@ -8,11 +8,11 @@ namespace flumo::judge {
 
 namespace {
 
-void render_on_threads(CaseContext& context, const std::vector<KnownFrame>& known, std::size_t count) {
+void render_on_threads(CaseContext& context, const std::vector<KnownFrame>& known, size_t count) {
     Mismatches mismatches;
     {
         std::vector<std::jthread> threads;
-        for (std::size_t i = 0; i < count; ++i)
+        for (size_t i = 0; i < count; ++i)
             threads.emplace_back([&known, &mismatches, i] { render_all(known, i, mismatches); });
     }
     mismatches.report(context);
@@ -35,7 +35,7 @@ void play_threads(CaseContext& context) {
         require_threads(fixture);
         const auto instances = two_instances(fixture);
         const std::vector<KnownFrame> known = known_frames(instances, depths_of(fixture));
-        for (const std::size_t count : {2u, 8u}) {
+        for (const size_t count : {2u, 8u}) {
             fixture.step(std::to_string(count) + "-threads",
                          [&] { render_on_threads(fixture.context(), known, count); });
         }

@@ -126,7 +126,7 @@ void take_extended(Fixture& fixture, const host::Control& control, std::vector<s
 }
 
 std::vector<std::byte> damaged(std::vector<std::byte> bytes, std::mt19937_64& random) {
-    bytes.resize(static_cast<std::size_t>(between(random, 0, static_cast<int>(bytes.size()) + 16)));
+    bytes.resize(static_cast<size_t>(between(random, 0, static_cast<int>(bytes.size()) + 16)));
     for (int i = between(random, 1, 8); i > 0 && !bytes.empty(); --i)
         bytes[random() % bytes.size()] = static_cast<std::byte>(random());
     return bytes;
@@ -209,7 +209,7 @@ void play_hostile_values(CaseContext& context) {
         };
         for_each_arbitrary(fixture, "truncated", [&](const host::Control& control) {
             const std::vector<std::byte> bytes = stored(control);
-            for (std::size_t size = 0; size < bytes.size(); ++size)
+            for (size_t size = 0; size < bytes.size(); ++size)
                 take_damaged(fixture, control, std::span(bytes).first(size));
         });
         for_each_arbitrary(fixture, "foreign-end", [&](const host::Control& control) {

@@ -6,7 +6,7 @@ namespace flumo::judge {
 
 namespace {
 
-constexpr std::size_t kGuardSize = 64;
+constexpr size_t kGuardSize = 64;
 constexpr std::byte kGuard{0x6B};
 
 void* refcon_of(const host::Control& control) {
@@ -25,7 +25,7 @@ PF_Err call_arbitrary(host::Host& host, const host::Control& control, PF_Functio
     return host.send(PF_Cmd_ARBITRARY_CALLBACK, &extra).error;
 }
 
-GuardedBytes::GuardedBytes(std::size_t the_size) : size(the_size), bytes(the_size + kGuardSize, kGuard) {}
+GuardedBytes::GuardedBytes(size_t the_size) : size(the_size), bytes(the_size + kGuardSize, kGuard) {}
 
 bool GuardedBytes::guards_intact() const {
     return std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(size), bytes.end(),

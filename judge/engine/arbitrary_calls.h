@@ -18,11 +18,11 @@ PF_Err call_arbitrary(host::Host& host, const host::Control& control, PF_Functio
 
 /// A buffer whose bytes beyond the announced size are watched.
 struct GuardedBytes {
-    explicit GuardedBytes(std::size_t size);
+    explicit GuardedBytes(size_t size);
     void* data() { return bytes.data(); }
     bool guards_intact() const;
 
-    std::size_t size;
+    size_t size;
     std::vector<std::byte> bytes;
 };
 

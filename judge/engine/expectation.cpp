@@ -40,7 +40,7 @@ json described(const host::Control& control, const std::map<int, std::string>& t
         object["slider"] = range_json(control.slider);
     if (control.kind == host::ControlKind::kFloatSlider) object["percent"] = control.percent;
     if (control.kind == host::ControlKind::kPopup) {
-        const auto named = std::min(control.choices.size(), static_cast<std::size_t>(control.valid.max));
+        const auto named = std::min(control.choices.size(), static_cast<size_t>(control.valid.max));
         object["choices"] = std::vector(control.choices.begin(),
                                         control.choices.begin() + static_cast<std::ptrdiff_t>(named));
     }
@@ -51,7 +51,7 @@ json described(const host::Control& control, const std::map<int, std::string>& t
 bool same(const json& a, const json& b) {
     if (a.is_number() && b.is_number()) return a.get<float>() == b.get<float>();
     if (!a.is_array() || !b.is_array() || a.size() != b.size()) return a == b;
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (size_t i = 0; i < a.size(); ++i) {
         if (!same(a[i], b[i])) return false;
     }
     return true;
@@ -102,7 +102,7 @@ std::string unknown_key(const std::string& place, const std::string& key) {
 }
 
 void require_known_keys(const std::filesystem::path& path, const json& controls) {
-    for (std::size_t i = 0; controls.is_array() && i < controls.size(); ++i) {
+    for (size_t i = 0; controls.is_array() && i < controls.size(); ++i) {
         const std::string place = path.string() + ": control " + std::to_string(i + 1);
         if (!controls[i].is_object()) throw std::runtime_error(place + ": expected an object");
         for (const auto& [key, value] : controls[i].items()) {
@@ -145,12 +145,12 @@ std::vector<Mismatch> control_mismatches(const Expectation& expected,
                                          const std::vector<host::Control>& controls,
                                          const std::map<int, std::string>& texts) {
     std::vector<Mismatch> mismatches;
-    const std::size_t count =
-        expected.controls.is_array() ? expected.controls.size() : expected.controls.get<std::size_t>();
+    const size_t count =
+        expected.controls.is_array() ? expected.controls.size() : expected.controls.get<size_t>();
     if (count != controls.size())
         mismatches.push_back({std::to_string(count) + " controls", std::to_string(controls.size())});
     if (!expected.controls.is_array()) return mismatches;
-    for (std::size_t i = 0; i < std::min(expected.controls.size(), controls.size()); ++i) {
+    for (size_t i = 0; i < std::min(expected.controls.size(), controls.size()); ++i) {
         compare(expected.controls[i], described(controls[i], texts),
                 "for control " + std::to_string(i + 1) + " ", mismatches);
     }

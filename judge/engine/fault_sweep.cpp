@@ -144,7 +144,7 @@ std::vector<Fault> faults_of(host::Host& host, const Operation& operation) {
     operation.restore();
     std::vector<Fault> faults;
     std::map<host::Callback, int> seen;
-    for (std::size_t ordinal = 0; ordinal < calls.size(); ++ordinal) {
+    for (size_t ordinal = 0; ordinal < calls.size(); ++ordinal) {
         const host::Callback call = calls[ordinal];
         const int nth = seen[call]++;
         const int of = static_cast<int>(std::ranges::count(calls, call));

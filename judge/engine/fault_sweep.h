@@ -41,7 +41,7 @@ struct Operation {
 /// One call of an operation to its host, and how it fails.
 struct Fault {
     /// Among all calls of the operation, from 0.
-    std::size_t ordinal;
+    size_t ordinal;
     host::Callback call;
     /// Among the calls of the same kind, from 0; `of` is their number.
     int nth;

@@ -36,11 +36,11 @@ struct Difference {
 
 Difference compare(const host::World& first, const host::World& second) {
     Difference difference;
-    const std::size_t step = host::pixel_size(first.depth());
+    const size_t step = host::pixel_size(first.depth());
     for (int y = 0; y < first.height(); ++y) {
         const auto a = first.row(y);
         const auto b = second.row(y);
-        for (std::size_t at = 0; at < a.size(); at += step) {
+        for (size_t at = 0; at < a.size(); at += step) {
             const auto one = a.subspan(at, step);
             const auto other = b.subspan(at, step);
             if (std::ranges::equal(one, other)) continue;

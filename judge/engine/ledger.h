@@ -11,7 +11,7 @@
 namespace flumo::judge {
 
 /// Kinds of things that a host lends.
-enum class Lent : std::uint8_t { kControl, kLayer, kDrawingObject, kSuite, kHandle, kLock };
+enum class Lent : uint8_t { kControl, kLayer, kDrawingObject, kSuite, kHandle, kLock };
 
 /// How many of each are out, by kind and, for suites, name and version. Things of which none is out are
 /// absent.

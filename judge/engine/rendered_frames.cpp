@@ -18,8 +18,8 @@ std::vector<KnownFrame> known_frames(std::span<const std::unique_ptr<host::Insta
         request.width = 11 + 7 * (i % 3);
         request.height = 9 + 5 * (i % 2);
         request.frame = i;
-        request.depth = depths[static_cast<std::size_t>(i) % depths.size()];
-        host::Instance& instance = *instances[static_cast<std::size_t>(i) % instances.size()];
+        request.depth = depths[static_cast<size_t>(i) % depths.size()];
+        host::Instance& instance = *instances[static_cast<size_t>(i) % instances.size()];
         known.push_back({&instance, request, instance.render(request)});
     }
     return known;
@@ -35,9 +35,9 @@ void Mismatches::report(CaseContext& context) const {
         context.finding("the frames of a single thread", text);
 }
 
-void render_all(const std::vector<KnownFrame>& known, std::size_t start, Mismatches& mismatches) {
+void render_all(const std::vector<KnownFrame>& known, size_t start, Mismatches& mismatches) {
     host::World world;
-    for (std::size_t i = 0; i < known.size() * kRounds; ++i) {
+    for (size_t i = 0; i < known.size() * kRounds; ++i) {
         const KnownFrame& expected = known[(start + i) % known.size()];
         try {
             expected.instance->render(expected.request, world);

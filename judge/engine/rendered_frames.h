@@ -34,7 +34,7 @@ class Mismatches {
 };
 
 /// Renders every frame a few times, beginning with number `start`.
-void render_all(const std::vector<KnownFrame>& known, std::size_t start, Mismatches& mismatches);
+void render_all(const std::vector<KnownFrame>& known, size_t start, Mismatches& mismatches);
 
 /// Throws Skipped for an effect that renders on one thread only.
 void require_threads(const Fixture& fixture);

@@ -38,24 +38,24 @@ class PeFile {
         uint32_t size;
     };
 
-    std::span<const std::byte> bytes_at(std::size_t offset, std::size_t size) const;
-    uint32_t number(std::size_t offset, std::size_t width) const;
+    std::span<const std::byte> bytes_at(size_t offset, size_t size) const;
+    uint32_t number(size_t offset, size_t width) const;
     /// Offset in the file of an address in memory.
-    std::size_t offset_of(uint32_t address) const;
-    std::string text(std::size_t offset) const;
-    Table table(std::size_t which) const;
+    size_t offset_of(uint32_t address) const;
+    std::string text(size_t offset) const;
+    Table table(size_t which) const;
     void read_headers();
     [[noreturn]] void refuse(const std::string& why) const;
 
     /// The entry of a resource folder that `matches`; 0 when none does.
     template <class Matches>
-    uint32_t find_entry(std::size_t folder, Matches matches) const;
-    bool is_named(std::size_t resources, uint32_t name, const std::string& wanted) const;
+    uint32_t find_entry(size_t folder, Matches matches) const;
+    bool is_named(size_t resources, uint32_t name, const std::string& wanted) const;
 
     std::string name_;
     std::vector<std::byte> bytes_;
     std::vector<Section> sections_;
-    std::size_t tables_ = 0;
+    size_t tables_ = 0;
     uint32_t table_count_ = 0;
 };
 

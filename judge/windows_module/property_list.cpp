@@ -13,8 +13,8 @@ namespace {
 
 constexpr const char* kResourceType = "PIPL";
 constexpr uint32_t kResourceId = 16000;
-constexpr std::size_t kHeaderSize = 10;
-constexpr std::size_t kPropertyHeaderSize = 16;
+constexpr size_t kHeaderSize = 10;
+constexpr size_t kPropertyHeaderSize = 16;
 
 /// Properties by key. Keys lie byte-reversed in the list.
 class Properties {
@@ -31,27 +31,26 @@ class Properties {
 
     std::string pascal_text(const std::string& key) const {
         const auto data = at(key);
-        check(!data.empty() && std::to_integer<std::size_t>(data[0]) < data.size(),
+        check(!data.empty() && std::to_integer<size_t>(data[0]) < data.size(),
               "holds a text that is longer than its property: " + key);
-        return text_in(data.subspan(1, std::to_integer<std::size_t>(data[0])));
+        return text_in(data.subspan(1, std::to_integer<size_t>(data[0])));
     }
 
     std::string terminated_text(const std::string& key) const {
         const auto data = at(key);
-        return text_in(
-            data.first(static_cast<std::size_t>(std::ranges::find(data, std::byte{0}) - data.begin())));
+        return text_in(data.first(static_cast<size_t>(std::ranges::find(data, std::byte{0}) - data.begin())));
     }
 
   private:
     /// Gives the property's size.
-    std::size_t take(std::span<const std::byte> bytes) {
+    size_t take(std::span<const std::byte> bytes) {
         check(bytes.size() >= kPropertyHeaderSize, "ends within a property");
         std::string key = text_in(bytes.subspan(4, 4));
         std::ranges::reverse(key);
-        const std::size_t length = number_in(bytes.subspan(12, 4));
+        const size_t length = number_in(bytes.subspan(12, 4));
         check(length <= bytes.size() - kPropertyHeaderSize, "ends within property " + key);
         by_key_[key] = bytes.subspan(kPropertyHeaderSize, length);
-        const std::size_t padded = (length + 3) / 4 * 4;
+        const size_t padded = (length + 3) / 4 * 4;
         return std::min(kPropertyHeaderSize + padded, bytes.size());
     }
 
@@ -67,7 +66,7 @@ class Properties {
 
     static uint32_t number_in(std::span<const std::byte> bytes) {
         uint32_t value = 0;
-        for (std::size_t i = 0; i < std::min<std::size_t>(bytes.size(), 4); ++i)
+        for (size_t i = 0; i < std::min<size_t>(bytes.size(), 4); ++i)
             value |= std::to_integer<uint32_t>(bytes[i]) << (8 * i);
         return value;
     }

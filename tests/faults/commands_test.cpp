@@ -235,7 +235,7 @@ TEST_F(FaultSweep, PanelEvents) {
     event.prepare = [&] {
         instance = fixture_.new_instance();
         panel.emplace(host::PanelOptions{});
-        panel->color_picker = [](const PF_PixelFloat&) { return host::PickedColor{0, {1, 1, 0, 0}}; };
+        panel->colour_picker = [](const PF_PixelFloat&) { return host::PickedColour{0, {1, 1, 0, 0}}; };
         events.emplace(*instance, host::ControlPlace{.index = kGradient}, &*panel);
     };
     event.complete = [&] { return outcome.changed || outcome.drag_wanted; };

@@ -63,7 +63,7 @@ std::unique_ptr<host::Instance> EffectFixture::new_instance() {
 }
 
 const host::World& EffectFixture::reference(Depth depth) const {
-    return references_[static_cast<std::size_t>(depth) / 16];
+    return references_[static_cast<size_t>(depth) / 16];
 }
 
 bool EffectFixture::renders_as_before(Depth depth) {

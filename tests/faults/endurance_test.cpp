@@ -53,7 +53,7 @@ class Jobs {
         }
     }
 
-    const Job& operator[](std::size_t i) const { return jobs_[i % jobs_.size()]; }
+    const Job& operator[](size_t i) const { return jobs_[i % jobs_.size()]; }
 
   private:
     std::unique_ptr<host::Instance> full_, plain_, nesting_;
@@ -65,10 +65,10 @@ struct Tally {
 };
 
 /// Renders on this thread; the user cancels now and then.
-void render_some(const Jobs& jobs, std::size_t first, int count, Tally& tally) {
+void render_some(const Jobs& jobs, size_t first, int count, Tally& tally) {
     const CallerContext caller;
     host::World world;
-    for (std::size_t i = first; i < first + static_cast<std::size_t>(count); ++i) {
+    for (size_t i = first; i < first + static_cast<size_t>(count); ++i) {
         const Job& job = jobs[i * 7];
         host::FrameRequest request = job.request;
         const bool cancels = i % 11 == 0;
@@ -100,12 +100,12 @@ TEST(Threads, RenderWhatOneThreadRenders) {
     std::barrier life(kThreads, end_life);
     {
         std::vector<std::jthread> threads;
-        for (std::size_t thread = 0; thread < kThreads; ++thread) {
+        for (size_t thread = 0; thread < kThreads; ++thread) {
             threads.emplace_back([&, thread] {
                 for (int round = 0; round < 2; ++round) {
                     const bool lasts = thread % 2 == 0;
                     if (lasts) render_some(*jobs, thread, kFramesOfAThread, tally);
-                    for (std::size_t next = 0; !lasts && next < kGenerations; ++next) {
+                    for (size_t next = 0; !lasts && next < kGenerations; ++next) {
                         std::jthread([&] {
                             render_some(*jobs, thread + next, kFramesOfAThread / kGenerations, tally);
                         });

@@ -13,8 +13,8 @@
 namespace flumo::test {
 namespace {
 
-constexpr auto kPoints = static_cast<std::size_t>(GlPoint::kCount);
-constexpr auto kObjects = static_cast<std::size_t>(GlObject::kCount);
+constexpr auto kPoints = static_cast<size_t>(GlPoint::kCount);
+constexpr auto kObjects = static_cast<size_t>(GlObject::kCount);
 constexpr int64_t kNone = -1;
 constexpr int64_t kEvery = -2;
 
@@ -24,12 +24,12 @@ std::atomic<GlPoint> failing{GlPoint::kCount};
 std::atomic<int64_t> failing_call{kNone};
 
 void count(GlObject kind, int64_t change) {
-    living[static_cast<std::size_t>(kind)] += change;
+    living[static_cast<size_t>(kind)] += change;
 }
 
 /// Counts one call; whether it is to fail.
 bool fails(GlPoint point) {
-    const int64_t nth = counted[static_cast<std::size_t>(point)]++;
+    const int64_t nth = counted[static_cast<size_t>(point)]++;
     return point == failing && (failing_call == kEvery || failing_call == nth);
 }
 
@@ -157,7 +157,7 @@ const char* name(GlPoint point) {
         "eglInitialize",     "eglChooseConfig", "eglCreateContext",         "eglMakeCurrent",
         "GL_COMPILE_STATUS", "GL_LINK_STATUS",  "glCheckFramebufferStatus", "glMapBuffer"};
     static_assert(std::size(names) == kPoints);
-    return names[static_cast<std::size_t>(point)];
+    return names[static_cast<size_t>(point)];
 }
 
 int64_t alive() {
@@ -168,11 +168,11 @@ int64_t alive() {
 }
 
 int64_t alive(GlObject kind) {
-    return living[static_cast<std::size_t>(kind)];
+    return living[static_cast<size_t>(kind)];
 }
 
 int64_t calls(GlPoint point) {
-    return counted[static_cast<std::size_t>(point)];
+    return counted[static_cast<size_t>(point)];
 }
 
 void fail(GlPoint point, int64_t nth) {

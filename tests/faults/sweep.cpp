@@ -53,7 +53,7 @@ bool gives_back(Callback call) {
 
 const char* mode_name(FaultMode mode) {
     constexpr const char* names[] = {"an error", "null", "an error with a result"};
-    return names[static_cast<std::size_t>(mode)];
+    return names[static_cast<size_t>(mode)];
 }
 
 /// A frame's clean-up releases its suites before it checks in: a row that expects the check-ins expects both.
@@ -63,7 +63,7 @@ bool fits(std::optional<host::MisuseKind> expected, host::MisuseKind seen) {
 }
 
 /// The last `count` kinds of calls, without the suites that are released at the very end.
-std::vector<Callback> chain_of(std::vector<Callback> calls, std::size_t count) {
+std::vector<Callback> chain_of(std::vector<Callback> calls, size_t count) {
     calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
     if (!calls.empty() && calls.back() == Callback::kReleaseSuite) calls.pop_back();
     if (calls.size() > count) calls.erase(calls.begin(), calls.end() - static_cast<std::ptrdiff_t>(count));

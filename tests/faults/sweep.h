@@ -41,7 +41,7 @@ class Sweep {
   private:
     struct Tally {
         std::string command;
-        std::size_t faults = 0;
+        size_t faults = 0;
     };
 
     void expect_usual(const Command& command);

@@ -36,7 +36,7 @@ void check_scene(std::string_view text) {
     require(!scene.depth || *scene.depth == 8 || *scene.depth == 16 || *scene.depth == 32);
     for (const auto& [index, track] : scene.tracks) {
         require(track.control && track.control->index == index && !track.keyframes.empty());
-        for (std::size_t i = 0; i < track.keyframes.size(); ++i) {
+        for (size_t i = 0; i < track.keyframes.size(); ++i) {
             const double* number = std::get_if<double>(&track.keyframes[i].value);
             require(!number || std::isfinite(*number));
             require(i == 0 || track.keyframes[i].frame > track.keyframes[i - 1].frame);
@@ -79,7 +79,7 @@ constexpr void (*kReaders[])(std::string_view) = {read_gradient, check_scene, ch
 }  // namespace
 }  // namespace flumo::cli
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace flumo::cli;
     if (size == 0) return 0;
     const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);

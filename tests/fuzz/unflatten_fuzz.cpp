@@ -24,7 +24,7 @@ std::vector<std::byte> Flat(const flumo::GradientStopMap& stops) {
     return bytes;
 }
 
-flumo::GradientStopMap Unflat(const void* data, std::size_t size) {
+flumo::GradientStopMap Unflat(const void* data, size_t size) {
     // A cut last stop is read whole, from what follows.
     std::vector<std::byte> padded(size + flumo::kFlatOverread);
     if (size > 0) std::memcpy(padded.data(), data, size);
@@ -35,7 +35,7 @@ flumo::GradientStopMap Unflat(const void* data, std::size_t size) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const flumo::GradientStopMap stops = Unflat(data, size);
     Require(size < 4 || stops.size() * 24 < size + 20);
     const std::vector<std::byte> flat = Flat(stops);
@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     for (const float t : {-1.0F, 0.0F, 0.3F, 1.0F, 2.0F, std::numeric_limits<float>::quiet_NaN()})
         flumo::SampleGradient(stops, t);
     const auto between = flumo::InterpolateGradients(stops, flumo::WhiteGradient(), 0.25);
-    Require(stops.empty() || between.size() <= std::max<std::size_t>(stops.size(), 2));
+    Require(stops.empty() || between.size() <= std::max<size_t>(stops.size(), 2));
     Require(flumo::FormatGradientText(stops).starts_with("Gradient"));
     return 0;
 }

@@ -35,7 +35,7 @@ class Controls : public testing::Test {
 };
 
 TEST_F(Controls, AreReadAsTheEffectDeclaredThem) {
-    ASSERT_EQ(host.controls().size(), std::size_t{kOuterGroupEnd});
+    ASSERT_EQ(host.controls().size(), size_t{kOuterGroupEnd});
     EXPECT_EQ(host.control(kAmount).precision, 1);
     EXPECT_EQ(host.control(kTurn).default_value, 90);
     EXPECT_THAT(host.control(kMode).choices, ElementsAre("Soft", "Hard"));
@@ -133,7 +133,7 @@ TEST_F(Controls, WhatTheHostDoesForItselfIsNotCounted) {
 
 TEST_F(Controls, ArbitraryValuesThatTheEffectRefusesLeaveNothing) {
     const Arbitrary three = arbitrary(3);
-    const std::size_t live = host.handles().live_count();
+    const size_t live = host.handles().live_count();
     EXPECT_THROW(ArbitraryValue::scan(host, host.control(kNumber), "3"), HostError);
     host.faults().fail_every(Callback::kNewHandle, FaultMode::kNull);
     EXPECT_THROW(three->copy(), HostError);

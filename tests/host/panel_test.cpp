@@ -76,7 +76,7 @@ TEST_F(Panels, PaintCountObjectsAndRefuseStrangers) {
     };
     Panel panel({.width = 60, .height = 30});
     ControlEvents(*instance, {.index = kNumber}, &panel).draw();
-    const auto red_at = [&](std::size_t x, std::size_t y) { return int{panel.rgba().at(4 * (y * 60 + x))}; };
+    const auto red_at = [&](size_t x, size_t y) { return int{panel.rgba().at(4 * (y * 60 + x))}; };
     EXPECT_EQ(red_at(8, 16), 255);
     EXPECT_EQ(red_at(16, 16), 0x23) << "the hole of even and odd";
     EXPECT_EQ(red_at(36, 8), 255) << "under the arch";

@@ -133,8 +133,7 @@ TEST_P(BrokenModule, IsFound) {
     const Checked checked = flumo_check({module, "--timeout", timeout});
     EXPECT_EQ(checked.status, 1) << checked.errors;
     // Nothing that the module does ends the judge itself.
-    EXPECT_EQ(checked.report["cases"].size() + checked.report["notPlayed"].get<std::size_t>(),
-              all_cases().size());
+    EXPECT_EQ(checked.report["cases"].size() + checked.report["notPlayed"].get<size_t>(), all_cases().size());
     const auto& findings = checked.report["findings"];
     const auto found = std::ranges::find_if(findings, [&](const auto& finding) {
         const std::string text = finding["expected"].template get<std::string>() + "; " +

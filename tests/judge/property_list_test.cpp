@@ -40,37 +40,37 @@ class TinyImage {
         resource(flumos_list());
     }
 
-    static constexpr std::size_t kFirstExport = 0x480;
+    static constexpr size_t kFirstExport = 0x480;
 
     const std::vector<std::byte>& bytes() const { return bytes_; }
-    void put(std::size_t at, uint32_t value, std::size_t width) {
-        for (std::size_t i = 0; i < width; ++i)
+    void put(size_t at, uint32_t value, size_t width) {
+        for (size_t i = 0; i < width; ++i)
             bytes_[at + i] = static_cast<std::byte>(value >> (8 * i));
     }
 
   private:
-    static constexpr std::size_t kHeader = 0x80;
-    static constexpr std::size_t kTables = kHeader + 24 + 112;
-    static constexpr std::size_t kSection = 0x400;
+    static constexpr size_t kHeader = 0x80;
+    static constexpr size_t kTables = kHeader + 24 + 112;
+    static constexpr size_t kSection = 0x400;
     static constexpr uint32_t kBase = 0x2000;
 
-    static uint32_t address(std::size_t at) { return static_cast<uint32_t>(at - kSection) + kBase; }
+    static uint32_t address(size_t at) { return static_cast<uint32_t>(at - kSection) + kBase; }
 
     void exports(const std::vector<std::string>& names) {
-        const std::size_t table = kSection;
+        const size_t table = kSection;
         put(kTables, address(table), 4);
         put(kTables + 4, 40, 4);
         put(table + 24, static_cast<uint32_t>(names.size()), 4);
         put(table + 32, address(table + 40), 4);
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            const std::size_t text = kFirstExport + i * 0x40;
+        for (size_t i = 0; i < names.size(); ++i) {
+            const size_t text = kFirstExport + i * 0x40;
             put(table + 40 + i * 4, address(text), 4);
             std::memcpy(&bytes_[text], names[i].c_str(), names[i].size() + 1);
         }
     }
 
     /// A folder with one entry, named by `name`, that leads to `next`.
-    void folder(std::size_t at, bool is_named, uint32_t name, uint32_t next) {
+    void folder(size_t at, bool is_named, uint32_t name, uint32_t next) {
         put(at + (is_named ? 12 : 14), 1, 2);
         put(at + 16, name, 4);
         put(at + 20, next, 4);
@@ -78,7 +78,7 @@ class TinyImage {
 
     void resource(const std::vector<std::byte>& content) {
         constexpr uint32_t kHigh = 0x80000000;
-        const std::size_t root = 0x800;
+        const size_t root = 0x800;
         put(kTables + 16, address(root), 4);
         put(kTables + 20, 0x400, 4);
         folder(root, true, kHigh | 0x80, kHigh | 0x20);
@@ -87,7 +87,7 @@ class TinyImage {
         put(root + 0x60, address(root + 0xA0), 4);
         put(root + 0x64, static_cast<uint32_t>(content.size()), 4);
         put(root + 0x80, 4, 2);
-        for (std::size_t i = 0; i < 4; ++i)
+        for (size_t i = 0; i < 4; ++i)
             put(root + 0x82 + 2 * i, static_cast<uint8_t>("PIPL"[i]), 2);
         std::ranges::copy(content, bytes_.begin() + static_cast<std::ptrdiff_t>(root + 0xA0));
     }
@@ -127,7 +127,7 @@ TEST(PropertyList, DamageIsRefused) {
     EXPECT_TRUE(read(sound));
     EXPECT_TRUE(PeFile("tiny", sound).resource("PIPL", 16001).empty());
     EXPECT_TRUE(PeFile("tiny", sound).resource("PIPX", 16000).empty());
-    for (const std::size_t size : {0u, 1u, 0x40u, 0x84u, 0x100u, 0x410u, 0x810u, 0x850u, 0x8F0u})
+    for (const size_t size : {0u, 1u, 0x40u, 0x84u, 0x100u, 0x410u, 0x810u, 0x850u, 0x8F0u})
         EXPECT_FALSE(read({sound.begin(), sound.begin() + static_cast<std::ptrdiff_t>(size)})) << size;
     std::mt19937 random(7);
     for (int i = 0; i < 3000; ++i) {

@@ -69,10 +69,10 @@ TEST_F(Frames, AreTheSameOnManyThreadsAtOnce) {
     std::atomic<int> wrong = 0;
     {
         std::vector<std::jthread> threads;
-        for (std::size_t thread = 0; thread < 4; ++thread) {
+        for (size_t thread = 0; thread < 4; ++thread) {
             threads.emplace_back([&, thread] {
-                for (std::size_t i = 0; i < alone.size(); ++i) {
-                    const std::size_t scene = (i + thread * 3) % alone.size();
+                for (size_t i = 0; i < alone.size(); ++i) {
+                    const size_t scene = (i + thread * 3) % alone.size();
                     wrong += !same_bits(render_scene(host_, scenes()[scene]), alone[scene]);
                 }
             });

@@ -7,7 +7,7 @@ namespace flumo::tests {
 namespace {
 
 template <typename T>
-T* at(HMODULE module, std::size_t offset) {
+T* at(HMODULE module, size_t offset) {
     return reinterpret_cast<T*>(reinterpret_cast<BYTE*>(module) + offset);
 }
 
@@ -25,7 +25,7 @@ ULONGLONG* slot_in(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& library, const
 }  // namespace
 
 ULONGLONG& import_slot(HMODULE module, const std::string& name) {
-    const auto headers = static_cast<std::size_t>(at<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
+    const auto headers = static_cast<size_t>(at<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
     const auto& directories = at<IMAGE_NT_HEADERS>(module, headers)->OptionalHeader.DataDirectory;
     const auto* library =
         at<IMAGE_IMPORT_DESCRIPTOR>(module, directories[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);

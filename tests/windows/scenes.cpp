@@ -77,10 +77,10 @@ std::vector<float> render_scene(host::Host& host, const Scene& scene) {
     request.frame = 3;
     request.input = test_picture(scene.width, scene.height, scene.depth, 0);
     const host::World world = instance->render(request);
-    const auto row_length = static_cast<std::size_t>(4 * world.width());
-    std::vector<float> all(row_length * static_cast<std::size_t>(world.height()));
+    const auto row_length = static_cast<size_t>(4 * world.width());
+    std::vector<float> all(row_length * static_cast<size_t>(world.height()));
     for (int y = 0; y < world.height(); ++y)
-        world.read_row(y, std::span(all).subspan(static_cast<std::size_t>(y) * row_length, row_length));
+        world.read_row(y, std::span(all).subspan(static_cast<size_t>(y) * row_length, row_length));
     return all;
 }
 

@@ -15,9 +15,9 @@ constexpr GLuint kCoordinateAttribute = 1;
 constexpr GLsizei kStride = 5 * sizeof(GLfloat);
 constexpr uintptr_t kCoordinateOffset = 3 * sizeof(GLfloat);
 
-void Blend(GLenum colorTarget) {
+void Blend(GLenum colourTarget) {
     glEnable(GL_BLEND);
-    glBlendFuncSeparate(GL_SRC_ALPHA, colorTarget, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    glBlendFuncSeparate(GL_SRC_ALPHA, colourTarget, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     glBlendEquationSeparate(GL_FUNC_ADD, GL_FUNC_ADD);
 }
 

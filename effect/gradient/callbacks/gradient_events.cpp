@@ -42,7 +42,7 @@ void WriteWords(const DragWords& words, PF_DoClickEventInfo& click) {
 }
 
 // Cancelling leaves the stop as it is and is no failure; alpha always stays.
-PF_Err PickColor(const RampEvent& ramp, GradientStop& stop) {
+PF_Err PickColour(const RampEvent& ramp, GradientStop& stop) {
     const AcquiredSuite<PFAppSuite4> app(ramp.in_data, ramp.out_data, kPFAppSuite, kPFAppSuiteVersion4);
     const PF_PixelFloat sample{.alpha = stop.a, .red = stop.r, .green = stop.g, .blue = stop.b};
     PF_PixelFloat picked = sample;
@@ -68,7 +68,7 @@ PF_Err GradientClick(const RampEvent& ramp) {
         click.send_drag = true;
         WriteWords(PackDragState(outcome.drag), click);
     }
-    if (outcome.action == ClickAction::kPickColor) ThrowOnError(PickColor(ramp, *outcome.picked));
+    if (outcome.action == ClickAction::kPickColour) ThrowOnError(PickColour(ramp, *outcome.picked));
     ramp.MarkHandled();
     return PF_Err_NONE;
 }
@@ -93,13 +93,13 @@ DRAWBOT_DrawRef DrawingReference(const RampEvent& ramp) {
     return reference;
 }
 
-DRAWBOT_ColorRGBA ToDrawbot(const PF_App_Color& color) {
+DRAWBOT_ColorRGBA ToDrawbot(const PF_App_Color& colour) {
     constexpr float kScale = 1.5259022e-05F;  // 1 / 65535
-    return {static_cast<float>(color.red) * kScale, static_cast<float>(color.green) * kScale,
-            static_cast<float>(color.blue) * kScale, 1.0F};
+    return {static_cast<float>(colour.red) * kScale, static_cast<float>(colour.green) * kScale,
+            static_cast<float>(colour.blue) * kScale, 1.0F};
 }
 
-void ReadPanelColors(const RampEvent& ramp, RampCanvas& canvas) {
+void ReadPanelColours(const RampEvent& ramp, RampCanvas& canvas) {
     const AcquiredSuite<PFAppSuite4> app(ramp.in_data, ramp.out_data, kPFAppSuite, kPFAppSuiteVersion4);
     PF_App_Color background{};
     PF_App_Color text{};
@@ -119,7 +119,7 @@ RampCanvas OpenCanvas(const RampEvent& ramp, const DrawbotSuites& drawbot) {
     const DRAWBOT_DrawRef reference = DrawingReference(ramp);
     ThrowOnDrawingError(drawbot.draw->GetSupplier(reference, &canvas.supplier));
     ThrowOnDrawingError(drawbot.draw->GetSurface(reference, &canvas.surface));
-    ReadPanelColors(ramp, canvas);
+    ReadPanelColours(ramp, canvas);
     return canvas;
 }
 

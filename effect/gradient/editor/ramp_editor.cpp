@@ -58,8 +58,8 @@ ClickOutcome StartDrag(const RampGeometry& ramp, A_long x, const Hit& hit) {
 // The new stop repeats the colour that the ramp already shows there.
 ClickOutcome AddStop(GradientStopMap& stops, float t) {
     A_long kind = kStopSin;
-    const GradientSample color = SampleGradient(stops, t, &kind);
-    stops[t] = {kind, color.r, color.g, color.b, color.a};
+    const GradientSample colour = SampleGradient(stops, t, &kind);
+    stops[t] = {kind, colour.r, colour.g, colour.b, colour.a};
     return {.action = ClickAction::kHandled, .changed = true};
 }
 
@@ -86,7 +86,7 @@ ClickOutcome ClickRamp(GradientStopMap& stops, const RampGeometry& ramp, A_long 
     if (clicks == 1) return isHit ? StartDrag(ramp, x, hit) : ClickOutcome{};
     if (clicks != 2) return {};
     if (!isHit) return AddStop(stops, t);
-    return {.action = ClickAction::kPickColor, .picked = &hit.stop->second};
+    return {.action = ClickAction::kPickColour, .picked = &hit.stop->second};
 }
 
 bool DragRamp(GradientStopMap& stops, const RampGeometry& ramp, DragState& drag, A_long x, A_long y) {

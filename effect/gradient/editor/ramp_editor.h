@@ -13,14 +13,14 @@ enum class ClickAction {
     kNone,       // no effect: the event stays unhandled
     kHandled,    // done
     kStartDrag,  // ask the host for drag events and store `drag` in them
-    kPickColor   // let the user choose a colour for `picked`
+    kPickColour  // let the user choose a colour for `picked`
 };
 
 struct ClickOutcome {
     ClickAction action = ClickAction::kNone;
     bool changed = false;            // the stops were edited
     DragState drag{};                // with kStartDrag
-    GradientStop* picked = nullptr;  // with kPickColor; stays the map's
+    GradientStop* picked = nullptr;  // with kPickColour; stays the map's
 };
 
 /// One press on the control at pixel column `x`: with `cycleKind` (the command or control key) the hit

@@ -20,10 +20,10 @@ uint8_t PanelByte(float channel) {
     return fits ? static_cast<uint8_t>(static_cast<int32_t>(scaled)) : uint8_t{0};
 }
 
-PanelPixel MakePixel(const GradientSample& color, DRAWBOT_PixelLayout layout) {
-    const uint8_t r = PanelByte(color.r);
-    const uint8_t g = PanelByte(color.g);
-    const uint8_t b = PanelByte(color.b);
+PanelPixel MakePixel(const GradientSample& colour, DRAWBOT_PixelLayout layout) {
+    const uint8_t r = PanelByte(colour.r);
+    const uint8_t g = PanelByte(colour.g);
+    const uint8_t b = PanelByte(colour.b);
     return layout == kDRAWBOT_PixelLayout_32RGB ? PanelPixel{kOpaque, r, g, b} : PanelPixel{b, g, r, kOpaque};
 }
 

@@ -6,10 +6,10 @@
 namespace flumo {
 namespace {
 
-constexpr float kColorTolerance = 0.0001F;
+constexpr float kColourTolerance = 0.0001F;
 
 bool Differs(float a, float b) {
-    return std::abs(a - b) > kColorTolerance;
+    return std::abs(a - b) > kColourTolerance;
 }
 
 bool StopsMatch(const GradientStop& a, const GradientStop& b) {

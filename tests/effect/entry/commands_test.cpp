@@ -29,7 +29,7 @@ TEST(Commands, ThoseWithoutAHandlerDoNothing) {
         EXPECT_EQ(Send(within, command, nullptr, &output), 0) << command;
         EXPECT_EQ(within.host.faults().count(), 0U) << command << " asks the host";
         for (const auto& [record, size] :
-             {std::pair<const void*, std::size_t>{&within.out_data, sizeof within.out_data},
+             {std::pair<const void*, size_t>{&within.out_data, sizeof within.out_data},
               {&output, sizeof output}}) {
             const std::string bytes(static_cast<const char*>(record), size);
             EXPECT_EQ(bytes.find_first_not_of('\x5A'), std::string::npos) << command << " writes";

@@ -87,7 +87,7 @@ TEST(GlobalFaults, FirstFailureEndsTheSetUp) {
 
 // Whatever is missing, the sequence handle goes back, and not through the suite.
 TEST(GlobalFaults, SetdownReturnsTheSequenceHandleAndKeepsTheGlobalOneAfterAFailure) {
-    for (std::size_t i = 0; i <= std::size(kFaults); ++i) {
+    for (size_t i = 0; i <= std::size(kFaults); ++i) {
         host::HostOptions options;
         const bool fails = i < std::size(kFaults);
         if (!fails) options.missing_suites = {{"PF Handle Suite", 2}};

@@ -17,7 +17,7 @@ struct InstanceHost : HostedCall {
     PF_Err Run(Handler handler) { return handler(&in_data, &out_data); }
     bool LiveIsKept() { return host.handles().lives(in_data.sequence_data); }
     std::vector<int> Made() {
-        const auto* bytes = static_cast<const std::uint8_t*>(*out_data.sequence_data);
+        const auto* bytes = static_cast<const uint8_t*>(*out_data.sequence_data);
         return {bytes, bytes + host.handles().size(out_data.sequence_data)};
     }
 };

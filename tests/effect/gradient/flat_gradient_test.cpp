@@ -28,7 +28,7 @@ Bytes WithCount(int32_t count, Bytes bytes) {
 }
 
 // Reads the first `size` bytes, on top of a white gradient as the host's new value is.
-GradientStopMap Unflat(Bytes bytes, std::size_t size) {
+GradientStopMap Unflat(Bytes bytes, size_t size) {
     bytes.resize(std::max(bytes.size(), size) + kFlatOverread);
     GradientStopMap stops = WhiteGradient();
     UnflattenGradient(bytes.data(), static_cast<A_u_long>(size), stops);
@@ -68,7 +68,7 @@ TEST(FlatGradient, ReadsWhatTheSizeReaches) {
     struct Case {
         const char* promise;
         Bytes bytes;
-        std::size_t size;
+        size_t size;
         GradientStopMap stops;
     };
     const Case cases[] = {

@@ -15,7 +15,7 @@ namespace flumo::test {
 namespace {
 
 using host::EventOutcome;
-using host::PickedColor;
+using host::PickedColour;
 
 const GradientStop kRed{kStopLinear, 1, 0, 0, 0.5F};
 constexpr PF_App_Color kBack{0, 0, 0xffff}, kLine{0, 0xffff, 0};
@@ -46,8 +46,8 @@ class Editor {
     /// The image's pixel at a place in panel pixels.
     Color At(double x, double y) const {
         const double scale = panel.options().scale;
-        const auto column = static_cast<std::size_t>(x * scale), row = static_cast<std::size_t>(y * scale);
-        const std::size_t first = 4 * (row * static_cast<std::size_t>(panel.image_width()) + column);
+        const auto column = static_cast<size_t>(x * scale), row = static_cast<size_t>(y * scale);
+        const size_t first = 4 * (row * static_cast<size_t>(panel.image_width()) + column);
         return {image_.at(first), image_.at(first + 1), image_.at(first + 2)};
     }
 
@@ -61,7 +61,7 @@ class Editor {
 
 TEST(GradientEvents, ClicksEditAndSayWhatTheyDid) {
     const GradientStopMap before = {{0.0F, kRed}};
-    const PF_PixelFloat color{.alpha = 0.125F, .red = 0.25F, .green = 0.5F, .blue = 2};
+    const PF_PixelFloat colour{.alpha = 0.125F, .red = 0.25F, .green = 0.5F, .blue = 2};
     constexpr PF_Modifiers kKeys = PF_Mod_CMD_CTRL_KEY | PF_Mod_SHIFT_KEY;
     struct Case {
         const char* promise;
@@ -83,10 +83,10 @@ TEST(GradientEvents, ClicksEditAndSayWhatTheyDid) {
         SCOPED_TRACE(c.promise);
         Editor editor(before);
         std::optional<PF_PixelFloat> sample;
-        editor.panel.color_picker = [&](const PF_PixelFloat& shown) {
+        editor.panel.colour_picker = [&](const PF_PixelFloat& shown) {
             sample = shown;
             EXPECT_EQ(editor.effect.host.handles().lock_count(), 1U) << "the stops stay locked";
-            return PickedColor{c.picker, color};
+            return PickedColour{c.picker, colour};
         };
         const EventOutcome outcome = editor.events.click({c.x, 10}, c.clicks, c.modifiers);
         EXPECT_EQ(outcome.error, c.result);

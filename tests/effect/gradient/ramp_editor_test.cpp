@@ -94,7 +94,7 @@ TEST(ClickRamp, DoubleClickAddsTheColorOfTheRamp) {
 TEST(ClickRamp, LeavesEverythingElseAlone) {
     GradientStopMap stops = {{0.5F, kRed}};
     const ClickOutcome pick = ClickRamp(stops, kRamp, 70, 2, false);
-    EXPECT_EQ(pick.action, ClickAction::kPickColor);
+    EXPECT_EQ(pick.action, ClickAction::kPickColour);
     EXPECT_EQ(pick.picked, &stops.at(0.5F));
     for (const A_long clicks : {0, 3})
         EXPECT_EQ(ClickRamp(stops, kRamp, 70, clicks, false).action, ClickAction::kNone);
@@ -180,7 +180,7 @@ TEST(DragRamp, NeverLosesOrDoublesAnotherStop) {
                 std::multiset<float> expected = others;
                 if (drag.ordinal != kLiftedOff) {
                     expected.insert(drag.stop.r);
-                    ASSERT_LT(static_cast<std::size_t>(drag.ordinal), stops.size());
+                    ASSERT_LT(static_cast<size_t>(drag.ordinal), stops.size());
                     EXPECT_EQ(std::next(stops.begin(), drag.ordinal)->second, drag.stop);
                 }
                 EXPECT_EQ(Reds(stops), expected);

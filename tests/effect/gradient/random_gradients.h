@@ -13,11 +13,11 @@ namespace flumo::test {
 inline GradientStopMap RandomGradient(std::mt19937& random, int count) {
     std::uniform_int_distribution<int> position(-16, 80);
     std::uniform_int_distribution<int32_t> kind(-1, 3);
-    std::uniform_real_distribution<float> color(-0.5F, 1.5F);
+    std::uniform_real_distribution<float> colour(-0.5F, 1.5F);
     GradientStopMap stops;
     for (int i = 0; i < count; ++i) {
-        stops[static_cast<float>(position(random)) / 64.0F] = {kind(random), color(random), color(random),
-                                                               color(random), color(random)};
+        stops[static_cast<float>(position(random)) / 64.0F] = {kind(random), colour(random), colour(random),
+                                                               colour(random), colour(random)};
     }
     return stops;
 }

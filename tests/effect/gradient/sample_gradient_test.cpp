@@ -62,7 +62,7 @@ TEST(SampleGradient, GivesTheColorAndTheKindOfANewStop) {
 // The largest difference between two colours.
 float Distance(const std::array<float, 4>& a, const std::array<float, 4>& b) {
     float largest = 0.0F;
-    for (std::size_t i = 0; i < 4; ++i)
+    for (size_t i = 0; i < 4; ++i)
         largest = std::max(largest, std::abs(a[i] - b[i]));
     return largest;
 }

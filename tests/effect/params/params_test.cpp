@@ -95,7 +95,7 @@ struct Asked {
     A_u_long scale;
 };
 std::vector<Asked> asked;
-std::size_t refused;
+size_t refused;
 int checkins;
 
 void* masters[87];
@@ -106,7 +106,7 @@ PF_Err Checkout(PF_ProgPtr, PF_ParamIndex index, A_long time, A_long step, A_u_l
     asked.push_back({index, time, step, scale});
     // What a refused checkout leaves in the record is no value.
     const PF_Err result = asked.size() == refused ? 99 : 0;
-    switch (kControls[static_cast<std::size_t>(index) - 1].kind) {
+    switch (kControls[static_cast<size_t>(index) - 1].kind) {
         case ControlKind::Layer:
             def->u.ld.width = index;
             def->u.ld.data = reinterpret_cast<PF_PixelPtr>(pixels);
@@ -128,7 +128,7 @@ PF_Err Checkout(PF_ProgPtr, PF_ParamIndex index, A_long time, A_long step, A_u_l
 
 /// The snapshot of a frame whose checkout of this number, counted from 1, is refused; 0 is none.
 struct Frame {
-    explicit Frame(std::size_t which = 0) {
+    explicit Frame(size_t which = 0) {
         asked.clear();
         checkins = 0;
         refused = which;
@@ -181,15 +181,15 @@ TEST(Snapshot, ConvertsEachKindToItsWidth) {
 }
 
 TEST(Snapshot, LayersAreReachedThroughTheirSlots) {
-    for (const std::size_t refused_one : {0U, 1U, 70U, 71U, 72U}) {
+    for (const size_t refused_one : {0U, 1U, 70U, 71U, 72U}) {
         Frame frame(refused_one);
         ParamSnapshot& read = frame.snapshot;
-        const std::size_t had = refused_one == 0 ? 3 : std::max(refused_one, std::size_t{70}) - 70;
+        const size_t had = refused_one == 0 ? 3 : std::max(refused_one, size_t{70}) - 70;
         EXPECT_EQ(read.noiseVisible, refused_one == 1 ? 0.0 : 1.0) << "the first that is read";
         EXPECT_THAT((std::array{read.layer1Slot, read.layer2Slot, read.layer3Slot}),
                     testing::ElementsAre(had > 0 ? 69 : -1, had > 1 ? 70 : -1, had > 2 ? 71 : -1));
         const PF_LayerDef* layers[] = {SnapshotLayer1(read), SnapshotLayer2(read), SnapshotLayer3(read)};
-        for (std::size_t i = 0; i < 3; ++i)
+        for (size_t i = 0; i < 3; ++i)
             EXPECT_EQ(layers[i] ? layers[i]->width : 0, i < had ? (std::array{15, 19, 36})[i] : 0);
         read.checkedOut[69].u.ld.data = nullptr;
         EXPECT_EQ(SnapshotLayer1(read), nullptr) << "no layer chosen";

@@ -140,7 +140,7 @@ TEST(DrawbotSuites, GroupStopsAtTheFirstMissingSuiteAndKeepsThoseBefore) {
                                                  {"DRAWBOT Supplier Suite", 1},
                                                  {"DRAWBOT Surface Suite", 2},
                                                  {"DRAWBOT Path Suite", 1}};
-    for (std::size_t missing = 0; missing <= std::size(group); ++missing) {
+    for (size_t missing = 0; missing <= std::size(group); ++missing) {
         const bool complete = missing == std::size(group);
         NamesAlone names;
         host::HostOptions options;
@@ -153,7 +153,7 @@ TEST(DrawbotSuites, GroupStopsAtTheFirstMissingSuiteAndKeepsThoseBefore) {
         EXPECT_EQ(AnswerOf(asked, acquire),
                   (complete ? Answer{0, 1, ""} : Answer{516, 257, "Not able to acquire AEFX Suite."}));
         Suites before;
-        for (std::size_t i = 0; i < missing; ++i)
+        for (size_t i = 0; i < missing; ++i)
             before[group[i]] = 1;
         EXPECT_EQ(asked.host.accounting().acquired_suites(), before);
         EXPECT_THAT((std::array{suites.draw != nullptr, suites.supplier != nullptr, suites.surface != nullptr,
@@ -163,7 +163,7 @@ TEST(DrawbotSuites, GroupStopsAtTheFirstMissingSuiteAndKeepsThoseBefore) {
         EXPECT_EQ(AnswerOf(asked, release), (Answer{0, 1, ""}));
         EXPECT_TRUE(asked.host.accounting().idle()) << "the group is given back";
         std::vector<std::string> not_had;
-        for (std::size_t i = missing; i < std::size(group); ++i)
+        for (size_t i = missing; i < std::size(group); ++i)
             not_had.push_back("released suite \"" + group[i].first + "\" version " +
                               std::to_string(group[i].second) + ", which is not acquired");
         EXPECT_EQ(asked.host.accounting().misuse_texts(), not_had) << "and as a whole, in its order";

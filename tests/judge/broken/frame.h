@@ -33,7 +33,7 @@ inline unsigned char* row_of(const PF_LayerDef& world, A_long y) {
 struct Recipe {
     const PF_LayerDef* input = nullptr;
     PF_LayerDef picture{};
-    std::size_t pixel = 0;
+    size_t pixel = 0;
     unsigned char tint = 0;
 };
 
@@ -41,15 +41,15 @@ inline void mix_row(const Recipe& recipe, A_long y, A_long width, unsigned char*
     static unsigned char shared[1 << 16];
     const unsigned char* in = row_of(*recipe.input, y);
     if (is("WrongStride"))
-        in = row_of(*recipe.input, 0) + recipe.pixel * static_cast<std::size_t>(y * recipe.input->width);
+        in = row_of(*recipe.input, 0) + recipe.pixel * static_cast<size_t>(y * recipe.input->width);
     const PF_LayerDef& picture = recipe.picture;
     const unsigned char* over = picture.data ? row_of(picture, y % picture.height) : nullptr;
     // The picture may have another depth than the frame: no more is read than a row has.
-    const std::size_t over_size = std::min(static_cast<std::size_t>(picture.width) * recipe.pixel,
-                                           static_cast<std::size_t>(std::abs(picture.rowbytes)));
-    const std::size_t size = static_cast<std::size_t>(width) * recipe.pixel;
+    const size_t over_size = std::min(static_cast<size_t>(picture.width) * recipe.pixel,
+                                      static_cast<size_t>(std::abs(picture.rowbytes)));
+    const size_t size = static_cast<size_t>(width) * recipe.pixel;
     unsigned char* const row = is("SharedScratch") ? shared : out;
-    for (std::size_t i = 0; i < size; ++i)
+    for (size_t i = 0; i < size; ++i)
         row[i] = static_cast<unsigned char>(in[i] + (over ? over[i % over_size] : 0) + recipe.tint);
     if (row == out) return;
     usleep(1);

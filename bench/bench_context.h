@@ -1,10 +1,10 @@
-// Everything that the benches share: one effect, and the bare GL work of one size and depth at a time.
+// What all benches share: one effect, and the bare GL work of one size and depth at a time.
 #pragma once
 
 #include <optional>
 
 #include "bench/bare_gl.h"
-#include "bench/stage.h"
+#include "bench/effect_runner.h"
 
 namespace flumo::bench {
 
@@ -17,19 +17,19 @@ struct FrameSize {
 struct BenchOptions {
     /// Size of the frames of the standard scenes.
     FrameSize size;
-    /// How long one case may go on repeating itself. A case of a frame has two turns in any event.
+    /// How long one case may be repeated. A case of a frame has at least two turns.
     double seconds_per_case = 30;
 };
 
 host::FrameRequest request_for(const FrameSize& size, host::Depth depth);
 
-class Theatre {
+class BenchContext {
   public:
-    explicit Theatre(const BenchOptions& options) : options_(options) {}
+    explicit BenchContext(const BenchOptions& options) : options_(options) {}
 
     const BenchOptions& options() const { return options_; }
-    Stage& stage() { return stage_; }
-    /// Warm: the driver's code for both sides is made and all memory touched.
+    EffectRunner& runner() { return runner_; }
+    /// The bare GL work, warmed up: the driver has compiled its programs and all memory was touched.
     BareGl& bare(const FrameSize& size, host::Depth depth);
 
   private:
@@ -42,7 +42,7 @@ class Theatre {
     };
 
     BenchOptions options_;
-    Stage stage_;
+    EffectRunner runner_;
     std::optional<Bare> bare_;
 };
 

@@ -1,4 +1,4 @@
-#include "bench/stage.h"
+#include "bench/effect_runner.h"
 
 #include <iostream>
 #include <sstream>
@@ -11,21 +11,21 @@ namespace flumo::bench {
 
 namespace {
 
-// The entry point is a plain function, so what it measures and whom it asks is kept by thread.
+// The entry point is a plain function, so its cost and its handler are kept per thread.
 thread_local Cost command_cost;
-thread_local const RenderAnswer* substitute = nullptr;
+thread_local const RenderHandler* render_handler = nullptr;
 
-PF_Err answer_render(PF_InData* in_data, PF_OutData* out_data, void* extra) {
-    if (substitute == nullptr)
+PF_Err handle_render(PF_InData* in_data, PF_OutData* out_data, void* extra) {
+    if (render_handler == nullptr)
         return EffectMain(PF_Cmd_SMART_RENDER, in_data, out_data, nullptr, nullptr, extra);
-    return (*substitute)(in_data, out_data, static_cast<PF_SmartRenderExtra*>(extra));
+    return (*render_handler)(in_data, out_data, static_cast<PF_SmartRenderExtra*>(extra));
 }
 
 PF_Err timed_main(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** params,
                   PF_LayerDef* output, void* extra) {
     if (cmd != PF_Cmd_SMART_RENDER) return EffectMain(cmd, in_data, out_data, params, output, extra);
     PF_Err err = PF_Err_NONE;
-    command_cost = cost_of([&] { err = answer_render(in_data, out_data, extra); });
+    command_cost = cost_of([&] { err = handle_render(in_data, out_data, extra); });
     return err;
 }
 
@@ -39,22 +39,24 @@ std::string start(host::Host& host) {
 
 }  // namespace
 
-Stage::Stage() : module_(timed_main, PluginDataEntryFunction), host_(module_), driver_(start(host_)) {}
+EffectRunner::EffectRunner()
+    : module_(timed_main, PluginDataEntryFunction), host_(module_), driver_(start(host_)) {}
 
-RenderCost Stage::render(host::Instance& instance, const host::FrameRequest& request, host::World& output) {
+RenderCost EffectRunner::render(host::Instance& instance, const host::FrameRequest& request,
+                                host::World& output) {
     const Cost call = cost_of([&] { instance.render(request, output); });
     return {call, command_cost};
 }
 
-RenderCost Stage::render(host::Instance& instance, const host::FrameRequest& request, host::World& output,
-                         const RenderAnswer& answer) {
-    substitute = &answer;
-    const auto forget = [](const RenderAnswer**) { substitute = nullptr; };
-    const std::unique_ptr<const RenderAnswer*, decltype(forget)> scope(&substitute, forget);
+RenderCost EffectRunner::render(host::Instance& instance, const host::FrameRequest& request,
+                                host::World& output, const RenderHandler& handler) {
+    render_handler = &handler;
+    const auto forget = [](const RenderHandler**) { render_handler = nullptr; };
+    const std::unique_ptr<const RenderHandler*, decltype(forget)> scope(&render_handler, forget);
     return render(instance, request, output);
 }
 
-PF_Err ask_host_alone(PF_InData* in_data, PF_OutData*, PF_SmartRenderExtra* extra) {
+PF_Err call_host_alone(PF_InData* in_data, PF_OutData*, PF_SmartRenderExtra* extra) {
     ParamSnapshot snapshot;
     snapshot.in_data = in_data;
     PF_Err err = TakeParamSnapshot(snapshot);

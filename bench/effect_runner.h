@@ -1,4 +1,4 @@
-// The effect, linked in, on the stand-in host; and a place from which a bench can look inside a render call.
+// The effect, linked in, in the stand-in host, with render calls that can be measured in parts.
 #pragma once
 
 #include <functional>
@@ -11,8 +11,8 @@
 
 namespace flumo::bench {
 
-/// Stands in for the effect's answer to PF_Cmd_SMART_RENDER.
-using RenderAnswer = std::function<PF_Err(PF_InData*, PF_OutData*, PF_SmartRenderExtra*)>;
+/// Replaces the effect's handler of PF_Cmd_SMART_RENDER.
+using RenderHandler = std::function<PF_Err(PF_InData*, PF_OutData*, PF_SmartRenderExtra*)>;
 
 struct RenderCost {
     /// The host's whole render call: pre-render, output world and render.
@@ -21,20 +21,20 @@ struct RenderCost {
     Cost command;
 };
 
-class Stage {
+class EffectRunner {
   public:
-    /// Starts the host; the driver's lines that the effect prints go nowhere.
-    Stage();
+    /// Starts the host. The lines about the driver that the effect prints are not shown.
+    EffectRunner();
 
     host::Host& host() { return host_; }
     /// "version | vendor | renderer", as the effect printed them.
     const std::string& driver() const { return driver_; }
 
-    /// One frame by the effect.
+    /// Renders one frame with the effect.
     RenderCost render(host::Instance& instance, const host::FrameRequest& request, host::World& output);
-    /// One render call in which `answer` takes the place of the effect's own answer to the render command.
+    /// One render call in which `handler` replaces the effect's own handler of the render command.
     RenderCost render(host::Instance& instance, const host::FrameRequest& request, host::World& output,
-                      const RenderAnswer& answer);
+                      const RenderHandler& handler);
 
   private:
     host::Module module_;
@@ -42,7 +42,7 @@ class Stage {
     std::string driver_;
 };
 
-/// What the effect asks of the host for a frame, without any drawing: the stub of an effect.
-PF_Err ask_host_alone(PF_InData* in_data, PF_OutData* out_data, PF_SmartRenderExtra* extra);
+/// A render handler that makes the same calls of the host as the effect, and draws nothing.
+PF_Err call_host_alone(PF_InData* in_data, PF_OutData* out_data, PF_SmartRenderExtra* extra);
 
 }  // namespace flumo::bench

@@ -44,6 +44,8 @@ constexpr Case kCases[] = {
     {"frames.output-world", 3, play_output_world, "an output world of another place and size than announced"},
     {"frames.row-order", 3, play_row_order, "negative row bytes give the same frame"},
     {"frames.world-flags", 3, play_world_flags, "further bits in the flags of worlds change nothing"},
+    {"frames.empty-result", 3, play_empty_result,
+     "nothing announced only where the frame is the input, which the host then shows"},
     {"frames.pre-render-output", 3, play_pre_render_output, "junk in the record that pre-render fills in"},
     {"frames.time", 3, play_time, "time scales, time that runs backwards, stills as the flags promise"},
     {"frames.other-hosts", 3, play_other_hosts, "parameters in smart commands, controls after the last one"},

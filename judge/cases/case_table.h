@@ -50,6 +50,7 @@ void play_input_layer(CaseContext&);
 void play_output_world(CaseContext&);
 void play_row_order(CaseContext&);
 void play_world_flags(CaseContext&);
+void play_empty_result(CaseContext&);
 void play_pre_render_output(CaseContext&);
 void play_time(CaseContext&);
 void play_other_hosts(CaseContext&);

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstring>
 
+#include "host/frame.h"
 #include "judge/cases/case_table.h"
 #include "judge/engine/frame_judge.h"
 
@@ -24,6 +25,12 @@ constexpr std::pair<const char*, PF_LRect> kInputRects[] = {{"masked", {8, 6, 31
 
 constexpr std::pair<const char*, PF_LRect> kOutputRects[] = {{"larger", kBeyondTheLayer},
                                                              {"smaller", {8, 6, 31, 22}}};
+
+/// Requests that an effect may have no result for: nothing, a place outside, and small parts.
+constexpr std::pair<const char*, PF_LRect> kSmallRequests[] = {{"nothing", {9, 9, 9, 9}},
+                                                               {"outside", {60, 50, 70, 60}},
+                                                               {"pixel", {20, 11, 21, 12}},
+                                                               {"corner", {36, 27, 40, 30}}};
 
 host::FrameRequest frame_of(host::Depth depth) {
     host::FrameRequest request;
@@ -99,6 +106,26 @@ void judge_deep_bit(Fixture& fixture) {
     } catch (const host::HostError& error) {
         fixture.context().note("the deep bit on float worlds to make no difference", error.what());
     }
+}
+
+/// After an empty result the host sends no render command and shows its input unchanged.
+void judge_empty_result(Fixture& fixture, host::Depth depth, const PF_LRect& region) {
+    CaseContext& context = fixture.context();
+    const auto instance = fixture.host().new_instance();
+    host::FrameRequest request = with_input(frame_of(depth));
+    const host::World whole = instance->render(request);
+    request.region = region;
+    const bool is_empty = host::is_empty(instance->plan(request).result_rect);
+    const host::World shown = instance->render(request);
+    int others = 0;
+    for (int y = 0; is_empty && y < shown.height(); ++y) {
+        for (int x = 0; x < shown.width(); ++x)
+            others += shown.rgba(x, y) != whole.rgba(region.left + x, region.top + y);
+    }
+    context.expect(others == 0, "an empty result only where the frame is the input",
+                   std::to_string(others) + " other pixels in the whole frame");
+    request.region.reset();
+    judge_same(context, whole, instance->render(request), "the frame before the small request");
 }
 
 /// Junk in every member; both rectangles are empty by having their edges in the wrong order.
@@ -203,6 +230,16 @@ void play_world_flags(CaseContext& context) {
         for_each_depth(fixture, "observed", [&](host::Depth depth) { judge_flags(fixture, depth); });
         if (fixture.has_flag2(PF_OutFlag2_FLOAT_COLOR_AWARE))
             fixture.step("deep-bit@32", [&] { judge_deep_bit(fixture); });
+    });
+}
+
+void play_empty_result(CaseContext& context) {
+    with_fixture(context, [](Fixture& fixture) {
+        for (const auto& [name, region] : kSmallRequests) {
+            for_each_depth(fixture, name, [&, rect = region](host::Depth depth) {
+                judge_empty_result(fixture, depth, rect);
+            });
+        }
     });
 }
 

@@ -90,6 +90,7 @@ constexpr Broken kBroken[] = {
     {"WritesInputWidth", "frames.output-world", "changed bytes after a row"},
     {"RefusesNegativeRows", "frames.row-order", "PF_Cmd_SMART_RENDER failed with 516"},
     {"RefusesUnknownFlags", "frames.world-flags", "PF_Cmd_SMART_RENDER failed with 516"},
+    {"SkipsSmallRequests", "frames.empty-result", "only where the frame is the input; 12 other pixels"},
     {"KeepsJunkRects", "frames.pre-render-output", "announced into a cleared record; others"},
     {"HidesTimeDependence", "frames.time", "NON_PARAM_VARY is not set; "},
     {"CountsTimeScale", "frames.time", "counted in 1/30 seconds; "},

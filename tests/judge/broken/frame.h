@@ -175,6 +175,8 @@ inline PF_Err pre_render(const PF_InData& in, PF_PreRenderExtra& extra) {
     const PF_Err error = extra.cb->checkout_layer(in.effect_ref, 0, 0, &extra.input->output_request,
                                                   in.current_time, in.time_step, in.time_scale, &result);
     extra.output->result_rect = result.result_rect;
+    const PF_LRect& asked = extra.input->output_request.rect;
+    if (is("SkipsSmallRequests") && asked.right - asked.left < 5) extra.output->result_rect = {};
     if (!is("KeepsJunkRects") || extra.output->max_result_rect.left == 0)
         extra.output->max_result_rect = result.max_result_rect;
     return error;

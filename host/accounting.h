@@ -1,4 +1,4 @@
-// What the host has lent and not got back, and what an effect did that it must not do.
+// What the host has lent and not received back, and what an effect did that it must not do.
 #pragma once
 
 #include <array>
@@ -52,11 +52,11 @@ class Accounting {
   public:
     explicit Accounting(const HandleTable& handles) : handles_(handles) {}
 
-    /// Nothing at all is lent: no handle lives, no lock is held, everything is back.
+    /// Nothing is lent: no handle is alive, no lock is held, everything was given back.
     bool clean() const;
-    /// As clean(), except that handles may live as long as none is locked: the state between calls.
+    /// As clean(), except that handles may be alive while none is locked: the state between calls.
     bool idle() const;
-    /// What stands out, a line each; empty when clean().
+    /// What is still lent, a line each; empty when clean().
     std::string describe() const;
 
     int lent(Lent what) const;

@@ -1,5 +1,5 @@
-// The call into the effect that a thread is in. Most of the host's functions are given nothing that says
-// who asks, so the running call is kept by thread.
+// The call into the effect that a thread is in. Most of the host's functions have no parameter that tells
+// the caller, so the running call is kept per thread.
 #pragma once
 
 #include <exception>
@@ -40,7 +40,7 @@ struct Call {
     /// False for a call that the host makes while it answers another: only the outer one is counted.
     bool counted;
     std::vector<ParamLoan> params;
-    /// What the host itself failed with while it answered; the effect was told an error number.
+    /// The exception of a callback of the host; the effect got an error number.
     std::exception_ptr problem;
 };
 
@@ -59,8 +59,8 @@ class CurrentCall {
     Call* outer_;
 };
 
-/// While it lives, calls into the effect from this thread are the host's own housekeeping: what they ask
-/// of the host is neither counted nor failed.
+/// While it exists, calls into the effect from this thread are the host's own management: the callbacks
+/// that they use are neither counted nor failed.
 class UncountedCalls {
   public:
     explicit UncountedCalls(Host& host) : call_(host), current_(call_) {}

@@ -39,8 +39,8 @@ struct EventOutcome {
     bool handled() const { return (flags & PF_EO_HANDLED_EVENT) != 0; }
 };
 
-/// Plays events on one control in one context, whose handle and words of the effect's own last as long as
-/// this object. Keeps the four words that a click hands to its drags. `suites` (a panel) is borrowed; without
+/// Sends events to one control in one context, whose handle and words of the effect are kept as long as
+/// this object. Keeps the four words that a click passes to drags. `suites` (a panel) is borrowed; without
 /// one the drawing and application suites are missing.
 class ControlEvents {
   public:
@@ -57,7 +57,7 @@ class ControlEvents {
     /// The pointer moves over the control.
     EventOutcome move(PF_Point point);
     EventOutcome leave();
-    /// The control is elsewhere from now on, also during a drag.
+    /// Moves the control to another place, also during a drag.
     void resize(const PF_UnionableRect& frame) { place_.frame = frame; }
 
     EventOutcome click(PF_Point point, int clicks = 1, PF_Modifiers modifiers = PF_Mod_NONE);

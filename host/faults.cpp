@@ -6,8 +6,8 @@ namespace flumo::host {
 
 namespace {
 
-/// What a kind of call can be made to answer.
-/// A thing that is given back is back even when the host reports an error.
+/// The ways in which a kind of call can fail.
+/// What is given back is returned even when the host reports an error.
 enum class Failing { kNever, kNullOnly, kErrorOnly, kErrorOrNull, kAcquire, kGiveBack };
 
 struct CallbackRow {

@@ -80,7 +80,7 @@ enum class FaultMode : uint8_t {
 /// The ways in which a call can fail; none for calls without a result.
 std::vector<FaultMode> fault_modes(Callback which);
 
-/// Thread-safe. Off until told otherwise; counting is always on.
+/// Thread-safe. Nothing fails until it is asked for; counting is always on.
 class Faults {
   public:
     /// Calls since the last reset, of all threads.

@@ -1,4 +1,4 @@
-// One frame on its way through the effect: where its rectangles lie and which worlds belong to it.
+// The state of one frame while the effect renders it: its rectangles and its worlds.
 #pragma once
 
 #include <list>
@@ -34,7 +34,7 @@ struct FrameState {
     World* output = nullptr;
 };
 
-/// Throws std::invalid_argument for a request that makes no sense.
+/// Throws std::invalid_argument for a request with values out of range.
 FrameState begin_frame(const FrameRequest& request, InputLayers& input_layers);
 
 /// The world that an effect gets for a result, or for the place that the request itself names.

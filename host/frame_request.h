@@ -1,4 +1,4 @@
-// What a host asks of an effect for one frame.
+// What a host requests from an effect for one frame.
 #pragma once
 
 #include <functional>
@@ -29,7 +29,7 @@ struct FrameRequest {
     int row_padding = 8;
     /// The input layer at current resolution; transparent when null. Its size is that of `input_rect`.
     Layer input{};
-    /// Where the input layer lies, in layer pixels at the current resolution; the whole frame by default. A
+    /// The place of the input layer, in layer pixels at the current resolution; the whole frame by default. A
     /// masked layer is smaller than the frame, a grown one larger.
     std::optional<PF_LRect> input_rect{};
     /// The output world, and the input world unless `input` is given, have negative row bytes.
@@ -42,11 +42,11 @@ struct FrameRequest {
     bool gives_params = false;
     /// Frames that the layer's time moves in one step of the composition; negative when it runs backwards.
     int local_step = 1;
-    /// What the host answers when the effect asks whether to stop; 0 when unset.
+    /// The host's result when the effect asks whether to stop; 0 when unset.
     std::function<PF_Err()> abort{};
 };
 
-/// What the effect answered to pre-render.
+/// The effect's result of pre-render.
 struct FramePlan {
     PF_LRect result_rect{};
     PF_LRect max_result_rect{};

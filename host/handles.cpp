@@ -11,10 +11,10 @@ namespace {
 
 constexpr int kGuard = 0xA5;
 constexpr size_t kGuardSize = 16;
-/// New blocks up to this size hold junk, so that no effect comes to rely on zeros.
+/// New blocks up to this size hold junk, so that no effect relies on zeros.
 constexpr uint64_t kJunkLimit = 4096;
 constexpr int kJunk = 0xCD;
-/// From this size on a freed block is worth keeping: the system would take its pages back.
+/// Freed blocks from this size on are kept, as the system would reclaim their pages.
 constexpr uint64_t kSpareMinimum = 65536;
 constexpr size_t kSpareCount = 8;
 constexpr size_t kRememberedHandles = 1024;

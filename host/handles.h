@@ -23,8 +23,8 @@ struct LiveHandle {
 };
 
 /// Thread-safe. A disposed handle keeps a null master pointer for a long while, so that a stale copy of
-/// it reads as empty. Freed blocks are kept for the next handle of the same size: a frame's read-back
-/// buffer is asked for on every frame.
+/// it reads as empty. Freed blocks are kept for the next handle of the same size: every frame makes a
+/// read-back buffer.
 class HandleTable {
   public:
     HandleTable();

@@ -33,7 +33,7 @@ Host::~Host() {
     try {
         global_setdown();
     } catch (const std::exception&) {
-        // No caller is left to tell; what stays alive stands in the accounting until here.
+        // A destructor has no caller to report to; the accounting has what was not given back.
     }
 }
 

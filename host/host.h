@@ -1,4 +1,4 @@
-// A stand-in for the host application: it plays the host's part towards one loaded effect.
+// A stand-in for the host application: it calls one loaded effect as the host would.
 //
 //   Module module(path);
 //   Host host(module);
@@ -96,7 +96,7 @@ class Host final : public CommandSender {
     const HostOptions& options() const { return options_; }
     const Module& module() const { return module_; }
 
-    /// Sends any command outside an instance and reports what came back; throws nothing of the effect's.
+    /// Sends any command outside an instance; throws nothing for a failure of the effect.
     Outcome send(PF_Cmd command, void* extra = nullptr) override;
 
     // For the other files of the host.

@@ -210,7 +210,7 @@ Outcome Instance::send_event(PF_EventExtra& event, SuiteProvider* suites, double
     std::vector<PF_ParamDef> params = params_at(frame, values);
     PF_ParamDef& param = params.at(static_cast<size_t>(index));
     if (param.param_type == PF_Param_ARBITRARY_DATA) {
-        // The effect edits in place, and values may be shared: it gets a copy, kept if it says so.
+        // The effect edits in place, and values may be shared: it gets a copy, kept when it is marked.
         const UncountedCalls uncounted(host_);
         Value& value = values[static_cast<size_t>(index)];
         value = Arbitrary(std::get<Arbitrary>(value)->copy());

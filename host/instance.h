@@ -33,18 +33,18 @@ class Instance {
     /// Renders into a new world. Throws HostError.
     World render(const FrameRequest& request);
     /// Renders into `output`, which keeps its memory when its shape fits. Its pixels are not cleared: after
-    /// a HostError it holds what the effect left. After an empty result it holds the input, as far as that
-    /// was asked for.
+    /// a HostError it holds what the effect wrote. After an empty result it holds the requested part of the
+    /// input.
     void render(const FrameRequest& request, World& output);
     /// Pre-render alone.
     FramePlan plan(const FrameRequest& request);
 
-    /// Turns the sequence data into its stored form, as before a save, and returns a copy of the bytes.
+    /// Flattens the sequence data, as before a save, and returns a copy of the bytes.
     std::vector<std::byte> flatten();
     /// After flatten(), or after opening a project: hands the stored form to the effect, then frees it.
     void resetup();
     void resetup(std::span<const std::byte> stored);
-    /// The stored form, without touching the live data.
+    /// The stored form, without a change of the live data.
     std::vector<std::byte> flattened_copy();
     /// A second instance with the same values and sequence data.
     std::unique_ptr<Instance> duplicate();

@@ -29,7 +29,7 @@ void write_time_and_place(const FrameState& state, PF_InData& in_data) {
     in_data.extent_hint = state.request_rect;
 }
 
-/// Gives back the pre-render data of a frame at the end of it.
+/// Frees the pre-render data of a frame at its end.
 struct PreRenderData {
     void* data = nullptr;
     PF_DeletePreRenderDataFunc free_data = nullptr;
@@ -65,7 +65,7 @@ class FrameRun {
         return output;
     }
 
-    /// What a host shows when the effect has nothing to give: its input.
+    /// What a host shows for an empty result: the input layer unchanged.
     void copy_input(World& output) const {
         const PF_EffectWorld& record = state_.input_record;
         const PF_LRect place{record.origin_x, record.origin_y, record.origin_x + record.width,

@@ -1,4 +1,4 @@
-// Suites that a host has for the length of a call only, such as those of a panel.
+// Suites that a host offers during one call only, such as those of a panel.
 #pragma once
 
 #include <string_view>

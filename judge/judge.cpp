@@ -14,7 +14,7 @@ using nlohmann::json;
 
 constexpr const char* kSetUp = "set-up";
 constexpr const char* kEndOfProcess = "end-of-process";
-/// After so many ended processes a case is given up.
+/// After this many ended processes a case is not continued.
 constexpr int kMostEndedProcesses = 3;
 constexpr int kFirstSignal = 128;
 constexpr size_t kLongestTail = 200;

@@ -37,7 +37,7 @@ struct CaseResult {
     std::vector<Finding> findings{};
     std::vector<Finding> notes{};
 
-    /// Whether it failed before its first step, so that cases of higher levels have nothing to work with.
+    /// Whether it failed before its first step, so that cases of higher levels cannot run.
     bool failed_in_set_up() const;
 };
 
@@ -58,7 +58,7 @@ class Judge {
 /// Whether the case was played to its end and never came to the one step that was chosen.
 bool lacks_step(const CaseResult& result, const StepChoice& choice);
 
-/// What "CASE" or "CASE:STEP" names. Nothing for a case that there is not.
+/// What "CASE" or "CASE:STEP" names. Nothing for a case that does not exist.
 struct Place {
     const Case* played = nullptr;
     StepChoice choice;

@@ -1,4 +1,4 @@
-// The application's colours, its colour picker, and the way from an event to what can be drawn on.
+// The application's colours, its colour picker, and the drawing reference of an event.
 #include "host/callbacks/answer.h"
 #include "host/callbacks/refuse.h"
 #include "host/panel/panel.h"

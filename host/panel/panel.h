@@ -1,4 +1,4 @@
-// A piece of the effect panel to draw on: the drawing suites on a Cairo image.
+// A part of the effect panel to draw on: the drawing suites on a Cairo image.
 //
 //   Panel panel({.width = 150, .height = 50, .scale = 2});
 //   ControlEvents(*instance, {.index = 26}, &panel).draw();
@@ -20,7 +20,7 @@ namespace flumo::host {
 /// The byte order that the panel prefers and supports for images; with kNeither it supports none.
 enum class PixelLayout { kArgb, kBgra, kNeither };
 
-/// Answer of the colour picker: 0 and a colour, PF_Interrupt_CANCEL, or an error.
+/// Result of the colour picker: 0 and a colour, PF_Interrupt_CANCEL, or an error.
 struct PickedColour {
     PF_Err status = PF_Interrupt_CANCEL;
     PF_PixelFloat colour{};

@@ -37,7 +37,7 @@ struct Image {
     CairoSurface surface;
 };
 
-/// Something that the effect made and must release.
+/// An object that the effect made and must release.
 struct DrawingObject {
     std::variant<Pen, Brush, Path, Image> content;
     int references = 1;

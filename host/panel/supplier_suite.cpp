@@ -11,7 +11,7 @@ namespace flumo::host {
 
 namespace {
 
-/// Where the channels of a pixel of four bytes lie.
+/// The places of the channels in a pixel of four bytes.
 struct LayoutRow {
     DRAWBOT_PixelLayout layout;
     int red, green, blue, alpha;

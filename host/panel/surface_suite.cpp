@@ -17,7 +17,7 @@ void set_path(cairo_t* cairo, Path& path) {
     cairo_append_path(cairo, &elements);
 }
 
-/// What Cairo made of it, as the effect's error number. A failed context stays failed.
+/// Cairo's status as the effect's error number. A failed context stays failed.
 PF_Err painted(cairo_t* cairo) {
     return cairo_status(cairo) == CAIRO_STATUS_SUCCESS ? PF_Err_NONE : PF_Err_INTERNAL_STRUCT_DAMAGED;
 }

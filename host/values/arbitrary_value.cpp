@@ -36,7 +36,7 @@ std::shared_ptr<ArbitraryValue> make(CommandSender& sender, const Control& contr
     try {
         ask(sender, control, selector, extra);
     } catch (const HostError&) {
-        // Half a value may have been made before the failure.
+        // A part of a value may have been made before the failure.
         if (handle) const ArbitraryValue owner(sender, control, handle);
         throw;
     }
@@ -55,7 +55,7 @@ ArbitraryValue::~ArbitraryValue() {
     try {
         ask(sender_, control_, PF_Arbitrary_DISPOSE_FUNC, extra);
     } catch (const HostError&) {
-        // The handle then stands in the accounting.
+        // The accounting then reports the handle.
     }
 }
 

@@ -1,4 +1,4 @@
-// A value of an arbitrary-data control, worked on through the effect's own callbacks.
+// A value of an arbitrary-data control, used through the effect's own callbacks.
 #pragma once
 
 #include <memory>
@@ -22,13 +22,13 @@ class ArbitraryValue {
     ArbitraryValue(const ArbitraryValue&) = delete;
     ArbitraryValue& operator=(const ArbitraryValue&) = delete;
 
-    /// The effect's fresh value, which is not the control's default.
+    /// The effect's new value, which is not the control's default.
     static std::shared_ptr<ArbitraryValue> fresh(CommandSender& sender, const Control& control);
-    /// A copy of the default that the control was registered with; fresh when there is none.
+    /// A copy of the default that the control was registered with; a new value without one.
     static std::shared_ptr<ArbitraryValue> default_of(CommandSender& sender, const Control& control);
     static std::shared_ptr<ArbitraryValue> unflatten(CommandSender& sender, const Control& control,
                                                      std::span<const std::byte> bytes);
-    /// What the effect reads out of a text.
+    /// What the effect scans from a text.
     static std::shared_ptr<ArbitraryValue> scan(CommandSender& sender, const Control& control,
                                                 const std::string& text);
     /// Between left (t = 0) and right (t = 1).

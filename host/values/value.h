@@ -1,4 +1,4 @@
-// What a control can hold, and how it changes over time.
+// The value of a control, and how it changes over time.
 #pragma once
 
 #include <functional>

@@ -17,7 +17,7 @@ constexpr std::byte kGuard{0xA5};
 constexpr size_t kMargin = 64;
 constexpr float kFull16 = 32768.0f;
 
-// The host alone knows the depth of a world; it lies in reserved fields so that copies of the record,
+// Only the host knows the depth of a world; it is in reserved fields so that copies of the record,
 // such as the one inside a checked-out control, keep it.
 void* depth_mark() {
     static const char mark = 0;
@@ -131,7 +131,7 @@ void World::allocate() {
     }
     memory_size_ = rowbytes() * static_cast<size_t>(shape_.height) + 2 * kMargin;
     memory_.reset();
-    // calloc leaves untouched pages to the system: a world that is never written costs nothing.
+    // calloc does not touch pages: a world that is never written uses no memory.
     memory_ = {static_cast<std::byte*>(std::calloc(memory_size_, 1)), [](std::byte* p) { std::free(p); }};
     if (!memory_) throw std::bad_alloc();
     std::fill_n(memory_.get(), kMargin, kGuard);

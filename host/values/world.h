@@ -1,4 +1,4 @@
-// The host's images. Channels lie alpha first; rows are padded, and the padding as well as the memory
+// The host's images. Alpha is the first channel; rows are padded, and the padding as well as the memory
 // before and after the pixels carries guard bytes, so that a write past a row can be found afterwards.
 #pragma once
 
@@ -30,7 +30,7 @@ struct WorldShape {
     /// Left and top in layer pixels at the current resolution.
     int origin_x = 0;
     int origin_y = 0;
-    /// The last row lies first in memory, so that the record has negative row bytes.
+    /// The last row is the first in memory, so that the record has negative row bytes.
     bool bottom_up = false;
     /// Bits of the record's flags (PF_WorldFlag_...) besides those that the depth sets.
     A_long extra_flags = 0;

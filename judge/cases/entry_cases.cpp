@@ -1,4 +1,4 @@
-// Level 1: what an effect says about itself, and that it can be set up and down.
+// Level 1: what an effect registers and announces, and that it can be set up and down.
 #include <algorithm>
 #include <limits>
 

@@ -40,7 +40,7 @@ Answer registered(const std::vector<host::Control>& controls) {
     return answer;
 }
 
-/// Set-down for when the operation before it may have failed.
+/// Set-down after an operation that may have failed.
 void set_down(host::Host& host) {
     try {
         host.global_setdown();
@@ -48,7 +48,7 @@ void set_down(host::Host& host) {
     }
 }
 
-/// Keeps an instance from a operation's preparation to its end.
+/// Keeps an instance from an operation's preparation to its end.
 class HeldInstance {
   public:
     explicit HeldInstance(host::Host& host) : host_(host) {}
@@ -171,7 +171,7 @@ class ValueSweep {
                },
                [&] { disposed = raw_copy(host_, control_, left_->handle()); },
                [&] {
-                   // What a failure has left is disposed of at the second call.
+                   // What a failure left over is disposed of at the second call.
                    if (host_.handles().lives(disposed)) dispose(host_, control_, disposed);
                }});
     }

@@ -23,7 +23,7 @@ host::FrameRequest frame_of(int width, int height, host::Depth depth, int row_pa
     return request;
 }
 
-/// What the host asks when only some part of a 40 x 30 frame is seen.
+/// Requests of a host that shows only a part of a 40 x 30 frame.
 constexpr std::pair<const char*, PF_LRect> kRegions[] = {
     {"inside", {5, 7, 20, 19}},       {"corner", {0, 0, 1, 1}},     {"last-pixel", {39, 29, 40, 30}},
     {"across", {-10, -10, 15, 12}},   {"beyond", {30, 20, 60, 50}}, {"empty", {10, 10, 10, 10}},

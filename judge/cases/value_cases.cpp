@@ -1,4 +1,4 @@
-// Level 2: the laws of arbitrary data; level 5: stored bytes that are damaged.
+// Level 2: the rules of arbitrary data; level 5: stored bytes that are damaged.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -17,7 +17,7 @@ using SharedValue = std::shared_ptr<host::ArbitraryValue>;
 constexpr int kDamagedValues = 200;
 constexpr int kForeignBytes = 32;
 
-/// A default and a fresh value; what comes between them too.
+/// A default value, a new one, and interpolations between them.
 std::array<SharedValue, 3> sample_values(host::Host& host, const host::Control& control) {
     const SharedValue standard = host::ArbitraryValue::default_of(host, control);
     const SharedValue fresh = host::ArbitraryValue::fresh(host, control);
@@ -36,7 +36,7 @@ void judge_copy(Fixture& fixture, const host::Control& control) {
     context.expect(copy->handle() != original->handle(), "a handle of its own for a copy", "the original's");
     context.expect(equal(*original, *copy), "a copy that equals its original", "another value");
     original.reset();
-    // Whatever the copy still shared has now other contents.
+    // What the copy shared with the original has now other contents.
     std::vector<SharedValue> others;
     for (int i = 0; i < 8; ++i)
         others.push_back(host::ArbitraryValue::fresh(fixture.host(), control));
@@ -88,7 +88,7 @@ void judge_text(Fixture& fixture, const host::Control& control, const host::Arbi
                    "an end after " + std::to_string(end) + " characters");
 }
 
-/// Any answer is right as long as the command returns.
+/// Any result is accepted as long as the command returns.
 void scan(Fixture& fixture, const host::Control& control, const std::string& text) {
     try {
         host::ArbitraryValue::scan(fixture.host(), control, text)->flatten();
@@ -96,7 +96,7 @@ void scan(Fixture& fixture, const host::Control& control, const std::string& tex
     }
 }
 
-/// Damaged bytes may be refused, or give some value; that value can then be worked with.
+/// Damaged bytes may be refused, or give any value, with which all callbacks then work.
 void take_damaged(Fixture& fixture, const host::Control& control, std::span<const std::byte> bytes) {
     SharedValue value;
     try {

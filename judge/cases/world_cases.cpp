@@ -15,7 +15,7 @@ constexpr int kWidth = 40;
 constexpr int kHeight = 30;
 /// A tenth of the layer beyond each edge.
 constexpr PF_LRect kBeyondTheLayer{-4, -3, 44, 33};
-/// Set in the flags of float worlds by a host.
+/// A host was seen to set it in the flags of float worlds.
 constexpr A_long kObservedFlag = 0x02000000;
 
 constexpr std::pair<const char*, PF_LRect> kInputRects[] = {{"masked", {8, 6, 31, 22}},

@@ -28,7 +28,7 @@ struct CallersContext::Handles {
     EGLContext context;
 };
 
-// OpenGL ES, so that an effect that puts back the context but not the interface is seen, too.
+// OpenGL ES, so that an effect that restores the context but not the interface is found, too.
 std::unique_ptr<CallersContext> CallersContext::make() {
     const EGLint wanted[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT,
                              EGL_NONE};

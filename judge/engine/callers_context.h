@@ -1,4 +1,4 @@
-// An OpenGL context of the caller's own, which an effect must leave as it finds it.
+// An OpenGL context of the caller, which an effect must leave unchanged.
 #pragma once
 
 #include <memory>

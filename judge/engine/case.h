@@ -14,7 +14,7 @@ struct Case {
     /// 1 entry and registration, 2 controls and state, 3 frames, 4 events and drawing, 5 faults and threads.
     int level;
     void (*play)(CaseContext&);
-    /// What it holds the effect to, in a line.
+    /// What it checks, in a line.
     std::string_view about;
 };
 

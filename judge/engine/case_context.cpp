@@ -17,7 +17,7 @@ uint64_t hash_of(const std::string& text) {
     return hash;
 }
 
-/// Texts of an effect may hold anything.
+/// Texts of an effect may contain any bytes.
 std::string line(const nlohmann::json& object) {
     return object.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
 }

@@ -13,7 +13,7 @@ namespace {
 /// A number that no effect uses.
 constexpr PF_Err kPlannedError = 7321;
 
-/// The host itself refuses to take the thing back, so that it stays out.
+/// The host itself refuses to take the thing back, so that it stays lent.
 bool is_giving_back(host::Callback which) {
     constexpr host::Callback kReturns[] = {host::Callback::kReleaseSuite, host::Callback::kCheckinParam,
                                            host::Callback::kCheckinLayerPixels,
@@ -28,7 +28,7 @@ bool is_question_of_depth(host::Callback which) {
            which == host::Callback::kGetPixelDataFloat;
 }
 
-/// A clean-up that runs in full after a failure gives back what was never had; that does no harm.
+/// A full clean-up after a failure gives back what was never acquired, which does no harm.
 bool is_needless_return(host::MisuseKind kind) {
     return kind == host::MisuseKind::kNotCheckedOut || kind == host::MisuseKind::kNotAcquired ||
            kind == host::MisuseKind::kNotLocked;

@@ -21,7 +21,7 @@ namespace flumo::judge {
 struct Answer {
     /// The effect reported an error, or visibly gave nothing.
     bool refused = false;
-    /// All that came out, to compare with; the error's text after a HostError.
+    /// All results, to compare with; the error's text after a HostError.
     std::string result{};
     PF_Err error = PF_Err_NONE;
 };
@@ -32,7 +32,7 @@ struct Operation {
     std::string name;
     std::function<Answer()> run;
     std::function<void()> prepare = [] {};
-    /// Gives back what `run` has handed out.
+    /// Gives back what `run` has acquired.
     std::function<void()> restore = [] {};
     /// Called after each run with a failure, before `restore`.
     std::function<void()> judge = [] {};

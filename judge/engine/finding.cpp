@@ -6,7 +6,7 @@ namespace flumo::judge {
 
 namespace {
 
-/// Fit for a shell.
+/// Quoted for a shell.
 std::string quoted(const std::string& text) {
     const auto plain = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||

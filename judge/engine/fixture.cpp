@@ -43,7 +43,7 @@ void Fixture::set_down() {
     context_.step("set-down", [this] {
         host_.accounting().forget_misuses();
         host_.global_setdown();
-        // A loss may come back at set-down; that is no finding.
+        // What was lost may be given back at set-down; that is no finding.
         Ledger left = read_ledger(host_);
         for (auto& [what, count] : lost_)
             count = std::min(count, left[what]);

@@ -23,11 +23,11 @@ class Fixture {
 
     /// Sets the module up. Throws HostError.
     void start();
-    /// A step of the context at whose end everything must be back that was lent in it, without a misuse.
+    /// A step of the context, which must give back at its end all that was lent in it, without a misuse.
     void step(const std::string& name, const std::function<void()>& body);
 
-    /// From here on what is out beyond the state after set-up counts as lost and judged: set-down need not
-    /// bring it back.
+    /// What is lent now beyond the state after set-up counts as lost and reported: set-down need not give it
+    /// back.
     void write_off_losses();
     /// The last step.
     void set_down();

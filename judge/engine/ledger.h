@@ -1,4 +1,4 @@
-// What a host has lent out at one moment, to compare with another moment.
+// What a host has lent at one moment, to compare with another moment.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace flumo::judge {
 /// Kinds of things that a host lends.
 enum class Lent : uint8_t { kControl, kLayer, kDrawingObject, kSuite, kHandle, kLock };
 
-/// How many of each are out, by kind and, for suites, name and version. Things of which none is out are
+/// How many of each are lent, by kind and, for suites, name and version. Kinds of which none is lent are
 /// absent.
 using Ledger = std::map<std::pair<Lent, std::string>, int>;
 
@@ -24,11 +24,11 @@ struct LedgerDifference {
     /// A sentence.
     std::string text;
 
-    /// Memory, which the host can do without, and no control, layer, suite or drawing object.
+    /// Whether it is memory alone, and no control, layer, suite or drawing object.
     bool is_memory() const { return kind == Lent::kHandle || kind == Lent::kLock; }
 };
 
-/// One for each thing of which more (or fewer) are out than before.
+/// One for each kind of which more (or fewer) are lent than before.
 std::vector<LedgerDifference> differences(const Ledger& before, const Ledger& after);
 
 /// Takes the misuses that were noted since the last time.

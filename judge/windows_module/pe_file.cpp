@@ -20,7 +20,7 @@ constexpr size_t kSectionHeaderSize = 40;
 constexpr size_t kExportTable = 0;
 constexpr size_t kResourceTable = 2;
 constexpr uint32_t kHighBit = 0x80000000;
-/// More entries than this in one table is damage.
+/// A table with more entries than this is taken as damaged.
 constexpr uint32_t kMostEntries = 4096;
 
 std::vector<std::byte> read_file(const std::filesystem::path& path) {

@@ -1,4 +1,4 @@
-// The property list by which a host on Windows knows an effect before it loads it.
+// The property list that a host on Windows reads before it loads an effect.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ struct PropertyList {
     int32_t flags2 = 0;
 };
 
-/// Properties of other keys are passed over. Throws ModuleError where the list is damaged or lacks one of
+/// Properties of other keys are ignored. Throws ModuleError where the list is damaged or lacks one of
 /// the above; `name` is what the message calls it.
 PropertyList parse_property_list(const std::string& name, std::span<const std::byte> bytes);
 /// From the resources of a Windows module, or from a file that holds nothing but the list. Throws
@@ -32,7 +32,7 @@ PropertyList parse_property_list(const std::string& name, std::span<const std::b
 PropertyList read_property_list(const std::filesystem::path& path);
 
 bool is_windows_module(const std::filesystem::path& path);
-/// Finds fault with a Windows module that lacks an export.
+/// Reports a finding for a Windows module that lacks an export.
 void judge_exports(CaseContext& context, const std::filesystem::path& module, const std::string& entry_point);
 
 }  // namespace flumo::judge

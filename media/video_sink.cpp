@@ -22,7 +22,7 @@ Words notes_of(const VideoFormatRow& row, const VideoSettings& settings) {
         words.insert(words.end(), {"-metadata", key + "=" + text});
     };
     if (!row.has_notes) return words;
-    add("software", kSoftware);
+    add("software", software_name());
     if (!settings.scene.empty() && settings.scene.size() <= kLongestScene) add(kSceneKey, settings.scene);
     return words;
 }

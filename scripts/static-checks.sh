@@ -17,5 +17,5 @@ run-clang-tidy -p "$build" -quiet -j "$(nproc)" "${checks[@]}" "^$PWD/(effect|ho
 
 # cppcheck 2.10 follows neither string views nor braces that call a constructor: its lifetimes are often none.
 cppcheck -j "$(nproc)" --quiet --std=c++20 --language=c++ --enable=warning,performance,portability --inline-suppr --library=qt \
-    --suppress=danglingTemporaryLifetime --suppress=returnDanglingLifetime --error-exitcode=1 -I . \
+    --suppress=danglingTemporaryLifetime --suppress=returnDanglingLifetime --suppress=invalidLifetime --error-exitcode=1 -I . \
     --template='{file}:{line}: {severity} {id}: {message}' effect host judge base scene media job cli frei0r studio bench

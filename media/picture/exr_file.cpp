@@ -149,7 +149,7 @@ Imf::Header header_of(const PictureShape& shape, const FrameNotes& notes) {
     Imf::addChromaticities(header, Imf::Chromaticities());  // Rec. ITU-R BT.709, as sRGB
     Imf::addComments(header, notes.linear ? kLinearComment : kDisplayComment);
     header.insert(kColourSpaceAttribute, Imf::StringAttribute(notes.linear ? kLinear : kDisplay));
-    header.insert("software", Imf::StringAttribute(kSoftware));
+    header.insert("software", Imf::StringAttribute(software_name()));
     add_scene(header, notes.scene);
     return header;
 }

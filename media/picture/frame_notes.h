@@ -8,8 +8,9 @@
 
 namespace flumo::media {
 
-/// What wrote the file: in OpenEXR the attribute `software`, in PNG and in videos a text of that name.
-inline constexpr const char* kSoftware = "Flumo " FLUMO_VERSION;
+/// What wrote the file, with its version: in OpenEXR the attribute `software`, in PNG and in videos a text of
+/// that name.
+std::string software_name();
 
 /// The name under which PNG and videos store the scene. OpenEXR has it in attributes that begin so.
 inline constexpr const char* kSceneKey = "flumoScene";

@@ -133,7 +133,7 @@ class PngWriter : public PictureWriter {
     PngWriter(const std::filesystem::path& path, const PictureShape& shape, const FrameNotes& notes)
         : bits_(shape.depth == host::Depth::k8 ? 8 : 16), file_(std::fopen(path.c_str(), "wb"), std::fclose) {
         if (!file_) throw std::runtime_error(std::generic_category().message(errno));
-        const std::string software = kSoftware;
+        const std::string software = software_name();
         const std::array texts = {text_chunk(kSoftwareKey, software), text_chunk(kSceneKey, notes.scene)};
         write_header(shape, std::span(texts).first(notes.scene.empty() ? 1 : 2));
     }

@@ -13,7 +13,7 @@ HOST_BASE = ["effect_api", "host/module", "host/values"]
 HOST = HOST_BASE + ["host"]
 JOB = HOST + ["base", "scene", "scene/gradient", "media", "media/picture"]
 # A folder stands for the files directly in it; with "/**" also for those in the folders below.
-STUDIO = JOB + ["job"]
+STUDIO = JOB + ["job", "studio/theme"]
 RULES = {
     "effect_api": [],
     "effect/identity": ["effect_api"],
@@ -52,7 +52,8 @@ RULES = {
     "cli/options": JOB + ["host/panel", "job", "cli/terminal"],
     "cli/commands": JOB + ["host/panel", "judge", "judge/engine", "judge/cases", "job", "cli/files", "cli/options",
                            "cli/terminal", "effect/params/control_table.h"],
-    "studio/document": STUDIO,
+    "studio/theme": [],
+    "studio/document": JOB + ["job"],
     "studio/preview": STUDIO + ["studio/document"],
     "studio/controls": STUDIO + ["host/panel", "studio/document"],
     "studio/timeline": STUDIO + ["studio/document", "studio/preview"],

@@ -8,11 +8,11 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "studio/theme/theme.h"
+
 namespace flumo::studio {
 namespace {
 
-// Logical pixels.
-constexpr int kGap = 4;
 constexpr std::array kResolutions = {1, 2, 4};
 constexpr std::array kZooms = {25, 50, 100, 200, 400, 800};
 
@@ -43,7 +43,7 @@ PreviewPanel::PreviewPanel(Preview& preview, QWidget* parent)
     message_->setObjectName(QStringLiteral("message"));
     message_->setWordWrap(true);
     message_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    message_->setMargin(2 * kGap);
+    message_->setMargin(2 * kGrid);
     message_->setAutoFillBackground(true);
     QPalette colours = message_->palette();
     colours.setColor(QPalette::Window, QColor(0xb0, 0x30, 0x28));
@@ -53,7 +53,7 @@ PreviewPanel::PreviewPanel(Preview& preview, QWidget* parent)
     layout->addWidget(message_);
     layout->addWidget(view_, 1);
     auto* line = new QHBoxLayout;
-    line->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
+    line->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
     pixel_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     pixel_->setText(QStringLiteral(" "));
     line->addWidget(pixel_, 1);
@@ -81,8 +81,8 @@ QComboBox* PreviewPanel::add_box(QHBoxLayout& bar, const QString& name, const QS
 
 QHBoxLayout* PreviewPanel::build_bar() {
     auto* bar = new QHBoxLayout;
-    bar->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
-    bar->setSpacing(kGap);
+    bar->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
+    bar->setSpacing(kGrid);
     QStringList zooms = {tr("Fit")};
     for (const int percent : kZooms)
         zooms << tr("%1 %").arg(percent);

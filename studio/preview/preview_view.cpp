@@ -7,16 +7,18 @@
 #include <algorithm>
 #include <cmath>
 
+#include "studio/theme/theme.h"
+
 namespace flumo::studio {
 namespace {
 
 constexpr double kSmallestZoom = 1.0 / 64;
 constexpr double kLargestZoom = 64;
 // Logical pixels.
-constexpr double kMargin = 8;
-constexpr int kSquare = 8;
-constexpr double kKeyStep = 32;
-constexpr double kWipeGrip = 4;
+constexpr double kMargin = 2 * kGrid;
+constexpr int kSquare = 2 * kGrid;
+constexpr double kKeyStep = 8 * kGrid;
+constexpr double kWipeGrip = kGrid;
 
 // Two light and two dark squares.
 QBrush checkerboard() {

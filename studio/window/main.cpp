@@ -43,6 +43,9 @@ int run() {
     job::Session session(parser.value(module).toStdString());
     MainWindow window(session);
     window.show();
+    const QStringList files = parser.positionalArguments();
+    if (!files.isEmpty()) window.files().open(files.front().toStdString());
+    window.files().offer_left_work();
     return QApplication::exec();
 }
 

@@ -7,6 +7,8 @@
 #include "studio/document/document.h"
 #include "studio/preview/preview.h"
 #include "studio/preview/preview_panel.h"
+#include "studio/theme/theme.h"
+#include "studio/window/file_actions.h"
 
 namespace flumo::studio {
 
@@ -20,6 +22,12 @@ class MainWindow : public QMainWindow {
     Document& document() { return *document_; }
     Preview& preview() { return *preview_; }
     PreviewPanel& preview_panel() { return *preview_panel_; }
+    FileActions& files() { return *files_; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     /// A dock with this widget; `name` is unique, for the stored layout.
@@ -27,11 +35,18 @@ class MainWindow : public QMainWindow {
                           QWidget* widget);
     void add_docks();
     void add_menus();
+    void fill_view_menu(QMenu& menu);
+    void choose_theme(Theme theme);
+    void show_name();
+    void restore_layout();
+    void store_layout() const;
 
     job::Session& session_;
     Document* document_;
     Preview* preview_;
     PreviewPanel* preview_panel_;
+    FileActions* files_;
+    bool may_close_ = false;
 };
 
 }  // namespace flumo::studio

@@ -28,7 +28,7 @@ void Preview::set_channels(Channels channels) {
 
 void Preview::set_playing(bool playing) {
     playing_ = playing;
-    if (!playing) order();
+    order();
 }
 
 void Preview::set_cache_limit(std::size_t bytes) {

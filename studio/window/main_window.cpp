@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
+#include <QShortcut>
 
 #include "studio/window/settings_dialog.h"
 
@@ -35,6 +36,7 @@ MainWindow::MainWindow(job::Session& session, QWidget* parent)
       document_(new Document(session.catalog(), session.host(), this)),
       preview_(new Preview(*document_, this)),
       preview_panel_(new PreviewPanel(*preview_, this)),
+      timeline_(new TimelinePanel(*document_, *preview_)),
       files_(new FileActions(*document_, *this)) {
     apply_theme(stored_theme());
     setCentralWidget(preview_panel_);
@@ -64,7 +66,7 @@ void MainWindow::add_docks() {
     QDockWidget* const controls =
         add_dock(Qt::RightDockWidgetArea, QStringLiteral("controls"), tr("Controls"), new QWidget);
     QDockWidget* const timeline =
-        add_dock(Qt::BottomDockWidgetArea, QStringLiteral("timeline"), tr("Timeline"), new QWidget);
+        add_dock(Qt::BottomDockWidgetArea, QStringLiteral("timeline"), tr("Timeline"), timeline_);
     resizeDocks({looks, controls}, {kLooksWidth, kControlsWidth}, Qt::Horizontal);
     resizeDocks({timeline}, {kTimelineHeight}, Qt::Vertical);
 }
@@ -84,6 +86,28 @@ void MainWindow::add_menus() {
     });
     edit->addAction(tr("Re&load Layers"), Qt::Key_F5, preview_, &Preview::reload);
     fill_view_menu(*menuBar()->addMenu(tr("&View")));
+    fill_playback_menu(*menuBar()->addMenu(tr("&Playback")));
+}
+
+void MainWindow::fill_playback_menu(QMenu& menu) {
+    Player* const player = &timeline_->player();
+    QAction* const play = menu.addAction(tr("&Play"), player, &Player::toggle);
+    play->setShortcuts({Qt::CTRL | Qt::Key_Space});
+    connect(player, &Player::playing_changed, play,
+            [play](bool playing) { play->setText(playing ? tr("&Pause") : tr("&Play")); });
+    menu.addAction(tr("&Next Frame"), Qt::ALT | Qt::Key_Right, player, &Player::step_forward);
+    menu.addAction(tr("Pre&vious Frame"), Qt::ALT | Qt::Key_Left, player, &Player::step_back);
+    menu.addAction(tr("&First Frame"), Qt::ALT | Qt::Key_Home, player, &Player::go_to_first);
+    menu.addAction(tr("&Last Frame"), Qt::ALT | Qt::Key_End, player, &Player::go_to_last);
+    menu.addSeparator();
+    menu.addAction(tr("Show &All Frames"), Qt::ALT | Qt::Key_0, &timeline_->view(), &TimelineView::fit);
+    // Elsewhere the space bar presses buttons and check boxes.
+    for (QWidget* const place :
+         {static_cast<QWidget*>(preview_panel_), static_cast<QWidget*>(&timeline_->view())}) {
+        auto* shortcut = new QShortcut(Qt::Key_Space, place);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, player, &Player::toggle);
+    }
 }
 
 void MainWindow::fill_view_menu(QMenu& menu) {

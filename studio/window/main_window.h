@@ -8,6 +8,7 @@
 #include "studio/preview/preview.h"
 #include "studio/preview/preview_panel.h"
 #include "studio/theme/theme.h"
+#include "studio/timeline/timeline_panel.h"
 #include "studio/window/file_actions.h"
 
 namespace flumo::studio {
@@ -22,6 +23,7 @@ class MainWindow : public QMainWindow {
     Document& document() { return *document_; }
     Preview& preview() { return *preview_; }
     PreviewPanel& preview_panel() { return *preview_panel_; }
+    TimelinePanel& timeline() { return *timeline_; }
     FileActions& files() { return *files_; }
 
   protected:
@@ -36,6 +38,7 @@ class MainWindow : public QMainWindow {
     void add_docks();
     void add_menus();
     void fill_view_menu(QMenu& menu);
+    void fill_playback_menu(QMenu& menu);
     void choose_theme(Theme theme);
     void show_name();
     void restore_layout();
@@ -45,6 +48,7 @@ class MainWindow : public QMainWindow {
     Document* document_;
     Preview* preview_;
     PreviewPanel* preview_panel_;
+    TimelinePanel* timeline_;
     FileActions* files_;
     bool may_close_ = false;
 };

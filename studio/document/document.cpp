@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "host/values/arbitrary_value.h"
-#include "scene/gradient_stops.h"
+#include "scene/gradient/gradient_stops.h"
 #include "scene/keyframe_text.h"
 #include "scene/scene_text.h"
 
@@ -245,6 +245,10 @@ void Document::set_interpolation(const Control& control, int frame, scene::Inter
 
 void Document::set_size(const FrameSize& size) {
     edit(tr("Change size"), [&](SceneState& state) { state.scene.size = size; });
+}
+
+void Document::set_resolution(const Resolution& resolution) {
+    edit(tr("Change resolution"), [&](SceneState& state) { state.scene.resolution = resolution; });
 }
 
 void Document::set_depth(int depth) {

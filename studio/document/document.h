@@ -31,7 +31,7 @@ class Document : public QObject {
     const scene::ControlCatalog& catalog() const { return catalog_; }
     host::Host& host() const { return host_; }
 
-    /// Size, depth, frames and rate are always there.
+    /// Size, resolution, depth, frames and rate are always there.
     const scene::Scene& scene() const { return state_->scene; }
     /// The same, for threads and for later comparison; never changed.
     const SharedState& state() const { return state_; }
@@ -80,6 +80,8 @@ class Document : public QObject {
     void set_interpolation(const scene::Control& control, int frame, scene::Interpolation interpolation);
 
     void set_size(const FrameSize& size);
+    /// What is rendered of the size.
+    void set_resolution(const Resolution& resolution);
     /// 8, 16 or 32.
     void set_depth(int depth);
     /// Not empty.
@@ -95,7 +97,7 @@ class Document : public QObject {
   signals:
     /// Value or keyframes of the control with this index.
     void control_changed(int index);
-    /// Size, depth, frames, rate or description.
+    /// Size, resolution, depth, frames, rate or description.
     void settings_changed();
     void frame_changed(int frame);
     /// Every control may have changed; control_changed() is not emitted then.

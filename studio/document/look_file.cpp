@@ -6,20 +6,17 @@
 #include <fstream>
 
 #include "base/failure.h"
-#include "job/render_job.h"
 #include "media/new_file.h"
+#include "media/picture_file.h"
 #include "scene/scene_text.h"
 
 namespace flumo::studio {
 namespace {
 
 scene::Scene scene_in_header(const std::filesystem::path& path, const scene::ControlCatalog& catalog) {
-    job::RenderRequest request;
-    request.from = path;
-    request.output = media::OutputPattern("/dev/null");
-    job::RenderJob job = job::make_render_job(request, catalog);
-    return {
-        {}, job.size, static_cast<int>(job.depth), std::move(job.frames), job.rate, std::move(job.tracks)};
+    const media::FrameNotes notes = media::read_notes(path);
+    if (notes.scene.empty()) throw input_failure(path.string() + ": no scene of flumo in its header");
+    return scene::parse_scene(notes.scene, path, catalog);
 }
 
 }  // namespace
@@ -46,7 +43,10 @@ void write_text_file(const std::filesystem::path& path, std::string_view text) {
 }
 
 std::string look_text(const scene::Scene& scene) {
-    return scene::scene_text({scene.description, {}, {}, {}, {}, scene.tracks});
+    scene::Scene look;
+    look.description = scene.description;
+    look.tracks = scene.tracks;
+    return scene::scene_text(look);
 }
 
 scene::Scene parse_look(std::string_view text, const scene::ControlCatalog& catalog) {

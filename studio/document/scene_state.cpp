@@ -28,6 +28,7 @@ bool same_control(const SceneState& a, const SceneState& b, int index) {
 SceneState filled_in(scene::Scene scene) {
     scene::Scene plain;
     plain.size = FrameSize{};
+    plain.resolution = Resolution{};
     plain.depth = 8;
     plain.frames = std::vector{0};
     plain.rate = host::FrameRate{};
@@ -36,6 +37,7 @@ SceneState filled_in(scene::Scene scene) {
 
 SceneState filled_in(scene::Scene scene, const scene::Scene& present) {
     if (!scene.size) scene.size = present.size;
+    if (!scene.resolution) scene.resolution = present.resolution;
     if (!scene.depth) scene.depth = present.depth;
     if (!scene.frames || scene.frames->empty()) scene.frames = present.frames;
     if (!scene.rate) scene.rate = present.rate;
@@ -61,8 +63,9 @@ std::vector<int> changed_controls(const SceneState& from, const SceneState& to) 
 }
 
 bool same_settings(const scene::Scene& a, const scene::Scene& b) {
-    return a.size->width == b.size->width && a.size->height == b.size->height && a.depth == b.depth &&
-           a.frames == b.frames && a.rate->num == b.rate->num && a.rate->den == b.rate->den;
+    return a.size->width == b.size->width && a.size->height == b.size->height &&
+           a.resolution == b.resolution && a.depth == b.depth && a.frames == b.frames &&
+           a.rate->num == b.rate->num && a.rate->den == b.rate->den;
 }
 
 bool same_scene(const SceneState& a, const SceneState& b) {

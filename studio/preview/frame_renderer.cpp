@@ -52,7 +52,8 @@ std::shared_ptr<const host::World> FrameRenderer::render(const SharedState& stat
     request.depth = static_cast<host::Depth>(*scene.depth);
     request.frame = place.frame;
     request.rate = *scene.rate;
-    request.downsample_x = request.downsample_y = {1, static_cast<A_u_long>(place.divisor)};
+    request.downsample_x = request.downsample_y = {
+        scene.resolution->num, static_cast<A_u_long>(scene.resolution->den * place.divisor)};
     request.abort = [&] {
         aborted = aborted || abort();
         return aborted ? PF_Interrupt_CANCEL : PF_Err_NONE;

@@ -11,7 +11,7 @@
 
 namespace flumo::studio {
 
-/// A frame's resolution as one pixel of `divisor` in each direction: 1 is full, 2 half, 4 a quarter.
+/// A frame at the scene's resolution (divisor 1), or at one half (2) or one quarter (4) of it.
 struct FramePlace {
     int frame = 0;
     int divisor = 1;

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "base/frame_size.h"
+#include "base/resolution.h"
 #include "host/values/world.h"
 #include "studio/document/scene_state.h"
 #include "studio/preview/display.h"
@@ -35,8 +36,8 @@ struct ShownFrame {
     std::shared_ptr<const host::World> world;
     QImage image;
 
-    /// At full resolution.
-    FrameSize full_size() const { return *state->scene.size; }
+    /// Of the finished picture.
+    FrameSize full_size() const { return reduced(*state->scene.size, *state->scene.resolution); }
 };
 
 }  // namespace flumo::studio

@@ -11,6 +11,7 @@
 
 #include "base/failure.h"
 #include "base/frame_rate.h"
+#include "base/resolution.h"
 #include "scene/frame_list.h"
 #include "studio/theme/theme.h"
 
@@ -26,6 +27,7 @@ SettingsDialog::SettingsDialog(Document& document, QWidget* parent)
       document_(document),
       width_(new QSpinBox(this)),
       height_(new QSpinBox(this)),
+      resolution_(new QComboBox(this)),
       depth_(new QComboBox(this)),
       frames_(new QLineEdit(this)),
       rate_(new QLineEdit(this)),
@@ -39,6 +41,11 @@ SettingsDialog::SettingsDialog(Document& document, QWidget* parent)
     }
     width_->setValue(scene.size->width);
     height_->setValue(scene.size->height);
+    resolution_->setEditable(true);
+    for (const char* const choice : {"full", "half", "third", "quarter"})
+        resolution_->addItem(QLatin1String(choice));
+    resolution_->setCurrentText(QString::fromStdString(resolution_text(*scene.resolution)));
+    resolution_->setToolTip(tr("full, half, third, quarter, or a fraction such as 2/3"));
     depth_->addItems({tr("8 bits"), tr("16 bits"), tr("32 bits (float)")});
     depth_->setCurrentIndex(
         static_cast<int>(std::distance(kDepths.begin(), std::ranges::find(kDepths, *scene.depth))));
@@ -54,6 +61,7 @@ SettingsDialog::SettingsDialog(Document& document, QWidget* parent)
     form->setContentsMargins(4 * kGrid, 4 * kGrid, 4 * kGrid, 4 * kGrid);
     form->addRow(tr("&Width"), width_);
     form->addRow(tr("&Height"), height_);
+    form->addRow(tr("Re&solution"), resolution_);
     form->addRow(tr("&Depth"), depth_);
     form->addRow(tr("&Frames"), frames_);
     form->addRow(tr("&Rate"), rate_);
@@ -69,8 +77,10 @@ SettingsDialog::SettingsDialog(Document& document, QWidget* parent)
 void SettingsDialog::take() try {
     std::vector<int> frames = scene::parse_frame_list(frames_->text().trimmed().toStdString());
     const host::FrameRate rate = parse_frame_rate(rate_->text().trimmed().toStdString());
+    const Resolution resolution = parse_resolution(resolution_->currentText().trimmed().toStdString());
     document_.begin_gesture(tr("Change scene settings"));
     document_.set_size({width_->value(), height_->value()});
+    document_.set_resolution(resolution);
     document_.set_depth(kDepths.at(static_cast<std::size_t>(depth_->currentIndex())));
     document_.set_frames(std::move(frames));
     document_.set_rate(rate);

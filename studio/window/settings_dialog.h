@@ -25,6 +25,7 @@ class SettingsDialog : public QDialog {
     Document& document_;
     QSpinBox* width_;
     QSpinBox* height_;
+    QComboBox* resolution_;
     QComboBox* depth_;
     QLineEdit* frames_;
     QLineEdit* rate_;

@@ -74,6 +74,7 @@ TEST(StudioFiles, ComeBackAsTheyWereFromScenesPicturesAndTheClipboard) {
         scene::Scene pasted = window.document().scene();
         const auto saved = scene::read_scene(folder / "copy.json", session().catalog());
         pasted.size = saved.size;
+        pasted.resolution = saved.resolution;
         pasted.frames = saved.frames;
         pasted.rate = saved.rate;
         pasted.depth = saved.depth;

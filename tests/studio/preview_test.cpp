@@ -5,6 +5,7 @@
 #include <QTest>
 #include <fstream>
 
+#include "media/picture/exr_file.h"
 #include "media/picture_file.h"
 #include "media/world_picture.h"
 #include "scene/scene_text.h"
@@ -70,6 +71,9 @@ TEST(Preview, ShowsAfterEveryEditWhatFlumoRendersFromTheSavedScene) {
     document.set_depth(16);
     document.reset(open.control("LinesVisible"));
     expect_same("another depth");
+    document.set_resolution({1, 2});
+    expect_same("half of it");
+    document.set_resolution({});
     document.set_depth(32);
     document.reset(open.control("Gradient"));
     document.set_size({64, 30});

@@ -70,6 +70,8 @@ class Recovery : public QObject {
     Recovery(const Recovery&) = delete;
     Recovery& operator=(const Recovery&) = delete;
 
+    /// False where the folder of recoveries cannot be written: nothing is kept.
+    bool can_write() const { return file_.is_locked(); }
     /// The file that is edited, for the one who finds the work.
     void set_document_path(const std::filesystem::path& path) { path_ = path; }
     /// Goes on in the file of work that was taken up.

@@ -209,6 +209,9 @@ void FileActions::when_saved(const std::function<void()>& then) {
 }
 
 void FileActions::offer_left_work() {
+    if (!recovery_.can_write())
+        show_failure(tr("Unsaved work cannot be kept: the folder %1 cannot be written.")
+                         .arg(shown(recovery_folder())));
     std::vector<LeftWork> works = left_work(recovery_folder(), document_.catalog());
     if (works.empty()) return;
     // Of several the newest comes first; the next start offers the others.

@@ -49,6 +49,13 @@ int run() {
     return QApplication::exec();
 }
 
+// On standard error, and in a window where somebody can close it.
+void tell(const char* why) {
+    std::fprintf(stderr, "flumo-studio: %s\n", why);
+    if (QApplication::platformName() == QLatin1String("offscreen")) return;
+    QMessageBox::critical(nullptr, QApplication::applicationDisplayName(), QString::fromUtf8(why));
+}
+
 }  // namespace
 }  // namespace flumo::studio
 
@@ -62,14 +69,10 @@ int main(int argc, char** argv) {
     try {
         return flumo::studio::run();
     } catch (const flumo::Failure& failure) {
-        std::fprintf(stderr, "flumo-studio: %s\n", failure.what());
-        QMessageBox::critical(nullptr, QApplication::applicationDisplayName(),
-                              QString::fromUtf8(failure.what()));
+        flumo::studio::tell(failure.what());
         return flumo::studio::exit_status(failure.kind());
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "flumo-studio: %s\n", error.what());
-        QMessageBox::critical(nullptr, QApplication::applicationDisplayName(),
-                              QString::fromUtf8(error.what()));
+        flumo::studio::tell(error.what());
         return 1;
     }
 }

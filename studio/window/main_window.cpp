@@ -1,15 +1,20 @@
 #include "studio/window/main_window.h"
 
 #include <QAction>
-#include <QActionGroup>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
 #include <QShortcut>
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "studio/window/settings_dialog.h"
+#include "studio/window/view_menu.h"
 
 namespace flumo::studio {
 namespace {
@@ -22,11 +27,6 @@ constexpr int kTimelineHeight = 36 * kGrid;
 
 const QString kGeometry = QStringLiteral("window/geometry");
 const QString kLayout = QStringLiteral("window/layout");
-const QString kTheme = QStringLiteral("window/light");
-
-Theme stored_theme() {
-    return QSettings().value(kTheme, false).toBool() ? Theme::kLight : Theme::kDark;
-}
 
 }  // namespace
 
@@ -38,7 +38,7 @@ MainWindow::MainWindow(job::Session& session, QWidget* parent)
       preview_panel_(new PreviewPanel(*preview_, this)),
       timeline_(new TimelinePanel(*document_, *preview_)),
       files_(new FileActions(*document_, *this)) {
-    apply_theme(stored_theme());
+    restore_view_settings(*preview_);
     setCentralWidget(preview_panel_);
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
     setAcceptDrops(true);
@@ -85,8 +85,15 @@ void MainWindow::add_menus() {
         dialog->open();
     });
     edit->addAction(tr("Re&load Layers"), Qt::Key_F5, preview_, &Preview::reload);
-    fill_view_menu(*menuBar()->addMenu(tr("&View")));
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    fill_view_menu(*view, *preview_panel_, *preview_);
+    view->addSeparator();
+    for (QDockWidget* const dock : findChildren<QDockWidget*>())
+        view->addAction(dock->toggleViewAction());
+    view->addAction(tr("&Next Panel"), Qt::Key_F6, this, [this] { focus_panel(1); });
+    view->addAction(tr("&Previous Panel"), Qt::SHIFT | Qt::Key_F6, this, [this] { focus_panel(-1); });
     fill_playback_menu(*menuBar()->addMenu(tr("&Playback")));
+    fill_help_menu(*menuBar()->addMenu(tr("&Help")));
 }
 
 void MainWindow::fill_playback_menu(QMenu& menu) {
@@ -110,37 +117,43 @@ void MainWindow::fill_playback_menu(QMenu& menu) {
     }
 }
 
-void MainWindow::fill_view_menu(QMenu& menu) {
-    PreviewView* const view = &preview_panel_->view();
-    menu.addAction(tr("&Fit"), Qt::CTRL | Qt::Key_0, view, &PreviewView::fit);
-    menu.addAction(tr("&Actual Pixels"), Qt::CTRL | Qt::Key_1, view, [view] { view->set_zoom(1); });
-    menu.addAction(tr("Zoom &In"), QKeySequence::ZoomIn, view, &PreviewView::zoom_in);
-    menu.addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, view, &PreviewView::zoom_out);
-    QAction* const smooth = menu.addAction(tr("&Blend Magnified Pixels"));
-    smooth->setCheckable(true);
-    connect(smooth, &QAction::toggled, view, &PreviewView::set_smooth);
-    menu.addSeparator();
-    QMenu* const channels = menu.addMenu(tr("&Channels"));
-    const QStringList names = {tr("&RGB"),  tr("Re&d"),   tr("&Green"),
-                               tr("&Blue"), tr("&Alpha"), tr("&Luminance")};
-    for (int i = 0; i < names.size(); ++i) {
-        channels->addAction(names[i], QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i)), this,
-                            [this, i] { preview_panel_->choose_channels(i); });
-    }
-    menu.addSeparator();
-    for (QDockWidget* const dock : findChildren<QDockWidget*>())
-        menu.addAction(dock->toggleViewAction());
-    menu.addSeparator();
-    QAction* const light = menu.addAction(tr("&Light Colours"));
-    light->setCheckable(true);
-    light->setChecked(stored_theme() == Theme::kLight);
-    connect(light, &QAction::toggled, this,
-            [this](bool on) { choose_theme(on ? Theme::kLight : Theme::kDark); });
+void MainWindow::fill_help_menu(QMenu& menu) {
+    menu.addAction(tr("&About Flumo Studio"), this, [this] {
+        auto* box =
+            new QMessageBox(QMessageBox::NoIcon, tr("About Flumo Studio"),
+                            tr("<b>Flumo Studio %1</b><p>Makes looks of the Flumo effect.</p><p>Qt %2, "
+                               "used under the terms of the LGPL 3.</p>")
+                                .arg(QApplication::applicationVersion(), QLatin1String(qVersion())),
+                            QMessageBox::Ok, this);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
+    });
+    menu.addAction(tr("About &Qt"), qApp, &QApplication::aboutQt);
 }
 
-void MainWindow::choose_theme(Theme theme) {
-    QSettings().setValue(kTheme, theme == Theme::kLight);
-    apply_theme(theme);
+// The preview, then the docks that are shown, from left to right and from top to bottom.
+void MainWindow::focus_panel(int step) {
+    std::vector<QWidget*> panels;
+    for (QDockWidget* const dock : findChildren<QDockWidget*>()) {
+        if (dock->isVisible()) panels.push_back(dock->widget());
+    }
+    panels.push_back(preview_panel_);
+    std::ranges::sort(panels, {}, [this](const QWidget* panel) {
+        const QPoint place = panel->mapTo(this, QPoint());
+        return std::pair(place.x(), place.y());
+    });
+    const auto present = std::ranges::find_if(panels, [](const QWidget* panel) {
+        return panel->hasFocus() || panel->isAncestorOf(QApplication::focusWidget());
+    });
+    const auto count = static_cast<std::ptrdiff_t>(panels.size());
+    const std::ptrdiff_t from = present == panels.end() ? (step > 0 ? -1 : 0) : present - panels.begin();
+    QWidget* const panel = panels[static_cast<std::size_t>((from + step + count) % count)];
+    // A panel that takes no keys itself has a part that does.
+    QWidget* target = panel == timeline_ ? &timeline_->view() : panel;
+    if (panel == preview_panel_) target = &preview_panel_->view();
+    while (target && !(target->focusPolicy() & Qt::TabFocus) && target->nextInFocusChain() != panel)
+        target = target->nextInFocusChain();
+    target->setFocus(Qt::ShortcutFocusReason);
 }
 
 void MainWindow::show_name() {

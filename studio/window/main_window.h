@@ -37,9 +37,10 @@ class MainWindow : public QMainWindow {
                           QWidget* widget);
     void add_docks();
     void add_menus();
-    void fill_view_menu(QMenu& menu);
     void fill_playback_menu(QMenu& menu);
-    void choose_theme(Theme theme);
+    void fill_help_menu(QMenu& menu);
+    /// Puts the keyboard into the next panel, or into the previous one with -1.
+    void focus_panel(int step);
     void show_name();
     void restore_layout();
     void store_layout() const;

@@ -129,6 +129,22 @@ TEST(StudioFiles, AsksBeforeWorkIsLostAndTellsWhatCannotBeReadOrWritten) {
     EXPECT_NE(read_text_file(folder / "mine.json").find("\"Scale\": 21"), std::string::npos);
 }
 
+TEST(StudioProgram, TellsInOneLineWhatKeepsItFromStarting) {
+    const auto started = [](std::vector<std::string> environment, const std::string& module) {
+        std::vector<std::string> command = {"/usr/bin/env", "QT_QPA_PLATFORM=offscreen"};
+        command.insert(command.end(), environment.begin(), environment.end());
+        command.insert(command.end(), {FLUMO_STUDIO_PROGRAM, "--module", module});
+        return flumo::test::run_program(command);
+    };
+    const auto missing = started({}, "/no/such/Flumo.so");
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_NE(missing.errors.find("flumo-studio: /no/such/Flumo.so"), std::string::npos) << missing.errors;
+    const auto driver =
+        started({"LIBGL_DRIVERS_PATH=/no", "__EGL_VENDOR_LIBRARY_FILENAMES=/no"}, FLUMO_MODULE);
+    EXPECT_EQ(driver.status, 4);
+    EXPECT_NE(driver.errors.find("no usable OpenGL"), std::string::npos) << driver.errors;
+}
+
 // Another process of this program edits a file, waits until its work is kept, and is killed.
 TEST(StudioFiles, OffersTheWorkOfAKilledProcessOnceItIsKilled) {
     const flumo::test::ScratchFolder folder;

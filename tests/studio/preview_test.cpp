@@ -1,6 +1,7 @@
 // What the preview shows, against what the command line writes.
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
 #include <fstream>
@@ -9,7 +10,7 @@
 #include "media/picture_file.h"
 #include "media/world_picture.h"
 #include "scene/scene_text.h"
-#include "studio/preview/preview.h"
+#include "studio/preview/preview_panel.h"
 #include "tests/studio/studio_fixture.h"
 #include "tests/support/program.h"
 #include "tests/support/scratch_folder.h"
@@ -105,6 +106,20 @@ TEST(Preview, GoesFromCoarseToFineAndTellsAFailureOfTheNewestLookAlone) {
     open.document.undo_stack().undo();
     open.finished();
     EXPECT_EQ(failures.count(), 1);
+
+    // A frame that fails in the effect: its message stands in the window until a frame comes.
+    PreviewPanel panel(open.preview);
+    panel.show();
+    const auto* const message = panel.findChild<QLabel*>(QStringLiteral("message"));
+    host::Faults& faults = session().host().faults();
+    faults.fail_every(host::Callback::kCheckoutOutput, host::FaultMode::kError);
+    open.document.set_value(open.control("Scale"), 44.0);
+    ASSERT_TRUE(failures.wait(60000));
+    faults.clear();
+    EXPECT_TRUE(message->isVisible() && message->text().contains(QStringLiteral("PF_Cmd_SMART_RENDER")));
+    open.document.set_value(open.control("Scale"), 45.0);
+    open.finished();
+    EXPECT_FALSE(message->isVisible());
     for (int frame = 1; frame <= 3; ++frame) {
         open.document.set_current_frame(frame);
         open.finished();

@@ -40,16 +40,29 @@ constexpr PictureFormatRow kExrRow = {
     .create = create_exr,
 };
 
-constexpr std::array<const PictureFormatRow*, 2> kRows = {&kPngRow, &kExrRow};
+constexpr std::array kRows = {&kPngRow, &kExrRow};
+
+constexpr const PictureFormatRow* find_row(PictureFormat format) {
+    for (const PictureFormatRow* row : kRows) {
+        if (row->format == format) return row;
+    }
+    return nullptr;
+}
+
+template <PictureFormat kFormat>
+const PictureFormatRow& listed_row() {
+    static_assert(find_row(kFormat) != nullptr, "kRows lacks this format");
+    return *find_row(kFormat);
+}
 
 }  // namespace
 
 const PictureFormatRow& row_of(PictureFormat format) {
     switch (format) {
         case PictureFormat::kPng:
-            return kPngRow;
+            return listed_row<PictureFormat::kPng>();
         case PictureFormat::kExr:
-            return kExrRow;
+            return listed_row<PictureFormat::kExr>();
     }
     throw std::logic_error("a picture format that does not exist");
 }

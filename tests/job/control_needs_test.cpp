@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/file_contents.h"
+#include "effect/params/noise_generator.h"
 #include "job/look.h"
 #include "job/session.h"
 #include "scene/control_needs.h"
@@ -52,13 +53,21 @@ TEST(ControlNeeds, WhatHasNoEffectChangesNoPixel) {
     dlopen("libEGL_mesa.so.0", RTLD_NOW | RTLD_NODELETE);
     Session session(FLUMO_MODULE);
     const ControlCatalog& catalog = session.catalog();
-    const std::vector<std::vector<std::pair<std::string, std::string>>> looks = {
+    std::vector<std::vector<std::pair<std::string, std::string>>> looks = {
         {},
         {{"LinesVisible", "on"}, {"Evolution", "50"}},
         {{"LinesVisible", "on"}, {"ColorizeMode", "3"}, {"LinesAlphaThreshold", "40"}, {"Complexity", "1"}},
         {{"NoiseVisible", "off"}},
     };
-    std::size_t without_effect = 0;
+    for (int type = 1; type <= kNoiseGeneratorCount; ++type) {
+        const std::string number = std::to_string(type);
+        looks.push_back({{"NoiseType", number},
+                         {"Evolution", "30"},
+                         {"LinesVisible", "on"},
+                         {"LinesAlphaNoiseType", number},
+                         {"LinesAlphaThreshold", "40"}});
+    }
+    size_t without_effect = 0;
     for (const auto& look : looks) {
         Tracks base;
         for (const auto& [id, value] : look)
@@ -117,10 +126,21 @@ TEST(ControlNeeds, TheManualHasTheTable) {
     Session session(FLUMO_MODULE, Use::kControlsAlone);
     const std::string guide = read_text_file(FLUMO_GUIDE);
     for (const scene::ControlNeeds& needs : scene::control_needs()) {
-        const std::size_t row = guide.find("\n| " + scene::needs_text(needs, session.catalog()) + " | ");
+        const size_t row = guide.find("\n| " + scene::needs_text(needs, session.catalog()) + " | ");
         ASSERT_NE(row, guide.npos) << needs.id;
         const std::string line = guide.substr(row + 1, guide.find('\n', row + 1) - row);
         EXPECT_NE(line.find(std::string(1, '`').append(needs.id).append("`")), line.npos) << line;
+    }
+}
+
+TEST(ControlCatalog, TheManualNamesEachWithItsChoices) {
+    Session session(FLUMO_MODULE, Use::kControlsAlone);
+    const std::string guide = read_text_file(FLUMO_GUIDE);
+    for (const Control& control : session.catalog().controls()) {
+        if (control.is_group_mark()) continue;
+        EXPECT_NE(guide.find(" | `" + control.id + "` | "), guide.npos) << control.id;
+        for (const std::string& choice : scene::offered_choices(control))
+            EXPECT_NE(guide.find(choice), guide.npos) << control.id << ' ' << choice;
     }
 }
 

@@ -52,6 +52,23 @@ void make_opaque(std::vector<Sample>& samples, Sample full) {
         samples[alpha] = full;
 }
 
+TEST(PictureFile, EveryFormatOfTheTableKnowsItsOwnFiles) {
+    const flumo::test::ScratchFolder folder;
+    for (const PictureFormatRow* row : picture_formats()) {
+        const std::filesystem::path path = folder / (std::string("a") + row->ending);
+        EXPECT_EQ(&row_of(row->format), row) << row->name;
+        write_picture(path, row->format, noise_picture<uint8_t>(7, 3));
+        const std::vector<uint8_t> start = read_file_start(path, 8);
+        for (const PictureFormatRow* other : picture_formats())
+            EXPECT_EQ(other->matches(start), other == row) << other->name << " for " << row->name;
+        EXPECT_TRUE(is_single_picture(path));
+        EXPECT_EQ(read_picture(path).width, 7U);
+        EXPECT_TRUE(is_whole_file(path, row->format)) << row->name;
+        std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
+        EXPECT_FALSE(is_whole_file(path, row->format)) << row->name;
+    }
+}
+
 TEST(PictureFile, ComesBackExactly) {
     const flumo::test::ScratchFolder folder;
     for (const Picture& picture : {noise_picture<uint8_t>(37, 5), noise_picture<uint16_t>(5, 37)}) {

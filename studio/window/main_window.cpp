@@ -9,10 +9,15 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QShortcut>
+#include <QStandardPaths>
+#include <QTabWidget>
 #include <algorithm>
 #include <utility>
 #include <vector>
 
+#include "studio/export/export_dialog.h"
+#include "studio/looks/looks_panel.h"
+#include "studio/looks/variations_panel.h"
 #include "studio/window/settings_dialog.h"
 #include "studio/window/view_menu.h"
 
@@ -28,6 +33,10 @@ constexpr int kTimelineHeight = 36 * kGrid;
 const QString kGeometry = QStringLiteral("window/geometry");
 const QString kLayout = QStringLiteral("window/layout");
 
+std::filesystem::path own_folder(QStandardPaths::StandardLocation location, const char* name) {
+    return std::filesystem::path(QStandardPaths::writableLocation(location).toStdString()) / name;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(job::Session& session, QWidget* parent)
@@ -37,7 +46,13 @@ MainWindow::MainWindow(job::Session& session, QWidget* parent)
       preview_(new Preview(*document_, this)),
       preview_panel_(new PreviewPanel(*preview_, this)),
       timeline_(new TimelinePanel(*document_, *preview_)),
-      files_(new FileActions(*document_, *this)) {
+      files_(new FileActions(*document_, *this)),
+      controls_(new ControlPanel(*document_)),
+      library_(new LookLibrary(own_folder(QStandardPaths::AppDataLocation, "looks"), this)),
+      thumbnailer_(new Thumbnailer(session.catalog(), session.host(),
+                                   own_folder(QStandardPaths::CacheLocation, "thumbnails"), this)),
+      comparison_(new Comparison(*document_, preview_panel_->view(), *thumbnailer_, this)),
+      exports_(new ExportQueue(session, this)) {
     restore_view_settings(*preview_);
     setCentralWidget(preview_panel_);
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
@@ -45,6 +60,13 @@ MainWindow::MainWindow(job::Session& session, QWidget* parent)
     add_docks();
     add_menus();
     connect(files_, &FileActions::name_changed, this, &MainWindow::show_name);
+    connect(controls_, &ControlPanel::failed, files_, &FileActions::show_failure);
+    connect(comparison_, &Comparison::failed, files_, &FileActions::show_failure);
+    // The preview goes before thumbnails.
+    connect(document_, &Document::control_changed, thumbnailer_, &Thumbnailer::postpone);
+    connect(document_, &Document::frame_changed, thumbnailer_, &Thumbnailer::postpone);
+    connect(preview_, &Preview::frame_shown, thumbnailer_, &Thumbnailer::postpone);
+    thumbnailer_->postpone();
     show_name();
     restore_layout();
 }
@@ -62,18 +84,43 @@ void MainWindow::add_docks() {
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     QDockWidget* const looks =
-        add_dock(Qt::LeftDockWidgetArea, QStringLiteral("looks"), tr("Looks"), new QWidget);
+        add_dock(Qt::LeftDockWidgetArea, QStringLiteral("looks"), tr("Looks"), make_looks());
     QDockWidget* const controls =
-        add_dock(Qt::RightDockWidgetArea, QStringLiteral("controls"), tr("Controls"), new QWidget);
+        add_dock(Qt::RightDockWidgetArea, QStringLiteral("controls"), tr("Controls"), controls_);
     QDockWidget* const timeline =
         add_dock(Qt::BottomDockWidgetArea, QStringLiteral("timeline"), tr("Timeline"), timeline_);
     resizeDocks({looks, controls}, {kLooksWidth, kControlsWidth}, Qt::Horizontal);
     resizeDocks({timeline}, {kTimelineHeight}, Qt::Vertical);
 }
 
+QWidget* MainWindow::make_looks() {
+    auto* const looks = new LooksPanel(*document_, *library_, *thumbnailer_);
+    connect(looks, &LooksPanel::failed, files_, &FileActions::show_failure);
+    auto* const tabs = new QTabWidget;
+    tabs->setDocumentMode(true);
+    tabs->addTab(looks, tr("Looks"));
+    tabs->addTab(new VariationsPanel(*document_, *thumbnailer_), tr("Variations"));
+    return tabs;
+}
+
+void MainWindow::show_export() {
+    if (!export_dialog_) export_dialog_ = new ExportDialog(*document_, *exports_, this);
+    export_dialog_->show();
+    export_dialog_->raise();
+    export_dialog_->activateWindow();
+}
+
+bool MainWindow::may_stop_exports() {
+    return !exports_->is_busy() ||
+           QMessageBox::question(this, tr("Exports"), tr("Stop the exports that are not finished?"),
+                                 QMessageBox::Yes | QMessageBox::Cancel) == QMessageBox::Yes;
+}
+
 void MainWindow::add_menus() {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
     files_->fill_file_menu(*file);
+    file->addSeparator();
+    file->addAction(tr("&Export…"), Qt::CTRL | Qt::Key_E, this, &MainWindow::show_export);
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
     QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
@@ -85,6 +132,7 @@ void MainWindow::add_menus() {
         dialog->open();
     });
     edit->addAction(tr("Re&load Layers"), Qt::Key_F5, preview_, &Preview::reload);
+    edit->addAction(tr("&Find Control"), QKeySequence::Find, controls_, &ControlPanel::focus_search);
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     fill_view_menu(*view, *preview_panel_, *preview_);
     view->addSeparator();
@@ -92,6 +140,7 @@ void MainWindow::add_menus() {
         view->addAction(dock->toggleViewAction());
     view->addAction(tr("&Next Panel"), Qt::Key_F6, this, [this] { focus_panel(1); });
     view->addAction(tr("&Previous Panel"), Qt::SHIFT | Qt::Key_F6, this, [this] { focus_panel(-1); });
+    comparison_->fill_menu(*menuBar()->addMenu(tr("&Compare")));
     fill_playback_menu(*menuBar()->addMenu(tr("&Playback")));
     fill_help_menu(*menuBar()->addMenu(tr("&Help")));
 }
@@ -175,6 +224,7 @@ void MainWindow::store_layout() const {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!may_stop_exports()) return event->ignore();
     if (!may_close_ && files_->is_modified()) {
         event->ignore();
         files_->when_saved([this] {

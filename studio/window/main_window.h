@@ -4,7 +4,12 @@
 #include <QMainWindow>
 
 #include "job/session.h"
+#include "studio/controls/control_panel.h"
 #include "studio/document/document.h"
+#include "studio/export/export_queue.h"
+#include "studio/looks/comparison.h"
+#include "studio/looks/look_library.h"
+#include "studio/looks/thumbnailer.h"
 #include "studio/preview/preview.h"
 #include "studio/preview/preview_panel.h"
 #include "studio/theme/theme.h"
@@ -25,6 +30,9 @@ class MainWindow : public QMainWindow {
     PreviewPanel& preview_panel() { return *preview_panel_; }
     TimelinePanel& timeline() { return *timeline_; }
     FileActions& files() { return *files_; }
+    ControlPanel& controls() { return *controls_; }
+    Comparison& comparison() { return *comparison_; }
+    ExportQueue& exports() { return *exports_; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -36,8 +44,11 @@ class MainWindow : public QMainWindow {
     QDockWidget* add_dock(Qt::DockWidgetArea area, const QString& name, const QString& title,
                           QWidget* widget);
     void add_docks();
+    QWidget* make_looks();
     void add_menus();
     void fill_playback_menu(QMenu& menu);
+    void show_export();
+    bool may_stop_exports();
     void fill_help_menu(QMenu& menu);
     /// Puts the keyboard into the next panel, or into the previous one with -1.
     void focus_panel(int step);
@@ -51,6 +62,12 @@ class MainWindow : public QMainWindow {
     PreviewPanel* preview_panel_;
     TimelinePanel* timeline_;
     FileActions* files_;
+    ControlPanel* controls_;
+    LookLibrary* library_;
+    Thumbnailer* thumbnailer_;
+    Comparison* comparison_;
+    ExportQueue* exports_;
+    QWidget* export_dialog_ = nullptr;
     bool may_close_ = false;
 };
 

@@ -229,6 +229,16 @@ def put(document, name, body):
     return pattern.sub(lambda _: f"{begin}\n{body}\n{end}", document)
 
 
+def studio(result):
+    rows = [[row["noise"], f"{row['coarse_median_ms']:.0f}, {row['coarse_95_ms']:.0f}",
+             f"{row['fine_median_ms']:.0f}, {row['fine_95_ms']:.0f}",
+             f"{row['longest_stall_ms']:.1f}, {row['longest_own_ms']:.1f}", f"{row['pictures_per_second']:.0f}"]
+            for row in result["generators"]]
+    return (f"Two cores, load at the start {result['load']:.1f}.\n\n"
+            + table(["Noise", "Coarse ms: median, 95 %", "Finished ms: median, 95 %", "Longest stall ms: wall, own CPU",
+                     "Pictures a second while dragged"], rows))
+
+
 def main():
     folder, path = sys.argv[1:3]
     runs = [load(folder, os.path.basename(p)) for p in sorted(glob.glob(os.path.join(folder, "frames*.json")))]
@@ -241,6 +251,8 @@ def main():
             bodies[name] = write(run)
     if (result := load(folder, "processes.json")) is not None:
         bodies["processes"] = processes(result)
+    if (result := load(folder, "studio.json")) is not None:
+        bodies["studio"] = studio(result)
     if (result := load(folder, "peers.json")) is not None:
         bodies["peers"] = peers(result)
     with open(path, encoding="utf-8") as file:

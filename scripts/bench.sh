@@ -41,5 +41,6 @@ measure() {
 
 measure "${filter:-.}" "$name"
 [ -z "$processes" ] || python3 "$root/bench/processes.py" "$build" "$out/processes.json" $quick
+[ -z "$processes" ] || "$build/flumo_studio_bench" --out="$out/studio.json"
 [ -z "$peers" ] || python3 "$root/bench/peers.py" "$build/flumo" "$out/peers.json"
 [ -z "$document" ] || python3 "$root/bench/report.py" "$out" "$root/docs/performance.md"

@@ -1,6 +1,7 @@
 #include "studio/document/scene_state.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace flumo::studio {
 namespace {
@@ -46,6 +47,14 @@ SceneState filled_in(scene::Scene scene, const scene::Scene& present) {
         if (track.keyframes.size() > 1) state.animated.insert(index);
     }
     return state;
+}
+
+scene::Scene new_scene() {
+    constexpr std::size_t kFrames = 100;
+    scene::Scene scene;
+    scene.frames = std::vector<int>(kFrames);
+    std::iota(scene.frames->begin(), scene.frames->end(), 0);
+    return scene;
 }
 
 std::vector<int> changed_controls(const SceneState& from, const SceneState& to) {

@@ -20,9 +20,12 @@ struct SceneState {
 /// Never changed once it is shared; the undo steps and the render threads hold the same ones.
 using SharedState = std::shared_ptr<const SceneState>;
 
-/// What a program renders where a scene leaves it open: 1920x1080 in full, 8 bits, frame 0, 25 frames per
-/// second.
+/// With what `flumo render` takes where a scene leaves it open: 1920x1080 in full, 8 bits, frame 0, 25 frames
+/// per second.
 SceneState filled_in(scene::Scene scene);
+
+/// A new look: every control at its default, four seconds at 25 frames per second.
+scene::Scene new_scene();
 
 /// The same, with what `scene` leaves open taken from `present`.
 SceneState filled_in(scene::Scene scene, const scene::Scene& present);

@@ -1,9 +1,10 @@
-// studio_pictures SCENE OUTPUT.png [WIDTHxHEIGHT]: the window as it looks with a scene, without a display
-// (QT_QPA_PLATFORM=offscreen; QT_SCALE_FACTOR=2 for double density). scripts/studio-pictures.sh makes the
-// manual's.
+// studio_pictures SCENE OUTPUT.png [WIDTHxHEIGHT] [light] [played]: the window with a scene, without a
+// display (QT_QPA_PLATFORM=offscreen; QT_SCALE_FACTOR=2 for double density). `played` has the first half of
+// the frames in memory.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <cstdio>
+#include <stdexcept>
 
 #include "base/frame_size.h"
 #include "scene/scene.h"
@@ -14,17 +15,38 @@ namespace {
 
 constexpr int kPatience = 60000;  // milliseconds
 
+void wait_until_finished(MainWindow& window) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!window.preview().is_finished()) {
+        if (timer.elapsed() > kPatience) throw std::runtime_error("no picture");
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+}
+
+// The last one that is shown lies in the middle, with a keyframe selected.
+void show_half(MainWindow& window) {
+    const std::vector<int> frames = *window.document().scene().frames;
+    for (std::size_t i = 0; i <= frames.size() / 2; ++i) {
+        window.document().set_current_frame(frames[i]);
+        wait_until_finished(window);
+    }
+    window.timeline().view().setFocus();
+}
+
 int take_picture(const QStringList& arguments) {
     job::Session session({});
     MainWindow window(session);
-    window.document().load(scene::read_scene(arguments[1].toStdString(), session.catalog()));
+    window.files().open(arguments[1].toStdString());
     const FrameSize size = parse_frame_size(arguments.size() > 3 ? arguments[3].toStdString() : "1280x720");
+    if (arguments.contains(QStringLiteral("light"))) apply_theme(Theme::kLight);
     window.resize(size.width, size.height);
     window.show();
-    QElapsedTimer timer;
-    timer.start();
-    while (!window.preview().is_finished() && timer.elapsed() < kPatience)
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    wait_until_finished(window);
+    if (arguments.contains(QStringLiteral("played"))) {
+        window.preview_panel().choose_resolution(2);
+        show_half(window);
+    }
     QApplication::processEvents();
     return window.grab().save(arguments[2]) ? 0 : 1;
 }

@@ -27,7 +27,8 @@ Pixel to_8_bit(const PF_Pixel16& pixel) {
 
 // NaN becomes 0.
 int to_8_bit(float value) {
-    return value > 0 ? static_cast<int>(std::min(value, 1.0F) * 255.0F + 0.5F) : 0;
+    constexpr float kHalfStep = 0.5F;
+    return value > 0 ? static_cast<int>(std::min(value, 1.0F) * 255.0F + kHalfStep) : 0;
 }
 
 Pixel to_8_bit(const PF_PixelFloat& pixel) {

@@ -1,5 +1,6 @@
 #include "studio/preview/render_thread.h"
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <utility>
@@ -13,8 +14,10 @@ using std::chrono::milliseconds;
 // A level that takes longer than this is not begun while a control is moving: a frame cannot be left in its
 // middle, and the next change would wait for it.
 constexpr milliseconds kLongLevel{40};
-// How long a control rests before it counts as not moving. Mice report every 8 to 16 ms.
-constexpr milliseconds kRest{80};
+// How long a control rests before it counts as not moving: half as long as the level takes, within these.
+// Mice report every 8 to 16 ms.
+constexpr milliseconds kShortRest{80};
+constexpr milliseconds kLongRest{1000};
 
 }  // namespace
 
@@ -82,7 +85,8 @@ void RenderThread::serve(const FrameOrder& order, const std::stop_token& stop) {
 
 bool RenderThread::stays_newest(milliseconds cost, const std::stop_token& stop) {
     std::unique_lock lock(mutex_);
-    const milliseconds rest = cost > kLongLevel ? kRest : milliseconds(0);
+    const milliseconds rest =
+        cost > kLongLevel ? std::clamp(cost / 2, kShortRest, kLongRest) : milliseconds(0);
     return !changed_.wait_for(lock, stop, rest, [this] { return next_.has_value(); }) &&
            !stop.stop_requested();
 }

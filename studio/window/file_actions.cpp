@@ -115,7 +115,7 @@ QString FileActions::start_folder() const {
 
 void FileActions::new_document() {
     recovery_.forget();
-    document_.load({});
+    document_.load(new_scene());
     set_path({});
 }
 

@@ -53,6 +53,7 @@ MainWindow::MainWindow(job::Session& session, QWidget* parent)
                                    own_folder(QStandardPaths::CacheLocation, "thumbnails"), this)),
       comparison_(new Comparison(*document_, preview_panel_->view(), *thumbnailer_, this)),
       exports_(new ExportQueue(session, this)) {
+    document_->load(new_scene());
     restore_view_settings(*preview_);
     setCentralWidget(preview_panel_);
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);

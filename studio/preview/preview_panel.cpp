@@ -55,6 +55,7 @@ PreviewPanel::PreviewPanel(Preview& preview, QWidget* parent)
     auto* line = new QHBoxLayout;
     line->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
     pixel_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    pixel_->setObjectName(QStringLiteral("pixel"));
     pixel_->setText(QStringLiteral(" "));
     line->addWidget(pixel_, 1);
     line->addWidget(state_);

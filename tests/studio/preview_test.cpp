@@ -1,9 +1,11 @@
 // What the preview shows, against what the command line writes.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWheelEvent>
 #include <fstream>
 
 #include "media/picture/exr_file.h"
@@ -69,8 +71,10 @@ TEST(Preview, ShowsAfterEveryEditWhatFlumoRendersFromTheSavedScene) {
                                                 {1, scene::StopKind::kLinear, {0, 0, 1, 0.5}}});
     document.set_current_frame(7);
     expect_same("keyframes and gradient");
-    document.set_depth(16);
     document.reset(open.control("LinesVisible"));
+    document.reset(open.control("Evolution"));
+    expect_same("controls without values again");
+    document.set_depth(16);
     expect_same("another depth");
     document.set_resolution({1, 2});
     expect_same("half of it");
@@ -128,6 +132,54 @@ TEST(Preview, GoesFromCoarseToFineAndTellsAFailureOfTheNewestLookAlone) {
     open.preview.set_cache_limit(std::size_t{256} * 144 * 4 * 5 / 2);
     EXPECT_FALSE(open.preview.is_cached(1));
     EXPECT_TRUE(open.preview.is_cached(3));
+}
+
+TEST(Display, ShowsChannelsOfEveryDepthAlike) {
+    for (const auto depth : {host::Depth::k8, host::Depth::k16, host::Depth::k32}) {
+        host::World world(1, 1, depth);
+        world.set_rgba(0, 0, {1, 0.4F, 0.2F, 0.6F});
+        const auto shown = [&](Channels channels) { return display_image(world, channels).pixelColor(0, 0); };
+        EXPECT_EQ(shown(Channels::kRgb).alpha(), 153);
+        EXPECT_EQ(shown(Channels::kRed), QColor(255, 255, 255));
+        EXPECT_EQ(shown(Channels::kGreen), QColor(102, 102, 102));
+        EXPECT_EQ(shown(Channels::kBlue), QColor(51, 51, 51));
+        EXPECT_EQ(shown(Channels::kAlpha), QColor(153, 153, 153));
+        EXPECT_EQ(shown(Channels::kLuminance), QColor(131, 131, 131));  // 54.213 + 72.950 + 3.682
+    }
+}
+
+TEST(Display, PointsAtTheSamePixelWhateverTheZoom) {
+    OpenPreview open;
+    open.document.set_size({64, 36});
+    open.document.set_value(open.control("NoiseType"), 2.0);
+    const auto world = open.finished();
+    PreviewPanel panel(open.preview);
+    panel.resize(640, 480);
+    panel.show();
+    panel.view().show_frame(open.preview.shown());
+    const auto* const label = panel.findChild<QLabel*>(QStringLiteral("pixel"));
+    const QPoint mouse(205, 143);
+    const auto pointed = [&] {
+        QTest::mouseMove(&panel.view(), mouse + QPoint(1, 1));
+        QTest::mouseMove(&panel.view(), mouse);
+        return label->text();
+    };
+    const QString text = pointed();
+    const QStringList place = text.section(QStringLiteral("   "), 0, 0).split(QStringLiteral(", "));
+    ASSERT_EQ(place.size(), 2) << text.toStdString();
+    const QPoint pixel(place[0].toInt(), place[1].toInt());
+    EXPECT_TRUE(text.endsWith(pixel_text(*world, pixel.x(), pixel.y()))) << text.toStdString();
+    for (const int steps : {120, 480, 480, -240}) {
+        QWheelEvent wheel(mouse, panel.view().mapToGlobal(mouse), {}, {0, steps}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&panel.view(), &wheel);
+        EXPECT_EQ(pointed(), text) << panel.view().zoom();
+        const QColor seen = panel.view().grab().toImage().pixelColor(mouse);
+        EXPECT_EQ(seen, display_image(*world, Channels::kRgb).pixelColor(pixel)) << panel.view().zoom();
+    }
+    panel.choose_channels(4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open.preview.shown().channels == Channels::kAlpha; }, 60000));
+    EXPECT_EQ(panel.view().grab().toImage().pixelColor(mouse), QColor(255, 255, 255));
 }
 
 }  // namespace

@@ -18,8 +18,8 @@ execute_process(COMMAND bash -o pipefail -c "export TZ=UTC LC_ALL=C; ${commands}
                 COMMAND_ERROR_IS_FATAL ANY)
 set(CPACK_EXTERNAL_BUILT_PACKAGES ${archive})
 if(NOT FLUMO_ARCHIVE STREQUAL "zip")
-    set(debian_package ${CPACK_PACKAGE_DIRECTORY}/flumo_${FLUMO_VERSION}_amd64.deb)
-    execute_process(COMMAND ${FLUMO_PACKAGING}/debian-package.sh ${stage} ${FLUMO_VERSION} ${debian_package}
+    execute_process(COMMAND ${FLUMO_PACKAGING}/debian-package.sh ${stage} ${FLUMO_VERSION} ${CPACK_PACKAGE_DIRECTORY}
                     COMMAND_ERROR_IS_FATAL ANY)
-    list(APPEND CPACK_EXTERNAL_BUILT_PACKAGES ${debian_package})
+    file(GLOB debian_packages ${CPACK_PACKAGE_DIRECTORY}/*.deb)
+    list(APPEND CPACK_EXTERNAL_BUILT_PACKAGES ${debian_packages})
 endif()

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Writes dist/Flumo-<version>-windows-x64.zip from the build build/windows, and dist/flumo-<version>-linux-x64.tar.gz
-# and dist/flumo_<version>_amd64.deb from build/release. The same commit gives the same bytes: all times are the commit's.
+# and the Debian packages flumo and flumo-studio from build/release. The same commit gives the same bytes: all times are the commit's.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 umask 022
@@ -16,10 +16,10 @@ pack() {
     }
     mkdir -p dist
     mv "$work"/$pattern dist/
-    [ ! -e "$work"/flumo_*.deb ] || mv "$work"/flumo_*.deb dist/
+    find "$work" -maxdepth 1 -name '*.deb' -exec mv {} dist/ \;
     rm -rf "$work"
 }
 
 pack windows 'Flumo-*.zip'
 pack release 'flumo-*.tar.gz'
-(cd dist && sha256sum Flumo-*-windows-x64.zip flumo-*-linux-x64.tar.gz flumo_*_amd64.deb)
+(cd dist && sha256sum Flumo-*-windows-x64.zip flumo-*-linux-x64.tar.gz flumo_*_amd64.deb flumo-studio_*_amd64.deb)

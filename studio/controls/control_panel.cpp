@@ -18,7 +18,7 @@ namespace flumo::studio {
 namespace {
 
 constexpr int kReasonsMilliseconds = 50;
-constexpr int kWidth = 360;
+constexpr int kWidth = 90 * metrics::kGrid;  // the least: rows of inner groups fit
 const QString kFoldsKey = QStringLiteral("controls/unfolded");
 
 // The sentence with the names that the panel shows instead of ids.
@@ -83,6 +83,7 @@ ControlPanel::ControlPanel(Document& document, QWidget* parent)
     column->addWidget(line);
     column->addWidget(hint_);
 
+    setMinimumWidth(kWidth);
     reasons_due_.setSingleShot(true);
     reasons_due_.setInterval(kReasonsMilliseconds);
     connect(&reasons_due_, &QTimer::timeout, this, &ControlPanel::refresh_reasons);

@@ -1,5 +1,6 @@
 #include "studio/controls/control_row.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QGridLayout>
 #include <QLabel>
@@ -141,7 +142,7 @@ void ControlRow::set_reason(const QString& reason) {
 void ControlRow::show_dimmed() {
     QPalette colors;
     if (!reason_.isEmpty()) {
-        const QPalette usual = parentWidget() ? parentWidget()->palette() : QPalette();
+        const QPalette usual = QApplication::palette();
         colors = usual;
         for (const QPalette::ColorRole role :
              {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::Highlight})
@@ -152,6 +153,7 @@ void ControlRow::show_dimmed() {
 
 void ControlRow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange) show_dimmed();
     if (event->type() != QEvent::PaletteChange) return;
     reset_->setIcon(reset_icon(palette()));
     if (scene::takes_keyframes(control())) show_keyframe();

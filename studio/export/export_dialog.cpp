@@ -83,6 +83,7 @@ QWidget* ExportDialog::make_form() {
     auto* const file_row = new QHBoxLayout;
     auto* const browse_button = new QPushButton(tr("&Browse…"), form_widget);
     browse_button->setAutoDefault(false);
+    file_row->setSpacing(kGap);
     file_row->addWidget(output_, 1);
     file_row->addWidget(browse_button);
     output_->setToolTip(tr(
@@ -96,6 +97,7 @@ QWidget* ExportDialog::make_form() {
     resolution_->addItem(tr("Quarter"), QStringLiteral("quarter"));
     exr_type_->addItems({tr("Float"), tr("Half")});
     auto* const exr_row = new QHBoxLayout;
+    exr_row->setSpacing(kGap);
     exr_row->addWidget(exr_type_);
     exr_row->addWidget(linear_);
     exr_row->addStretch(1);

@@ -8,9 +8,9 @@
 namespace flumo::studio {
 namespace {
 
-constexpr QSize kPicture(24 * kGrid, 54);  // 16:9
+constexpr QSize kPicture(19 * kGrid, 43);  // 16:9
 constexpr int kDensity = 2;                // pictures are sharp on screens of double density
-constexpr int kCellHeight = 54 + 6 * kGrid;
+constexpr int kCellHeight = 43 + 6 * kGrid;
 
 }  // namespace
 
@@ -100,7 +100,7 @@ void LookGrid::show_failure(int number, const QString& why) {
 void LookGrid::resizeEvent(QResizeEvent* event) {
     // Columns of equal width that fill the grid.
     const int room = viewport()->width() - 1;
-    const int columns = std::max(1, room / (kPicture.width() + 2 * kGrid));
+    const int columns = std::max(1, room / (kPicture.width() + kGrid));
     setGridSize(QSize(room / columns, kCellHeight));
     QListWidget::resizeEvent(event);
 }

@@ -64,7 +64,11 @@ Thumbnailer::~Thumbnailer() {
 int Thumbnailer::order(ThumbnailOrder order) {
     const int number = next_++;
     const std::scoped_lock lock(mutex_);
-    orders_.push_back({number, std::move(order)});
+    // A frame in full size is looked at now; thumbnails fill a grid.
+    if (order.width == 0)
+        orders_.push_front({number, std::move(order)});
+    else
+        orders_.push_back({number, std::move(order)});
     changed_.notify_all();
     return number;
 }

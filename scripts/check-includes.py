@@ -60,7 +60,7 @@ RULES = {
     "studio/timeline": STUDIO + ["studio/document", "studio/preview"],
     "studio/looks": STUDIO + ["studio/document", "studio/preview"],
     "studio/export": STUDIO + ["studio/document"],
-    "studio/pictures": STUDIO + ["studio/window"],
+    "studio/pictures": STUDIO + ["studio/controls", "studio/window"],
     "studio/window": STUDIO + ["studio/document", "studio/preview", "studio/controls", "studio/timeline",
                                "studio/looks", "studio/export"],
     "cli": JOB + ["job", "cli/commands", "cli/options", "cli/terminal"],

@@ -8,12 +8,15 @@
 
 #include "base/frame_size.h"
 #include "scene/scene.h"
+#include "studio/controls/control_panel.h"
 #include "studio/window/main_window.h"
 
 namespace flumo::studio {
 namespace {
 
-constexpr int kPatience = 60000;  // milliseconds
+// Milliseconds. Thumbnails are rendered while nothing else is.
+constexpr int kPatience = 60000;
+constexpr int kThumbnails = 6000;
 
 void wait_until_finished(MainWindow& window) {
     QElapsedTimer timer;
@@ -22,6 +25,13 @@ void wait_until_finished(MainWindow& window) {
         if (timer.elapsed() > kPatience) throw std::runtime_error("no picture");
         QApplication::processEvents(QEventLoop::AllEvents, 20);
     }
+}
+
+void wait(int milliseconds) {
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < milliseconds)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
 // The last one that is shown lies in the middle, with a keyframe selected.
@@ -40,6 +50,7 @@ int take_picture(const QStringList& arguments) {
     window.files().open(arguments[1].toStdString());
     const FrameSize size = parse_frame_size(arguments.size() > 3 ? arguments[3].toStdString() : "1280x720");
     if (arguments.contains(QStringLiteral("light"))) apply_theme(Theme::kLight);
+    window.findChild<ControlPanel*>()->unfold_all(true);
     window.resize(size.width, size.height);
     window.show();
     wait_until_finished(window);
@@ -47,7 +58,7 @@ int take_picture(const QStringList& arguments) {
         window.preview_panel().choose_resolution(2);
         show_half(window);
     }
-    QApplication::processEvents();
+    wait(kThumbnails);
     return window.grab().save(arguments[2]) ? 0 : 1;
 }
 

@@ -44,6 +44,16 @@ QPainterPath loop() {
     return path.united(heads);
 }
 
+// A keyframe with a sign beside it.
+QPainterPath key(bool adds) {
+    QPainterPath path;
+    path.addPolygon(QPolygonF({{1, 9}, {6, 4}, {11, 9}, {6, 14}, {1, 9}}));
+    path.addRect(10, 3, 5.5, 1.6);
+    if (adds) path.addRect(11.95, 1.05, 1.6, 5.5);
+    path.setFillRule(Qt::WindingFill);
+    return path;
+}
+
 QPainterPath path_of(Icon icon) {
     switch (icon) {
         case Icon::kFirst:
@@ -56,6 +66,10 @@ QPainterPath path_of(Icon icon) {
             return bar(4) + bar(9.5);
         case Icon::kLoop:
             return loop();
+        case Icon::kAddKey:
+            return key(true);
+        case Icon::kDeleteKey:
+            return key(false);
     }
     return {};
 }

@@ -5,7 +5,7 @@
 
 namespace flumo::studio {
 
-enum class Icon { kFirst, kLast, kPlay, kPause, kLoop };
+enum class Icon { kFirst, kLast, kPlay, kPause, kLoop, kAddKey, kDeleteKey };
 
 /// Follows the program's palette, also when that changes.
 QIcon icon(Icon icon);

@@ -2,6 +2,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QScrollBar>
+#include <algorithm>
 
 #include "studio/timeline/timeline_sizes.h"
 #include "studio/timeline/timeline_view.h"
@@ -77,7 +78,7 @@ void TimelineView::paint_ruler(QPainter& painter, const TimeScale& scale) const 
 
 // Neighbours in memory as one bar.
 void TimelineView::paint_cached(QPainter& painter, const TimeScale& scale) const {
-    const double half = std::max(scale.pixels_per_frame() / 2, 1.0);
+    const double half = std::clamp(scale.pixels_per_frame() / 2, 1.0, 2.0 * kGrid);
     const int from = std::max(static_cast<int>(std::floor(scale.from)), document_.first_frame());
     const int to = std::min(static_cast<int>(std::ceil(scale.to)), document_.last_frame());
     for (int frame = from; frame <= to; ++frame) {
@@ -116,7 +117,7 @@ void TimelineView::paint_row(QPainter& painter, const TimeScale& scale, std::siz
     painter.save();
     painter.setClipRect(all.adjusted(kNamesWidth + 1, 0, 0, 0));
     const auto keyframes = document_.keyframes(control);
-    painter.setPen(palette().color(QPalette::Mid));
+    painter.setPen(palette().color(QPalette::PlaceholderText));
     const double y = all.center().y();
     if (keyframes.size() > 1)
         painter.drawLine(QPointF(scale.x_of(keyframes.front().frame), y),

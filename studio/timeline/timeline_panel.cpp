@@ -96,16 +96,11 @@ QHBoxLayout* TimelinePanel::build_bar() {
     time_ = new QLabel(this);
     bar->addWidget(time_);
     bar->addStretch(1);
-    add_key_ = new QToolButton(this);
-    add_key_->setText(tr("Add Key"));
-    add_key_->setToolTip(tr("Keyframe of the chosen row at the current frame (Insert)"));
+    add_key_ =
+        add_button(*bar, Icon::kAddKey, tr("Keyframe of the chosen row at the current frame (Insert)"));
     connect(add_key_, &QToolButton::clicked, view_, &TimelineView::add_keyframe);
-    bar->addWidget(add_key_);
-    delete_key_ = new QToolButton(this);
-    delete_key_->setText(tr("Delete Key"));
-    delete_key_->setToolTip(tr("The selected keyframes (Delete)"));
+    delete_key_ = add_button(*bar, Icon::kDeleteKey, tr("Delete the selected keyframes (Delete)"));
     connect(delete_key_, &QToolButton::clicked, view_, &TimelineView::delete_keyframes);
-    bar->addWidget(delete_key_);
     interpolation_ = new QComboBox(this);
     interpolation_->addItems({tr("Linear"), tr("Hold"), tr("Ease")});
     interpolation_->setAccessibleName(tr("From the selected keyframes to the next ones"));
@@ -126,7 +121,7 @@ QHBoxLayout* TimelinePanel::build_bar() {
         rate_->addItem(QLatin1String(rate));
     rate_->setAccessibleName(tr("Frames per second"));
     rate_->setToolTip(rate_->accessibleName());
-    rate_->setMaximumWidth(26 * kGrid);
+    rate_->setMaximumWidth(25 * kGrid);
     connect(rate_, &QComboBox::textActivated, this, &TimelinePanel::take_rate);
     connect(rate_->lineEdit(), &QLineEdit::editingFinished, this, &TimelinePanel::take_rate);
     bar->addWidget(rate_);

@@ -201,7 +201,7 @@ void MainWindow::focus_panel(int step) {
     // A panel that takes no keys itself has a part that does.
     QWidget* target = panel == timeline_ ? &timeline_->view() : panel;
     if (panel == preview_panel_) target = &preview_panel_->view();
-    while (target && !(target->focusPolicy() & Qt::TabFocus) && target->nextInFocusChain() != panel)
+    while (!(target->focusPolicy() & Qt::TabFocus) && target->nextInFocusChain() != panel)
         target = target->nextInFocusChain();
     target->setFocus(Qt::ShortcutFocusReason);
 }

@@ -30,6 +30,9 @@ TEST(Document, UndoesAnyEditStepByStepToTheVeryStart) {
     document.set_interpolation(scale, 0, scene::Interpolation::kHold);
     edited();
     EXPECT_EQ(open.number("Scale", 9), 40.0);
+    document.move_keyframe(scale, 0, 10);
+    EXPECT_EQ(document.keyframes(scale).front().to_next, scene::Interpolation::kHold) << "moved as it was";
+    document.undo_stack().undo();
     document.move_keyframe(scale, 10, 20);
     edited();
     EXPECT_EQ(open.number("Scale", 19), 40.0);

@@ -30,13 +30,13 @@ class MemoryFile {
 
     template <typename Container>
     Container contents() const {
-        Container bytes(static_cast<size_t>(lseek(file_, 0, SEEK_END)), {});
-        size_t done = 0;
+        Container bytes(static_cast<std::size_t>(lseek(file_, 0, SEEK_END)), {});
+        std::size_t done = 0;
         while (done < bytes.size()) {
             const ssize_t got =
                 pread(file_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
             if (got <= 0) break;
-            done += static_cast<size_t>(got);
+            done += static_cast<std::size_t>(got);
         }
         bytes.resize(done);
         return bytes;
@@ -168,7 +168,7 @@ bool FedChild::write(std::span<const std::byte> bytes) {
         const ssize_t written = send(input_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
-        bytes = bytes.subspan(static_cast<size_t>(written));
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
     return true;
 }
@@ -198,13 +198,13 @@ ReadChild::~ReadChild() {
     wait_for(process_);
 }
 
-size_t ReadChild::read(std::span<std::byte> bytes) {
-    size_t done = 0;
+std::size_t ReadChild::read(std::span<std::byte> bytes) {
+    std::size_t done = 0;
     while (done < bytes.size()) {
         const ssize_t got = ::read(output_, bytes.data() + done, bytes.size() - done);
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) break;
-        done += static_cast<size_t>(got);
+        done += static_cast<std::size_t>(got);
     }
     return done;
 }

@@ -62,7 +62,7 @@ class ReadChild {
     ReadChild& operator=(const ReadChild&) = delete;
 
     /// Fills `bytes`, waiting for the program. Returns how many there were: fewer only at its end.
-    size_t read(std::span<std::byte> bytes);
+    std::size_t read(std::span<std::byte> bytes);
 
   private:
     int output_ = -1;

@@ -13,8 +13,8 @@ namespace flumo {
 namespace {
 
 // A device or a pipe may never end.
-constexpr size_t kMostPictureBytes = size_t{4} << 30;
-constexpr size_t kMostTextBytes = size_t{64} << 20;
+constexpr std::size_t kMostPictureBytes = std::size_t{4} << 30;
+constexpr std::size_t kMostTextBytes = std::size_t{64} << 20;
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
@@ -30,17 +30,17 @@ File open_file(const std::filesystem::path& path) {
 
 // Appends at most `count` bytes and returns how many there were.
 template <typename Container>
-size_t append(std::FILE* file, Container& contents, size_t count) {
-    const size_t before = contents.size();
+std::size_t append(std::FILE* file, Container& contents, std::size_t count) {
+    const std::size_t before = contents.size();
     contents.resize(before + count);
-    const size_t got = std::fread(contents.data() + before, 1, count, file);
+    const std::size_t got = std::fread(contents.data() + before, 1, count, file);
     contents.resize(before + got);
     return got;
 }
 
 template <typename Container>
-Container read_all(const std::filesystem::path& path, size_t most) {
-    constexpr size_t kChunk = size_t{1} << 20;
+Container read_all(const std::filesystem::path& path, std::size_t most) {
+    constexpr std::size_t kChunk = std::size_t{1} << 20;
     const File file = open_file(path);
     Container contents;
     while (append(file.get(), contents, kChunk) == kChunk) {
@@ -64,11 +64,11 @@ std::vector<uint8_t> read_file(const std::filesystem::path& path) {
     return read_all<std::vector<uint8_t>>(path, kMostPictureBytes);
 }
 
-std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t count) {
+std::vector<uint8_t> read_file_start(const std::filesystem::path& path, std::size_t count) {
     return read_file_part(path, 0, count);
 }
 
-std::vector<uint8_t> read_file_part(const std::filesystem::path& path, uint64_t place, size_t count) {
+std::vector<uint8_t> read_file_part(const std::filesystem::path& path, uint64_t place, std::size_t count) {
     const File file = open_file(path);
     std::vector<uint8_t> contents;
     if (place > 0 && fseeko(file.get(), static_cast<off_t>(place), SEEK_SET) != 0) throw cannot_read(path);

@@ -13,10 +13,10 @@ namespace flumo {
 std::vector<uint8_t> read_file(const std::filesystem::path& path);
 
 /// The first `count` bytes, fewer where the file is shorter. Throws as read_file.
-std::vector<uint8_t> read_file_start(const std::filesystem::path& path, size_t count);
+std::vector<uint8_t> read_file_start(const std::filesystem::path& path, std::size_t count);
 
 /// `count` bytes from `place` on, fewer where the file is shorter. Throws as read_file.
-std::vector<uint8_t> read_file_part(const std::filesystem::path& path, uint64_t place, size_t count);
+std::vector<uint8_t> read_file_part(const std::filesystem::path& path, uint64_t place, std::size_t count);
 
 /// Whether the last bytes of the file are these. Throws as read_file.
 bool file_ends_with(const std::filesystem::path& path, std::string_view end);

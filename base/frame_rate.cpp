@@ -34,7 +34,7 @@ std::string as_fraction(std::string_view text) {
 }  // namespace
 
 host::FrameRate parse_frame_rate(std::string_view text) {
-    const size_t mark = text.find('/');
+    const std::size_t mark = text.find('/');
     const auto num = parse_number<int>(text.substr(0, mark));
     const auto den =
         mark == std::string_view::npos ? std::optional(1) : parse_number<int>(text.substr(mark + 1));

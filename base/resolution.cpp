@@ -25,7 +25,7 @@ Resolution parse_resolution(std::string_view text) {
     for (const Named& row : kNames) {
         if (text == row.name) return row.resolution;
     }
-    const size_t mark = text.find('/');
+    const std::size_t mark = text.find('/');
     const auto num = parse_number<int>(text.substr(0, mark));
     const auto den =
         mark == std::string_view::npos ? std::optional(1) : parse_number<int>(text.substr(mark + 1));

@@ -6,7 +6,7 @@ namespace flumo::frei0r {
 namespace {
 
 /// Bytes of a line; some name what was given, which may be a file's contents.
-constexpr size_t kLongest = 500;
+constexpr std::size_t kLongest = 500;
 
 std::string line_of(const std::string& subject, const std::string& message) {
     const bool is_named = message.starts_with(subject + ": ");

@@ -21,7 +21,7 @@ Instance::~Instance() {
     if (look_.is_applied()) effect_->run([this](host::Host&) { look_.release(); });
 }
 
-void Instance::set(size_t index, F0rParam value) {
+void Instance::set(std::size_t index, F0rParam value) {
     const Parameter& parameter = parameters_[index];
     try {
         if (parameter.is_text()) {
@@ -36,7 +36,7 @@ void Instance::set(size_t index, F0rParam value) {
     }
 }
 
-void Instance::get(size_t index, F0rParam value) {
+void Instance::get(std::size_t index, F0rParam value) {
     if (parameters_[index].is_text()) {
         text_ = look_.text(index);
         *static_cast<char**>(value) = text_.data();
@@ -76,7 +76,7 @@ host::Instance& Instance::applied(host::Host& host, double frame, const host::La
 }
 
 void Instance::write(const uint32_t* input, uint32_t* output) const {
-    const size_t pixels = static_cast<size_t>(width_) * static_cast<size_t>(height_);
+    const std::size_t pixels = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
     if (drawn_.width() == 0) {
         if (input && input != output) std::copy_n(input, pixels, output);
         if (!input) std::fill_n(output, pixels, 0U);

@@ -22,8 +22,8 @@ class Instance {
     Instance& operator=(const Instance&) = delete;
 
     /// `value` points to what the parameter's type says.
-    void set(size_t index, F0rParam value);
-    void get(size_t index, F0rParam value);
+    void set(std::size_t index, F0rParam value);
+    void get(std::size_t index, F0rParam value);
 
     /// Draws the frame at this time. `input` is null for a source. A frame that cannot be drawn is the one
     /// before it; without one, the input or nothing.

@@ -14,7 +14,7 @@ constexpr const char* kSpace = " \t\r\n";
 
 /// A scene's text begins with a brace, which no file name does that anybody would give.
 bool is_scene_text(const std::string& text) {
-    const size_t first = text.find_first_not_of(kSpace);
+    const std::size_t first = text.find_first_not_of(kSpace);
     return first != text.npos && text[first] == '{';
 }
 
@@ -50,7 +50,7 @@ Look::Look(const scene::ControlCatalog& catalog, std::span<const Parameter> para
                            [](const Parameter& parameter) { return parameter.scale.default_fraction(); });
 }
 
-void Look::set_text(size_t index, const std::string& text) {
+void Look::set_text(std::size_t index, const std::string& text) {
     if (text == texts_[index]) return;
     if (parameter(index).role == Role::kScene) {
         scene_ = read_scene(text, catalog_);
@@ -63,14 +63,14 @@ void Look::set_text(size_t index, const std::string& text) {
     texts_changed_ = true;
 }
 
-void Look::set_number(size_t index, double fraction) {
+void Look::set_number(std::size_t index, double fraction) {
     if (!parameter(index).scale.value_at(fraction))
         throw usage_failure(number_text(fraction) + ": " + expected(parameter(index)));
     numbers_[index] = fraction;
 }
 
 Use Look::use() const {
-    for (size_t i = 0; i < parameters_.size(); ++i) {
+    for (std::size_t i = 0; i < parameters_.size(); ++i) {
         if (parameter(i).role == Role::kUse)
             return static_cast<Use>(static_cast<int>(*parameter(i).scale.value_at(numbers_[i])));
     }
@@ -97,7 +97,7 @@ void Look::take_texts(host::Host& host) {
     auto fresh = host.new_instance();
     scene::Tracks tracks = scene_.tracks;
     for (const auto& [index, stops] : gradients_)
-        tracks[index] = {&catalog_.controls()[static_cast<size_t>(index) - 1], {{0, stops}}};
+        tracks[index] = {&catalog_.controls()[static_cast<std::size_t>(index) - 1], {{0, stops}}};
     job::apply_tracks(*fresh, tracks, host::Depth::k8);
     take_instance(std::move(fresh));
 }
@@ -112,7 +112,7 @@ void Look::take_instance(std::unique_ptr<host::Instance> instance) {
 
 // A number at its default says nothing.
 void Look::set_numbers() {
-    for (size_t i = 0; i < parameters_.size(); ++i) {
+    for (std::size_t i = 0; i < parameters_.size(); ++i) {
         if (parameter(i).role != Role::kNumber) continue;
         const double value = *parameter(i).scale.value_at(numbers_[i]);
         if (value != parameter(i).scale.default_value) instance_->set(parameter(i).control->index, value);

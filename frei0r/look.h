@@ -21,12 +21,12 @@ class Look {
 
     /// Reads a scene or a gradient; an empty text is none. Throws Failure, and leaves the look as it was, for
     /// a text that says nothing acceptable and for a file that cannot be read.
-    void set_text(size_t index, const std::string& text);
+    void set_text(std::size_t index, const std::string& text);
     /// Throws Failure (usage), and leaves the look as it was, for a number that the parameter does not take.
-    void set_number(size_t index, double fraction);
+    void set_number(std::size_t index, double fraction);
     /// What was set last and taken, or the default.
-    const std::string& text(size_t index) const { return texts_[index]; }
-    double number(size_t index) const { return numbers_[index]; }
+    const std::string& text(std::size_t index) const { return texts_[index]; }
+    double number(std::size_t index) const { return numbers_[index]; }
 
     Use use() const;
     /// Frames per second that the scene's keyframes count in.
@@ -41,7 +41,7 @@ class Look {
     bool is_applied() const { return instance_ != nullptr; }
 
   private:
-    const Parameter& parameter(size_t index) const { return parameters_[index]; }
+    const Parameter& parameter(std::size_t index) const { return parameters_[index]; }
     void take_texts(host::Host& host);
     void take_instance(std::unique_ptr<host::Instance> instance);
     void set_numbers();

@@ -43,13 +43,13 @@ NumberScale number_scale(const scene::Control& control) {
             return {0, kWholeTurn, scene::accepted_range(control), false, control.default_value};
         case ControlKind::kPopup:
             return choice_scale(scene::offered_choices(control).size(),
-                                static_cast<size_t>(control.default_value));
+                                static_cast<std::size_t>(control.default_value));
         default:
             return slider_scale(control);
     }
 }
 
-NumberScale choice_scale(size_t count, size_t default_choice) {
+NumberScale choice_scale(std::size_t count, std::size_t default_choice) {
     const auto last = static_cast<double>(count);
     return {1, last, {1, last}, true, static_cast<double>(default_choice)};
 }

@@ -29,6 +29,6 @@ struct NumberScale {
 NumberScale number_scale(const scene::Control& control);
 
 /// Choices 1 to `count`.
-NumberScale choice_scale(size_t count, size_t default_choice);
+NumberScale choice_scale(std::size_t count, std::size_t default_choice);
 
 }  // namespace flumo::frei0r

@@ -26,7 +26,7 @@ std::string three_digits(double fraction) {
 
 std::string steps_text(const NumberScale& scale, const std::vector<std::string>& choices) {
     std::string text;
-    for (size_t i = 0; i < choices.size(); ++i) {
+    for (std::size_t i = 0; i < choices.size(); ++i) {
         const double step = scale.fraction_of(static_cast<double>(i + 1));
         text += (i == 0 ? "" : ", ") + three_digits(step) + " " + choices[i];
     }
@@ -72,7 +72,7 @@ Parameter scene_parameter() {
 Parameter use_parameter() {
     Parameter use{.role = Role::kUse, .name = "use", .explanation = {}};
     use.choices = {"Shape", "Add", "Gradient", "Reflection", "Refraction", "Over"};
-    use.scale = choice_scale(use.choices.size(), static_cast<size_t>(Use::kOver));
+    use.scale = choice_scale(use.choices.size(), static_cast<std::size_t>(Use::kOver));
     use.explanation = "What the input picture is for: " + steps_text(use.scale, use.choices);
     return use;
 }

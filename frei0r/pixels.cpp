@@ -6,7 +6,7 @@
 namespace flumo::frei0r {
 namespace {
 
-constexpr size_t kPixelBytes = 4;
+constexpr std::size_t kPixelBytes = 4;
 constexpr uint32_t kFull = 255;
 
 struct Rgba8 {
@@ -18,8 +18,8 @@ Rgba8 rgba_of(const PF_Pixel8& pixel) {
     return {pixel.red, pixel.green, pixel.blue, pixel.alpha};
 }
 
-size_t width_of(const host::World& world) {
-    return static_cast<size_t>(world.width());
+std::size_t width_of(const host::World& world) {
+    return static_cast<std::size_t>(world.width());
 }
 
 /// One channel of straight colours; the weights are the alphas times 255, and their sum is `whole`.

@@ -72,7 +72,7 @@ void guarded(const Work& work) noexcept try {
 }
 
 bool is_parameter(int index) {
-    return index >= 0 && static_cast<size_t>(index) < plugin().parameters().size();
+    return index >= 0 && static_cast<std::size_t>(index) < plugin().parameters().size();
 }
 
 Instance& instance_of(F0rInstance instance) {
@@ -132,7 +132,7 @@ void f0r_get_plugin_info(F0rPluginInfo* info) {
 void f0r_get_param_info(F0rParamInfo* info, int param_index) {
     guarded([&] {
         if (!is_parameter(param_index)) return;
-        const Parameter& parameter = plugin().parameters()[static_cast<size_t>(param_index)];
+        const Parameter& parameter = plugin().parameters()[static_cast<std::size_t>(param_index)];
         *info = {parameter.name.c_str(), parameter.type(), parameter.explanation.c_str()};
     });
 }
@@ -150,14 +150,14 @@ void f0r_destruct(F0rInstance instance) {
 void f0r_set_param_value(F0rInstance instance, F0rParam param, int param_index) {
     guarded([&] {
         if (instance && param && is_parameter(param_index))
-            instance_of(instance).set(static_cast<size_t>(param_index), param);
+            instance_of(instance).set(static_cast<std::size_t>(param_index), param);
     });
 }
 
 void f0r_get_param_value(F0rInstance instance, F0rParam param, int param_index) {
     guarded([&] {
         if (instance && param && is_parameter(param_index))
-            instance_of(instance).get(static_cast<size_t>(param_index), param);
+            instance_of(instance).get(static_cast<std::size_t>(param_index), param);
     });
 }
 

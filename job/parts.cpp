@@ -23,7 +23,7 @@ int64_t half_of_memory() {
     return int64_t{sysconf(_SC_PHYS_PAGES)} * sysconf(_SC_PAGESIZE) / 2;
 }
 
-// A stretch of the frame with its margins, of one length wherever it lies.
+// Rows or columns of a part with its margins; the length is the same for all parts.
 struct Stretch {
     int begin;
     int end;
@@ -60,7 +60,7 @@ std::optional<int> part_width(const FrameSize& frame, std::optional<int> asked) 
 void render_in_parts(host::Instance& instance, const host::FrameRequest& request, const FrameSize& frame,
                      int part_width, const std::function<void(const host::World&)>& take) {
     host::FrameRequest asked = request;
-    asked.row_padding = 0;  // the input, as large as the frame, then takes no memory: nobody writes into it
+    asked.row_padding = 0;  // the input, as large as the frame, then takes no memory: it is only read
     host::World part;
     host::World band;
     const int band_height = std::max(part_width / kBandsOfWidth, 1);

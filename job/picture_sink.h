@@ -18,7 +18,7 @@ class PictureSink : public media::FrameSink {
     void write(std::size_t position, const host::World& world) override;
 
     /// The file of the frame at this position, to be written by rows. Throws as write().
-    media::NewPicture begin(size_t position) const;
+    media::NewPicture begin(std::size_t position) const;
 
   private:
     const RenderJob& job_;

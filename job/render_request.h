@@ -15,11 +15,12 @@
 
 namespace flumo::job {
 
-/// One Id=value; the value is read when the controls of the effect are known.
+/// A control and the text of its value, which is read when the controls of the effect are known.
 struct Assignment {
-    std::string option;  ///< as written, for messages: --set, --gradient, --layer1
+    std::string written;  ///< what messages call it, such as "--set Scale"
     std::string id;
-    std::optional<std::string> value;  ///< nothing where the text had no =
+    std::optional<std::string> value;  ///< nothing where the user named the control alone
+    bool is_gradient = false;          ///< refused for any other kind of control
 };
 
 /// What is left out is empty, and a scene or a default fills it. At most one of `scene`, `from` and `preset`

@@ -18,11 +18,6 @@ namespace {
 
 constexpr double kWholeTurn = 360;
 
-std::string as_written(const Assignment& assignment) {
-    if (assignment.option.starts_with("--layer")) return assignment.option;
-    return assignment.option + " " + printable(assignment.id);
-}
-
 Failure value_missing(const scene::Control& control) {
     std::string message = "expected " + control.id + "=VALUE with " + scene::expected_value(control);
     const auto row = std::ranges::find(scene::control_needs(), control.id, &scene::ControlNeeds::id);
@@ -34,7 +29,7 @@ Failure value_missing(const scene::Control& control) {
 scene::Track read_assignment(const Assignment& assignment, const scene::ControlCatalog& catalog,
                              const host::FrameRate& rate) try {
     const scene::Control& control = catalog.find(assignment.id);
-    if (assignment.option == "--gradient" && control.kind != scene::ControlKind::kArbitrary) {
+    if (assignment.is_gradient && control.kind != scene::ControlKind::kArbitrary) {
         throw usage_failure("this control is no gradient; Gradient and LinesGradient are");
     }
     if (!assignment.value) throw value_missing(control);
@@ -42,7 +37,7 @@ scene::Track read_assignment(const Assignment& assignment, const scene::ControlC
         return scene::parse_keyframes(control, *assignment.value, rate);
     return {&control, {{0, scene::parse_control_value(control, *assignment.value)}}};
 } catch (const Failure& failure) {
-    throw Failure(failure.kind(), as_written(assignment) + ": " + failure.what());
+    throw Failure(failure.kind(), assignment.written + ": " + failure.what());
 }
 
 // What a file says of itself.
@@ -67,7 +62,7 @@ scene::Scene base_scene(const RenderRequest& request, media::FrameNotes& notes,
 std::vector<int> frames_of(double seconds, const host::FrameRate& rate) {
     constexpr double kMostFrames = 1e6;
     const double count = std::max(std::round(seconds * rate.num / rate.den), 1.0);
-    if (count > kMostFrames) throw usage_failure("--duration gives more than 1000000 frames");
+    if (count > kMostFrames) throw usage_failure("the duration is more than 1000000 frames");
     std::vector<int> frames(static_cast<std::size_t>(count));
     std::iota(frames.begin(), frames.end(), 0);
     return frames;
@@ -76,13 +71,13 @@ std::vector<int> frames_of(double seconds, const host::FrameRate& rate) {
 // One whole turn from the first frame to the one after the last, which therefore is the first again.
 void add_loop(scene::Scene& scene, const scene::ControlCatalog& catalog) {
     if (!scene.frames || scene.frames->size() < 2)
-        throw usage_failure("--loop needs the length of the loop, such as --duration 4 or --frames 0-99");
+        throw usage_failure("a loop needs its length: expected a duration or several frames");
     const auto [first, last] = std::ranges::minmax(*scene.frames);
     const scene::Control& evolution = catalog.find("Evolution");
     const auto given = scene.tracks.find(evolution.index);
     const bool moves = given != scene.tracks.end() && given->second.keyframes.size() > 1;
     if (moves)
-        throw usage_failure("--loop moves Evolution, which has keyframes already: expected one of them");
+        throw usage_failure("a loop moves Evolution, which has keyframes already: expected one of them");
     const double start = given == scene.tracks.end()
                              ? evolution.default_value
                              : std::get<double>(given->second.keyframes.front().value);

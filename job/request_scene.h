@@ -8,9 +8,8 @@
 
 namespace flumo::job {
 
-/// What the request asks for over its scene, preset or picture; what neither says is empty, except that
-/// --duration and
-/// --loop give frames. `notes` becomes what the picture or video says that the scene comes from. Throws
+/// What the request asks for over its scene, preset or picture. What neither says is empty, except that a
+/// duration gives frames. `notes` becomes what the picture or video says that the scene comes from. Throws
 /// Failure: (usage) for values that do not fit, (unreadable input) for a file.
 scene::Scene scene_of_request(const RenderRequest& request, const scene::ControlCatalog& catalog,
                               media::FrameNotes& notes);

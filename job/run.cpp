@@ -102,7 +102,7 @@ PipelineShape shape_of(const RenderJob& job, int render_threads) {
 }
 
 // Whether the file of the frame at this position is there; one that is empty or cut short is not.
-bool is_done(const RenderJob& job, size_t position) {
+bool is_done(const RenderJob& job, std::size_t position) {
     return media::is_whole_file(job.path_of(position), job.output.kind());
 }
 

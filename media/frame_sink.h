@@ -15,7 +15,7 @@ class FrameSink {
     FrameSink& operator=(const FrameSink&) = delete;
 
     /// Takes the frame at this position of the job. Throws Failure (unwritable output).
-    virtual void write(size_t position, const host::World& world) = 0;
+    virtual void write(std::size_t position, const host::World& world) = 0;
 
     /// After the last frame, if all were written. What is not finished leaves no file.
     virtual void finish() {}
@@ -24,7 +24,7 @@ class FrameSink {
 /// Drops every frame.
 class NullSink : public FrameSink {
   public:
-    void write(size_t, const host::World&) override {}
+    void write(std::size_t, const host::World&) override {}
 };
 
 }  // namespace flumo::media

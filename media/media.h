@@ -5,7 +5,8 @@
 //   const host::World layer = media::world_of(paper, host::Depth::k16);   // for the host
 //   media::write_picture("frame.png", media::PictureFormat::kPng, media::picture_of(world));
 //
-//   media::VideoSink video("loop.mov", media::VideoFormat::kMov, {.size = {1920, 1080}});
+//   media::VideoSink video("loop.mov", media::VideoFormat::kMov,
+//                          {.size = {1920, 1080}, .depth = world.depth()});
 //   video.write(0, world);                                                // each frame in its order
 //   video.finish();                                                       // the file appears, whole
 //

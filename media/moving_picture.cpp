@@ -91,10 +91,10 @@ std::unique_ptr<MovingPicture> open_sequence(const NumberedName& name, const Lay
 
 // Takes the last ",key=value" off the text where there is one.
 bool take_setting(std::string& text, LayerText& layer) {
-    const size_t comma = text.rfind(',');
+    const std::size_t comma = text.rfind(',');
     if (comma == std::string::npos) return false;
     const std::string setting = text.substr(comma + 1);
-    const size_t mark = setting.find('=');
+    const std::size_t mark = setting.find('=');
     const std::string key = setting.substr(0, mark);
     if (mark == std::string::npos || (key != "offset" && key != "end")) return false;
     const std::string value = setting.substr(mark + 1);

@@ -72,7 +72,7 @@ NewFile::NewFile(fs::path target, Existing existing)
         throw cannot_write(target_, "its folder does not exist");
     file_ = open_temporary(temporary_);
     if (file_ < 0 || !is_ours(file_, temporary_)) {
-        // Another process writes the same target, somebody else left it, or the folder knows no locks.
+        // Another process writes the same target, another user left it, or the file system has no locks.
         if (file_ >= 0) close(file_);
         temporary_ = temporary_name(target_, std::to_string(getpid()) + ".");
         file_ = open_temporary(temporary_);

@@ -9,8 +9,8 @@ namespace flumo::media {
 enum class Existing { kReplace, kKeep };
 
 /// A file in the making: written under a temporary name in the folder of its target, and given the
-/// target's name by commit(). A file that is not committed leaves no trace; what a killed process left behind
-/// is taken up by the next one that writes the same target.
+/// target's name by commit(). A file that is not committed is deleted; the file that a killed process left
+/// is reused by the next one that writes the same target.
 class NewFile {
   public:
     /// Creates the empty temporary file. Throws Failure (unwritable output), naming the target.

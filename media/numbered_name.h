@@ -31,7 +31,7 @@ class NumberedName {
   private:
     std::string before_;
     std::string after_;
-    size_t digits_ = 0;
+    std::size_t digits_ = 0;
     bool has_number_ = false;
 };
 

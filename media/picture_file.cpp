@@ -15,10 +15,13 @@ std::string first_line(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
-// ffmpeg's own message without the file name and the demuxer's address that it puts in front.
+// ffmpeg's own message without the name of the file, and without the part of ffmpeg that speaks and its
+// address in memory: "[mjpeg @ 0x55f1901c27c0] overread 8".
 std::string reason_of(const std::string& errors) {
-    const std::string line = first_line(errors);
-    const size_t mark = line.rfind(": ");
+    std::string line = first_line(errors);
+    const std::size_t speaker = line.starts_with('[') ? line.find("] ") : std::string::npos;
+    if (speaker != std::string::npos) line.erase(0, speaker + 2);
+    const std::size_t mark = line.rfind(": ");
     return line.empty() ? "it holds no picture" : mark == std::string::npos ? line : line.substr(mark + 2);
 }
 
@@ -37,7 +40,7 @@ Picture read_with_ffmpeg(const std::filesystem::path& path) {
 
 // Null for a format that the program does not read by itself.
 const PictureFormatRow* format_of(const std::filesystem::path& path) {
-    constexpr size_t kEnough = 8;
+    constexpr std::size_t kEnough = 8;
     const std::vector<uint8_t> start = read_file_start(path, kEnough);
     const auto rows = picture_formats();
     const auto found = std::ranges::find_if(rows, [&](const auto* row) { return row->matches(start); });

@@ -38,13 +38,13 @@ std::array<std::byte, 3> bt709(float r, float g, float b) {
 std::vector<std::byte> y4m_frame(Picture picture) {
     put_over_black(picture);
     const auto& samples = std::get<std::vector<uint8_t>>(picture.samples);
-    const size_t plane = picture.width * picture.height;
+    const std::size_t plane = picture.width * picture.height;
     std::vector<std::byte> bytes(kFrameMark.size() + plane * 3);
     std::memcpy(bytes.data(), kFrameMark.data(), kFrameMark.size());
     std::byte* const out = bytes.data() + kFrameMark.size();
-    for (size_t i = 0; i < plane; ++i) {
+    for (std::size_t i = 0; i < plane; ++i) {
         const auto yuv = bt709(samples[i * 4], samples[i * 4 + 1], samples[i * 4 + 2]);
-        for (size_t channel = 0; channel < yuv.size(); ++channel)
+        for (std::size_t channel = 0; channel < yuv.size(); ++channel)
             out[channel * plane + i] = yuv[channel];
     }
     return bytes;

@@ -11,7 +11,7 @@ StreamSink::StreamSink(RawFormat format, const FrameSize& size, const host::Fram
     write_(raw_header(format, size, rate));
 }
 
-void StreamSink::write(size_t, const host::World& world) {
+void StreamSink::write(std::size_t, const host::World& world) {
     const std::vector<std::byte> bytes = raw_frame(format_, picture_of(world));
     write_({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }

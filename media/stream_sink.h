@@ -19,7 +19,7 @@ class StreamSink : public FrameSink {
     /// Writes the format's header, which may be empty.
     StreamSink(RawFormat format, const FrameSize& size, const host::FrameRate& rate, Write write);
 
-    void write(size_t position, const host::World& world) override;
+    void write(std::size_t position, const host::World& world) override;
 
   private:
     RawFormat format_;

@@ -108,7 +108,7 @@ bool is_whole_matroska(const std::filesystem::path& path) {
     constexpr uint64_t kSegment = 0x18538067;
     constexpr uint64_t kLengthBits = 0x00FFFFFFFFFFFFFF;  // of a size in eight bytes
     const std::vector<uint8_t> head = read_file_start(path, 64);
-    for (size_t i = 4; i + 12 <= head.size(); ++i) {
+    for (std::size_t i = 4; i + 12 <= head.size(); ++i) {
         if (big_endian(std::span(head).subspan(i, 4)) != kSegment) continue;
         const uint64_t size = big_endian(std::span(head).subspan(i + 4, 8)) & kLengthBits;
         return i + 12 + size == std::filesystem::file_size(path);

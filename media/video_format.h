@@ -15,7 +15,7 @@ enum class VideoFormat { kMp4, kMov, kMkv, kWebm, kGif };
 struct VideoFormatRow {
     VideoFormat format;
     const char* ending;
-    host::Depth usual_depth;  ///< what a frame is rendered at when nobody asks for another depth
+    host::Depth usual_depth;  ///< what a frame is rendered at when the user asks for no depth
     bool has_alpha;           ///< otherwise frames are put over black
     bool has_notes;           ///< whether texts such as the scene can be stored
     /// Filters, encoder and muxer as words of an ffmpeg command. Frames are tagged with their colour space

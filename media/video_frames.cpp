@@ -24,7 +24,7 @@ Properties probe(const std::filesystem::path& path) {
     if (!result || result->status != 0) return properties;
     const std::string_view text(reinterpret_cast<const char*>(result->output.data()), result->output.size());
     for (const std::string_view line : split(text, '\n')) {
-        const size_t mark = line.find('=');
+        const std::size_t mark = line.find('=');
         if (mark != std::string_view::npos) properties.emplace(line.substr(0, mark), line.substr(mark + 1));
     }
     return properties;
@@ -59,8 +59,8 @@ std::unique_ptr<VideoFrames> VideoFrames::open(const std::filesystem::path& path
     const Properties properties = probe(path);
     std::unique_ptr<VideoFrames> frames(new VideoFrames);
     frames->path_ = path;
-    frames->width_ = number_of<size_t>(properties, "width");
-    frames->height_ = number_of<size_t>(properties, "height");
+    frames->width_ = number_of<std::size_t>(properties, "width");
+    frames->height_ = number_of<std::size_t>(properties, "height");
     frames->count_ = number_of<int>(properties, "nb_read_packets");
     if (frames->count_ < 2 || frames->width_ == 0 || frames->height_ == 0) return nullptr;
     require_plausible_size(frames->width_, frames->height_, std::filesystem::file_size(path));

@@ -32,8 +32,8 @@ class VideoFrames {
     Picture read_samples(int frame);
 
     std::filesystem::path path_;
-    size_t width_ = 0;
-    size_t height_ = 0;
+    std::size_t width_ = 0;
+    std::size_t height_ = 0;
     int count_ = 0;
     std::string decoder_;   ///< empty: ffmpeg's choice
     std::string filter_;    ///< a part of ffmpeg's filter list, may be empty

@@ -13,7 +13,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-constexpr size_t kLongestScene = 120'000;
+constexpr std::size_t kLongestScene = 120'000;
 
 // Texts for the container; the bit-exact flags keep out the muxer's random numbers.
 Words notes_of(const VideoFormatRow& row, const VideoSettings& settings) {
@@ -68,7 +68,7 @@ VideoSink::VideoSink(const std::filesystem::path& path, VideoFormat format, cons
     throw output_failure("cannot write \"" + path.string() + "\": " + error.what());
 }
 
-void VideoSink::write(size_t, const host::World& world) {
+void VideoSink::write(std::size_t, const host::World& world) {
     Picture picture = picture_of(world);
     const bool is_8_bit = std::holds_alternative<std::vector<uint8_t>>(picture.samples);
     if (!is_8_bit) picture = to_16_bit(picture);

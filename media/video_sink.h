@@ -37,7 +37,7 @@ class VideoSink : public FrameSink {
     VideoSink(const std::filesystem::path& path, VideoFormat format, const VideoSettings& settings);
 
     /// Throws Failure (unwritable output) with ffmpeg's own words.
-    void write(size_t position, const host::World& world) override;
+    void write(std::size_t position, const host::World& world) override;
     void finish() override;
 
   private:

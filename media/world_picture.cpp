@@ -30,8 +30,8 @@ A_u_short to_host(uint16_t value) {
 
 template <typename Pixel, typename Sample>
 Picture read_world(const host::World& world) {
-    const auto width = static_cast<size_t>(world.width());
-    const auto height = static_cast<size_t>(world.height());
+    const auto width = static_cast<std::size_t>(world.width());
+    const auto height = static_cast<std::size_t>(world.height());
     std::vector<Sample> samples(width * height * 4);
     Sample* next = samples.data();
     for (int y = 0; y < world.height(); ++y) {

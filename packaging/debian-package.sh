@@ -66,8 +66,10 @@ if [ -e "$root/usr/bin/flumo-studio" ]; then
     cp "$doc/copyright" "$studio/usr/share/doc/flumo-studio/"
 fi
 
+# The program, the module and the plug-ins for video editors.
+mapfile -t binaries < <(find "$root/usr/bin" "$root/usr/lib" -type f \( -path '*/bin/*' -o -name '*.so' \) | sort)
 build flumo "$root" <<TEXT
-Depends: $(libraries "$root/usr/bin/flumo" "$root/usr/lib/flumo/Flumo.so"), libgl1-mesa-dri
+Depends: $(libraries "${binaries[@]}"), libgl1-mesa-dri
 Recommends: ffmpeg
 Suggests: flumo-studio
 Description: animated procedural images from a command line

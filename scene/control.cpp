@@ -56,7 +56,7 @@ host::Range accepted_range(const Control& control) {
 }
 
 std::span<const std::string> offered_choices(const Control& control) {
-    const auto declared = static_cast<size_t>(std::max(control.valid.max, 0.0));
+    const auto declared = static_cast<std::size_t>(std::max(control.valid.max, 0.0));
     return std::span(control.choices).first(std::min(control.choices.size(), declared));
 }
 

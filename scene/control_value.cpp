@@ -32,7 +32,7 @@ std::optional<double> parse_checkbox(std::string_view text) {
 
 std::optional<double> parse_choice(const Control& control, std::string_view text) {
     const auto choices = offered_choices(control);
-    for (size_t i = 0; i < choices.size(); ++i) {
+    for (std::size_t i = 0; i < choices.size(); ++i) {
         if (equal_ignoring_case(text, choices[i])) return static_cast<double>(i + 1);
     }
     return parse_number<double>(text);

@@ -10,7 +10,7 @@
 namespace flumo::scene {
 namespace {
 
-constexpr size_t kMostFrames = 1'000'000;
+constexpr std::size_t kMostFrames = 1'000'000;
 
 struct FrameRange {
     int first;
@@ -31,13 +31,13 @@ int parse_frame(std::string_view text, std::string_view part) {
 FrameRange parse_range(std::string_view part) {
     std::string_view range = part;
     int step = 1;
-    if (const size_t mark = range.find_first_of("x:"); mark != std::string_view::npos) {
+    if (const std::size_t mark = range.find_first_of("x:"); mark != std::string_view::npos) {
         step = parse_frame(range.substr(mark + 1), part);
         range = range.substr(0, mark);
         if (range.find('-', 1) == std::string_view::npos) fail(part, "a step needs a range, such as 1-100x2");
     }
     if (step < 1) fail(part, "the step must be 1 or more");
-    const size_t dash = range.empty() ? std::string_view::npos : range.find('-', 1);
+    const std::size_t dash = range.empty() ? std::string_view::npos : range.find('-', 1);
     const int first = parse_frame(range.substr(0, dash), part);
     const int last = dash == std::string_view::npos ? first : parse_frame(range.substr(dash + 1), part);
     if (last < first) fail(part, "the range is reversed");

@@ -22,9 +22,9 @@ using nlohmann::json;
 // of a number out of range, and without the bytes that it read last.
 std::string reason_of(const json::exception& error) {
     std::string what = error.what();
-    const size_t place = what.find("line ");
+    const std::size_t place = what.find("line ");
     what.erase(0, place != what.npos ? place : what.find("] ") + 2);
-    const size_t bytes = what.find("; last read: '");
+    const std::size_t bytes = what.find("; last read: '");
     if (bytes != what.npos) what.erase(bytes, what.rfind('\'') + 1 - bytes);
     return printable(what);
 }

@@ -6,8 +6,8 @@
 //   look.tracks[scale.index] = {&scale, {{0, 40.0}}};              // from frame 0 on
 //   const std::string text = scene::SceneText(look, catalog, host).of_frames(std::array{0});
 //
-// Values name layers by their files; whoever renders the scene reads them. Everything that reads throws
-// flumo::Failure with one line for the user.
+// Values name layers by their files; the program that renders the scene reads them. Everything that reads
+// throws flumo::Failure with one line for the user.
 #pragma once
 
 #include <filesystem>

@@ -36,7 +36,7 @@ float read_float(const json& value, const ScenePlace& place) {
 
 Colour read_float_colour(const json& value, const ScenePlace& place) {
     std::array<float, 4> channels = {0, 0, 0, 1};
-    for (size_t i = 0; i < value.size(); ++i)
+    for (std::size_t i = 0; i < value.size(); ++i)
         channels[i] = read_float(value[i], place.element(i));
     return {channels[0], channels[1], channels[2], channels[3]};
 }
@@ -67,7 +67,7 @@ Stop read_stop(const json& value, const ScenePlace& place) {
 
 std::vector<Stop> read_stops(const json& value, const ScenePlace& place) {
     std::vector<Stop> stops;
-    for (size_t i = 0; i < value.size(); ++i)
+    for (std::size_t i = 0; i < value.size(); ++i)
         stops.push_back(read_stop(value[i], place.element(i)));
     return stops;
 }
@@ -138,7 +138,7 @@ std::vector<Keyframe> read_keyframes(const Control& control, const json& value, 
         throw place.failure("this control cannot vary over time; expected one value");
     if (value.empty()) throw place.failure("expected at least one keyframe");
     std::vector<Keyframe> keyframes;
-    for (size_t i = 0; i < value.size(); ++i) {
+    for (std::size_t i = 0; i < value.size(); ++i) {
         Keyframe keyframe = read_keyframe(control, value[i], place.element(i));
         if (!keyframes.empty() && keyframe.frame <= keyframes.back().frame) {
             throw place.element(i).member("frame").failure("expected a frame after " +

@@ -17,7 +17,7 @@ struct ScenePlace {
     std::string key;
 
     ScenePlace member(const std::string& name) const { return {file, key.empty() ? name : key + "." + name}; }
-    ScenePlace element(size_t i) const { return {file, key + "[" + std::to_string(i) + "]"}; }
+    ScenePlace element(std::size_t i) const { return {file, key + "[" + std::to_string(i) + "]"}; }
 
     Failure failure(const std::string& message, FailureKind status = FailureKind::kUsage) const {
         return {status, file.string() + ": " + (key.empty() ? "" : printable(key) + ": ") + message};

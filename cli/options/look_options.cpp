@@ -19,8 +19,12 @@ job::Assignment parse_assignment(const std::string& option, const std::string& t
     if (mark == 0 || text.empty())
         throw usage_failure(option + " " + in_quotes(text) + ": expected Id=value");
     // What the control takes is known when the effect is loaded.
-    if (mark == std::string::npos) return {option, text, std::nullopt};
-    return {option, text.substr(0, mark), text.substr(mark + 1)};
+    job::Assignment assignment;
+    assignment.id = text.substr(0, mark);
+    assignment.is_gradient = option == "--gradient";
+    assignment.written = option + " " + printable(assignment.id);
+    if (mark != std::string::npos) assignment.value = text.substr(mark + 1);
+    return assignment;
 }
 
 void set_size(RenderRequest& request, const std::string& text) {

@@ -144,7 +144,7 @@ constexpr OptionRow<RenderOptions> kRows[] = {
     {"Run", "--progress", "FORM",
      "bar, lines, json (an object a line), openjd or none;\njson and openjd go to standard output",
      "by terminal", set_progress},
-    {"Run", "-q,--quiet", "", "The same as --progress none", "", set_quiet},
+    {"Run", "-q,--quiet", "", "No progress and no warnings, only errors: --progress none", "", set_quiet},
     {"Run", "--module", "FILE", "The effect to load", "beside flumo, then in ../lib/flumo", set_module},
 };
 

@@ -159,6 +159,7 @@ void ProgressDisplay::ended(job::Ending ending, const job::ProgressState& state)
 }
 
 void ProgressDisplay::warn(const std::string& message) {
+    if (settings_.form == ProgressForm::kNone) return;
     const std::lock_guard lock(mutex_);
     if (settings_.form == ProgressForm::kJson) {
         settings_.write(as_line({{"event", "warning"}, {"message", message}}));

@@ -15,7 +15,8 @@
 namespace flumo::cli {
 
 /// kBar: a line that is drawn again and again, on a terminal. kLines: a line a frame. kJson: a JSON object a
-/// line. kOpenJd: the lines that Open Job Description sessions read. kNone: only failures.
+/// line. kOpenJd: the lines that Open Job Description sessions read. kNone: failures
+/// only, no warnings.
 enum class ProgressForm { kBar, kLines, kJson, kOpenJd, kNone };
 
 /// Reads bar, lines, json, openjd or none. Throws Failure (usage).

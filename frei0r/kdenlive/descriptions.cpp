@@ -100,7 +100,7 @@ Row choice_row(const Parameter& parameter) {
     const std::string name = parameter.control ? parameter.control->name : "Use of the picture";
     std::string steps;
     std::string names;
-    for (size_t i = 0; i < parameter.choices.size(); ++i) {
+    for (std::size_t i = 0; i < parameter.choices.size(); ++i) {
         if (i > 0) {
             steps += ';';
             names += ',';

@@ -25,7 +25,7 @@
 namespace flumo::media {
 namespace {
 
-constexpr size_t kLongestAttribute = 200;
+constexpr std::size_t kLongestAttribute = 200;
 
 // As OpenImageIO names it; other readers have the comment.
 constexpr const char* kColourSpaceAttribute = "oiio:ColorSpace";
@@ -47,10 +47,10 @@ constexpr Imf::PixelType pixel_type() {
 // Slices of interleaved pixels whose first one lies at the window's top left corner.
 template <typename Sample>
 Imf::FrameBuffer frame_buffer(Sample* pixels, const Imath::Box2i& window, const ChannelNames& names) {
-    constexpr size_t kPixelSize = 4 * sizeof(Sample);
-    const auto width = static_cast<size_t>(window.size().x + 1);
+    constexpr std::size_t kPixelSize = 4 * sizeof(Sample);
+    const auto width = static_cast<std::size_t>(window.size().x + 1);
     Imf::FrameBuffer buffer;
-    for (size_t channel = 0; channel < names.size(); ++channel) {
+    for (std::size_t channel = 0; channel < names.size(); ++channel) {
         const double missing = channel == 3 ? 1.0 : 0.0;
         if (channel > 0 && std::string_view(names[channel]) == names[channel - 1]) continue;
         buffer.insert(names[channel], Imf::Slice::Make(pixel_type<Sample>(), pixels + channel, window,
@@ -63,10 +63,10 @@ int64_t pixel_count(const Imath::Box2i& window) {
     return (int64_t{window.max.x} - window.min.x + 1) * (int64_t{window.max.y} - window.min.y + 1);
 }
 
-void require_reasonable(const Imath::Box2i& window, size_t file_bytes) {
+void require_reasonable(const Imath::Box2i& window, std::size_t file_bytes) {
     if (window.isEmpty()) throw std::runtime_error("the picture is empty");
-    require_plausible_size(static_cast<size_t>(int64_t{window.max.x} - window.min.x + 1),
-                           static_cast<size_t>(int64_t{window.max.y} - window.min.y + 1), file_bytes);
+    require_plausible_size(static_cast<std::size_t>(int64_t{window.max.x} - window.min.x + 1),
+                           static_cast<std::size_t>(int64_t{window.max.y} - window.min.y + 1), file_bytes);
 }
 
 // A file of luminance alone names one channel for all three colours.
@@ -83,11 +83,11 @@ ChannelNames channel_names(const Imf::Header& header) {
 
 std::vector<float> read_window(Imf::InputFile& file, const Imath::Box2i& window) {
     const ChannelNames names = channel_names(file.header());
-    std::vector<float> pixels(static_cast<size_t>(pixel_count(window)) * 4);
+    std::vector<float> pixels(static_cast<std::size_t>(pixel_count(window)) * 4);
     file.setFrameBuffer(frame_buffer(pixels.data(), window, names));
     file.readPixels(window.min.y, window.max.y);
     if (*names[0] == 'Y') {
-        for (size_t i = 0; i < pixels.size(); i += 4)
+        for (std::size_t i = 0; i < pixels.size(); i += 4)
             pixels[i + 1] = pixels[i + 2] = pixels[i];
     }
     return pixels;
@@ -97,7 +97,7 @@ std::vector<float> read_window(Imf::InputFile& file, const Imath::Box2i& window)
 std::vector<float> reframe(const std::vector<float>& pixels, const Imath::Box2i& from,
                            const Imath::Box2i& to) {
     if (from == to) return pixels;
-    std::vector<float> framed(static_cast<size_t>(pixel_count(to)) * 4);
+    std::vector<float> framed(static_cast<std::size_t>(pixel_count(to)) * 4);
     const int left = std::max(from.min.x, to.min.x);
     const int right = std::min(from.max.x, to.max.x);
     const auto offset = [](const Imath::Box2i& window, int x, int y) {
@@ -111,14 +111,14 @@ std::vector<float> reframe(const std::vector<float>& pixels, const Imath::Box2i&
 }
 
 // "flumoScene" alone held the whole scene in files of earlier versions.
-std::string scene_attribute(size_t piece) {
+std::string scene_attribute(std::size_t piece) {
     char name[32];
     std::snprintf(name, sizeof name, "%s.%03zu", kSceneKey, piece);
     return name;
 }
 
 void add_scene(Imf::Header& header, std::string_view scene) {
-    for (size_t piece = 0; !scene.empty(); ++piece) {
+    for (std::size_t piece = 0; !scene.empty(); ++piece) {
         const std::string_view part = scene.substr(0, kLongestAttribute);
         header.insert(scene_attribute(piece), Imf::StringAttribute(std::string(part)));
         scene.remove_prefix(part.size());
@@ -132,7 +132,7 @@ std::string string_attribute(const Imf::Header& header, const std::string& name)
 
 std::string scene_of(const Imf::Header& header) {
     std::string scene = string_attribute(header, kSceneKey);
-    for (size_t piece = 0;; ++piece) {
+    for (std::size_t piece = 0;; ++piece) {
         const std::string part = string_attribute(header, scene_attribute(piece));
         if (part.empty()) return scene;
         scene += part;
@@ -154,8 +154,8 @@ Imf::Header header_of(const PictureShape& shape, const FrameNotes& notes) {
     return header;
 }
 
-// The library's own stream tells nothing of what fails when its file closes: the table of lines, which is
-// written then, and what the buffer still holds.
+// The library's own stream reports no failure when its file closes, although the table of lines and
+// the rest of the buffer are written then.
 class CheckedStream : public Imf::OStream {
   public:
     explicit CheckedStream(const std::filesystem::path& path)
@@ -164,7 +164,7 @@ class CheckedStream : public Imf::OStream {
     }
 
     void write(const char* bytes, int count) override {
-        const auto size = static_cast<size_t>(count);
+        const auto size = static_cast<std::size_t>(count);
         if (std::fwrite(bytes, 1, size, file_.get()) != size) fail();
     }
     uint64_t tellp() override { return static_cast<uint64_t>(std::ftell(file_.get())); }
@@ -172,7 +172,7 @@ class CheckedStream : public Imf::OStream {
         if (std::fseek(file_.get(), static_cast<long>(position), SEEK_SET) != 0) fail();
     }
 
-    /// Once the library is done. Throws what it kept to itself.
+    /// Once the library is done. Throws for an error that was not reported before.
     void close() {
         if (std::fclose(file_.release()) != 0 && error_ == 0) error_ = errno;
         if (error_ != 0) throw std::runtime_error(std::generic_category().message(error_));
@@ -212,7 +212,7 @@ class ExrWriter : public PictureWriter {
 
   private:
     template <typename Sample>
-    void write_samples(const std::vector<Sample>& samples, size_t rows) {
+    void write_samples(const std::vector<Sample>& samples, std::size_t rows) {
         Imath::Box2i window = file_->header().dataWindow();
         window.min.y = file_->currentScanLine();
         window.max.y = window.min.y + static_cast<int>(rows) - 1;
@@ -236,11 +236,11 @@ Picture read_exr(const std::filesystem::path& path) {
     Imf::InputFile file(path.c_str());
     const Imath::Box2i data = file.header().dataWindow();
     const Imath::Box2i display = file.header().displayWindow();
-    const auto bytes = static_cast<size_t>(std::filesystem::file_size(path));
+    const auto bytes = static_cast<std::size_t>(std::filesystem::file_size(path));
     require_reasonable(data, bytes);
     require_reasonable(display, bytes);
     if (!file.isComplete()) throw std::runtime_error("the file ends too early");
-    return {static_cast<size_t>(display.size().x + 1), static_cast<size_t>(display.size().y + 1),
+    return {static_cast<std::size_t>(display.size().x + 1), static_cast<std::size_t>(display.size().y + 1),
             reframe(read_window(file, data), data, display)};
 }
 

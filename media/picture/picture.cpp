@@ -48,8 +48,8 @@ Picture convert(const Picture& picture) {
 template <typename Change>
 void change_colours(Picture& picture, Change change) {
     auto& samples = std::get<std::vector<float>>(picture.samples);
-    for (size_t i = 0; i + 3 < samples.size(); i += 4) {
-        for (size_t channel = i; channel < i + 3; ++channel) {
+    for (std::size_t i = 0; i + 3 < samples.size(); i += 4) {
+        for (std::size_t channel = i; channel < i + 3; ++channel) {
             samples[channel] = change(samples[channel], samples[i + 3]);
         }
     }
@@ -57,9 +57,9 @@ void change_colours(Picture& picture, Change change) {
 
 }  // namespace
 
-void require_plausible_size(size_t width, size_t height, size_t file_bytes) {
-    constexpr size_t kMostPixels = size_t{1} << 28;
-    constexpr size_t kMostPixelsInAByte = size_t{1} << 16;
+void require_plausible_size(std::size_t width, std::size_t height, std::size_t file_bytes) {
+    constexpr std::size_t kMostPixels = std::size_t{1} << 28;
+    constexpr std::size_t kMostPixelsInAByte = std::size_t{1} << 16;
     if (width > kMostPixels || height > kMostPixels || width * height > kMostPixels)
         throw std::runtime_error("the picture is too large");
     if (width * height / kMostPixelsInAByte > file_bytes)
@@ -95,8 +95,8 @@ void put_over_black(Picture& picture) {
         [](auto& samples) {
             using Sample = typename std::decay_t<decltype(samples)>::value_type;
             constexpr double kFull = full_scale<Sample>();
-            for (size_t i = 0; i + 3 < samples.size(); i += 4) {
-                for (size_t channel = i; channel < i + 3; ++channel) {
+            for (std::size_t i = 0; i + 3 < samples.size(); i += 4) {
+                for (std::size_t channel = i; channel < i + 3; ++channel) {
                     samples[channel] = nearest<Sample>(samples[channel] * (samples[i + 3] / kFull));
                 }
                 samples[i + 3] = static_cast<Sample>(kFull);

@@ -13,15 +13,15 @@ namespace flumo::media {
 struct Picture {
     using Samples = std::variant<std::vector<uint8_t>, std::vector<uint16_t>, std::vector<float>>;
 
-    size_t width = 0;
-    size_t height = 0;
+    std::size_t width = 0;
+    std::size_t height = 0;
     Samples samples;
 };
 
 /// Throws std::runtime_error for a size of more than 2^28 pixels, and for one that a file of `file_bytes`
 /// bytes cannot hold: a header alone must not make the program take memory. No compression stores more than
 /// 2^16 pixels in a byte (PNG: 8256 of one bit).
-void require_plausible_size(size_t width, size_t height, size_t file_bytes);
+void require_plausible_size(std::size_t width, std::size_t height, std::size_t file_bytes);
 
 /// The same picture in another sample type: integers scale to the full range and back without loss
 /// where the target is the wider one; floats are clamped to 0 to 1 and rounded, NaN becomes 0.

@@ -18,7 +18,7 @@ struct PictureFormatRow {
     PictureFormat format;
     const char* name;
     const char* ending;
-    host::Depth usual_depth;  ///< what a frame is rendered at when nobody asks for another depth
+    host::Depth usual_depth;  ///< what a frame is rendered at when the user asks for no depth
     bool takes_linear;        ///< whether FrameNotes::linear may be set
 
     /// Whether a file that begins with these bytes (8 are enough) is of this format.

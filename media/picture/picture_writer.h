@@ -8,8 +8,8 @@ namespace flumo::media {
 
 /// What is known before the first row.
 struct PictureShape {
-    size_t width = 0;
-    size_t height = 0;
+    std::size_t width = 0;
+    std::size_t height = 0;
     host::Depth depth = host::Depth::k8;  ///< of the samples to come
 };
 

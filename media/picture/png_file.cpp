@@ -33,7 +33,7 @@ void on_error(png_structp png, png_const_charp message) {
 
 void on_warning(png_structp, png_const_charp) {}
 
-// libpng leaves by longjmp. Whatever `body` and its callees own must be freed by others: only plain
+// libpng reports errors by longjmp. Whatever `body` and its callees own must be freed by others: only plain
 // pointers and numbers may live in it.
 template <typename Body>
 void guarded(png_structp png, const PngError& error, const Body& body) {
@@ -63,7 +63,7 @@ struct Writer {
     ~Writer() { png_destroy_write_struct(&png, &info); }
 };
 
-void take_bytes(png_structp png, png_bytep target, size_t count) {
+void take_bytes(png_structp png, png_bytep target, std::size_t count) {
     auto& rest = *static_cast<std::span<const uint8_t>*>(png_get_io_ptr(png));
     if (rest.size() < count) png_error(png, "the file ends too early");
     std::memcpy(target, rest.data(), count);
@@ -89,10 +89,10 @@ void read_header(Reader& reader, std::span<const uint8_t>& rest) {
 }
 
 template <typename Sample>
-std::vector<Sample> read_samples(Reader& reader, size_t width, size_t height) {
+std::vector<Sample> read_samples(Reader& reader, std::size_t width, std::size_t height) {
     std::vector<Sample> samples(width * height * 4);
     std::vector<png_bytep> rows(height);
-    for (size_t y = 0; y < height; ++y)
+    for (std::size_t y = 0; y < height; ++y)
         rows[y] = reinterpret_cast<png_bytep>(&samples[y * width * 4]);
     guarded(reader.png, reader.error, [&] {
         png_read_image(reader.png, rows.data());
@@ -102,14 +102,14 @@ std::vector<Sample> read_samples(Reader& reader, size_t width, size_t height) {
 }
 
 // Frames of a shot are written while others are drawn, so time counts for more than size. Zlib's lowest level
-// behind one filter instead of a trial of all five takes a quarter of libpng's usual time or less, 60 ms and
+// after one filter instead of a trial of all five takes a quarter of libpng's usual time or less, 60 ms and
 // not 340 for a detailed frame of 1920x1080, and makes files up to half as large again.
 void prefer_speed(png_structp png) {
     png_set_compression_level(png, 1);
     png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
 }
 
-void put_bytes(png_structp png, png_bytep bytes, size_t count) {
+void put_bytes(png_structp png, png_bytep bytes, std::size_t count) {
     auto* const file = static_cast<std::FILE*>(png_get_io_ptr(png));
     char message[128];
     if (std::fwrite(bytes, 1, count, file) != count)
@@ -173,7 +173,7 @@ class PngWriter : public PictureWriter {
         });
     }
 
-    void put_rows(std::span<const std::byte> bytes, size_t row_bytes) {
+    void put_rows(std::span<const std::byte> bytes, std::size_t row_bytes) {
         guarded(writer_.png, writer_.error, [&] {
             for (; !bytes.empty(); bytes = bytes.subspan(row_bytes))
                 png_write_row(writer_.png, reinterpret_cast<png_const_bytep>(bytes.data()));
@@ -195,8 +195,8 @@ Picture decode_png(std::span<const uint8_t> bytes) {
     Reader reader;
     std::span<const uint8_t> rest = bytes;
     read_header(reader, rest);
-    const size_t width = png_get_image_width(reader.png, reader.info);
-    const size_t height = png_get_image_height(reader.png, reader.info);
+    const std::size_t width = png_get_image_width(reader.png, reader.info);
+    const std::size_t height = png_get_image_height(reader.png, reader.info);
     require_plausible_size(width, height, bytes.size());
     Picture picture{width, height, {}};
     if (png_get_bit_depth(reader.png, reader.info) == 16) {
@@ -220,7 +220,7 @@ FrameNotes read_png_notes(const std::filesystem::path& path) {
     png_textp texts = nullptr;
     const int count = png_get_text(reader.png, reader.info, &texts, nullptr);
     FrameNotes notes;
-    for (const png_text& text : std::span(texts, static_cast<size_t>(count))) {
+    for (const png_text& text : std::span(texts, static_cast<std::size_t>(count))) {
         if (std::string_view(text.key) == kSceneKey) notes.scene = text.text;
     }
     return notes;

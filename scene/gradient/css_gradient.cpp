@@ -30,8 +30,8 @@ bool is_blank(char c) {
 std::vector<std::string_view> split_outside_brackets(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
     int depth = 0;
-    size_t begin = 0;
-    for (size_t i = 0; i <= text.size(); ++i) {
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i <= text.size(); ++i) {
         const char c = i < text.size() ? text[i] : separator;
         depth += c == '(' ? 1 : c == ')' ? -1 : 0;
         const bool separates = separator == ' ' ? is_blank(c) : c == separator;
@@ -79,7 +79,7 @@ Colour colour_of_hsl(float degrees, float saturation, float lightness, float alp
 
 // rgb(255 128 0 / 50%), rgba(255, 128, 0, 0.5), and the same with hsl.
 std::optional<Colour> colour_from_function(std::string_view text) {
-    const size_t open = text.find('(');
+    const std::size_t open = text.find('(');
     if (open == std::string_view::npos || !text.ends_with(')')) return std::nullopt;
     const std::string_view name = text.substr(0, open);
     std::string inner(text.substr(open + 1, text.size() - open - 2));
@@ -111,7 +111,7 @@ void read_stop(std::string_view text, std::vector<CssStop>& stops) {
         throw bad_gradient("linear-gradient: " + in_quotes(text) +
                            ": expected a colour with up to two percentages, such as gold 50%");
     if (words.size() == 1) stops.push_back({*colour, std::nullopt});
-    for (size_t i = 1; i < words.size(); ++i) {
+    for (std::size_t i = 1; i < words.size(); ++i) {
         const auto at = parse_percent(words[i]);
         if (!at)
             throw bad_gradient("linear-gradient: " + in_quotes(words[i]) +
@@ -138,9 +138,9 @@ void place(std::vector<CssStop>& stops) {
         if (!stop.at) continue;
         stop.at = largest = std::max(largest, *stop.at);
     }
-    for (size_t i = 1; i < stops.size(); ++i) {
+    for (std::size_t i = 1; i < stops.size(); ++i) {
         if (stops[i].at) continue;
-        size_t next = i;
+        std::size_t next = i;
         while (!stops[next].at)
             ++next;
         const float step = (*stops[next].at - *stops[i - 1].at) / static_cast<float>(next - i + 1);

@@ -31,17 +31,17 @@ struct Segment {
     Colouring colouring = Colouring::kRgb;
 };
 
-Failure bad_line(size_t line, const std::string& what) {
+Failure bad_line(std::size_t line, const std::string& what) {
     return usage_failure("gradient: GIMP gradient: line " + std::to_string(line) + ": " + what);
 }
 
-float number_in(const std::vector<std::string_view>& words, size_t i, size_t line) {
+float number_in(const std::vector<std::string_view>& words, std::size_t i, std::size_t line) {
     const auto number = parse_number<float>(words[i]);
     if (!number || !std::isfinite(*number)) throw bad_line(line, in_quotes(words[i]) + ": expected a number");
     return *number;
 }
 
-int choice_in(const std::vector<std::string_view>& words, size_t i, int most, size_t line) {
+int choice_in(const std::vector<std::string_view>& words, std::size_t i, int most, std::size_t line) {
     const auto number = parse_number<int>(words[i]);
     if (!number || *number < 0 || *number > most)
         throw bad_line(line, in_quotes(words[i]) + ": expected 0 to " + std::to_string(most));
@@ -50,14 +50,14 @@ int choice_in(const std::vector<std::string_view>& words, size_t i, int most, si
 
 // left middle right, red green blue alpha of both ends, blend, colouring, and in newer files where each end
 // has its colour from, 0 being the file itself.
-Segment read_segment(std::string_view text, size_t line) {
+Segment read_segment(std::string_view text, std::size_t line) {
     const auto words = words_of(text);
     if (words.size() != 13 && words.size() != 15) throw bad_line(line, "expected 13 or 15 numbers");
-    const auto number = [&](size_t i) { return number_in(words, i, line); };
-    const auto colour = [&](size_t i) {
+    const auto number = [&](std::size_t i) { return number_in(words, i, line); };
+    const auto colour = [&](std::size_t i) {
         return Colour{number(i), number(i + 1), number(i + 2), number(i + 3)};
     };
-    for (size_t i = 13; i < words.size(); ++i) {
+    for (std::size_t i = 13; i < words.size(); ++i) {
         if (words[i] != "0")
             throw bad_line(line, "its colours follow GIMP's foreground or background; expected fixed ones");
     }
@@ -167,14 +167,15 @@ bool is_gimp_gradient(std::string_view text) {
 
 std::vector<Stop> parse_gimp_gradient(std::string_view text) {
     const auto lines = split(text, '\n');
-    size_t line = 1;
+    std::size_t line = 1;
     if (line < lines.size() && lines[line].starts_with("Name:")) ++line;
-    const auto count = line < lines.size() ? parse_number<size_t>(without_blanks(lines[line])) : std::nullopt;
+    const auto count =
+        line < lines.size() ? parse_number<std::size_t>(without_blanks(lines[line])) : std::nullopt;
     if (!count || *count == 0) throw bad_line(line + 1, "expected a number of segments");
     if (lines.size() - line - 1 < *count)
         throw bad_line(lines.size(), "expected " + std::to_string(*count) + " segments");
     std::vector<Stop> stops;
-    for (size_t i = 0; i < *count; ++i) {
+    for (std::size_t i = 0; i < *count; ++i) {
         ++line;
         add_segment(stops, read_segment(lines[line], line + 1));
     }

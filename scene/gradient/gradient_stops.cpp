@@ -35,17 +35,17 @@ std::optional<StopKind> kind_from_word(std::string_view word) {
 }
 
 std::optional<std::string_view> word_of_kind(StopKind kind) {
-    const auto row = static_cast<size_t>(kind);
+    const auto row = static_cast<std::size_t>(kind);
     return row < kKindWords.size() ? std::optional(kKindWords[row]) : std::nullopt;
 }
 
 std::optional<Colour> colour_from_hex(std::string_view text) {
     if (text.empty() || text[0] != '#') return std::nullopt;
     text.remove_prefix(1);
-    const size_t digits_each = text.size() <= 4 ? 1 : 2;
+    const std::size_t digits_each = text.size() <= 4 ? 1 : 2;
     if (text.size() != 3 && text.size() != 4 && text.size() != 6 && text.size() != 8) return std::nullopt;
     std::array<float, 4> channels = {0, 0, 0, 1};
-    for (size_t i = 0; i < text.size(); i += digits_each) {
+    for (std::size_t i = 0; i < text.size(); i += digits_each) {
         const int high = hex_digit(text[i]);
         const int low = hex_digit(text[i + digits_each - 1]);
         if (high < 0 || low < 0) return std::nullopt;
@@ -76,7 +76,8 @@ std::optional<std::vector<Stop>> stops_from_stored_form(std::span<const std::byt
     if (bytes.size() < sizeof count) return std::nullopt;
     std::memcpy(&count, bytes.data(), sizeof count);
     bytes = bytes.subspan(sizeof count);
-    if (count < 0 || bytes.size() != static_cast<size_t>(count) * sizeof(StoredStop)) return std::nullopt;
+    if (count < 0 || bytes.size() != static_cast<std::size_t>(count) * sizeof(StoredStop))
+        return std::nullopt;
     std::vector<Stop> stops;
     for (; !bytes.empty(); bytes = bytes.subspan(sizeof(StoredStop))) {
         StoredStop stop{};

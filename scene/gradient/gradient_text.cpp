@@ -46,7 +46,7 @@ Colour parse_float_colour(std::string_view text) {
                                     : ": expected #rrggbb, #rrggbbaa, r/g/b[/a] or a name of CSS"));
     }
     std::array<float, 4> channels = {0, 0, 0, 1};
-    for (size_t i = 0; i < parts.size(); ++i)
+    for (std::size_t i = 0; i < parts.size(); ++i)
         channels[i] = parse_finite(parts[i], "colour channel");
     return {channels[0], channels[1], channels[2], channels[3]};
 }
@@ -134,7 +134,7 @@ class TextFormReader {
 
 std::vector<uint8_t> bytes_from_hex(std::string_view text) {
     std::vector<uint8_t> bytes;
-    for (size_t i = 0; i + 1 < text.size(); i += 2) {
+    for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
         uint8_t byte = 0;
         std::from_chars(text.data() + i, text.data() + i + 2, byte, 16);
         bytes.push_back(byte);
@@ -163,8 +163,8 @@ std::vector<Stop> parse_spelling(std::string_view text) {
 }
 
 // The number of the first line, from 1, that holds something else than stops.
-size_t first_wrong_line(std::string_view text) {
-    size_t number = 0;
+std::size_t first_wrong_line(std::string_view text) {
+    std::size_t number = 0;
     for (const std::string_view line : split(text, '\n')) {
         ++number;
         try {

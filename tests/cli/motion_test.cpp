@@ -86,7 +86,7 @@ TEST_F(Motion, KeyframesInOptionsAreThoseOfAScene) {
         {{"--set", "Scale=1.5:1"}, "time \"1.5\": expected a frame such as 48 or seconds such as 4s"},
         {{"--set", "Scale=0:1:bouncy"}, "expected linear, hold or ease"},
         {{"--set", "NoiseType=0:1,4:2"}, "cannot vary over time"},
-        {{"--loop"}, "--loop needs the length"},
+        {{"--loop"}, "a loop needs its length"},
         {{"--loop", "--duration", "1", "--set", "Evolution=0:0,4:9"}, "has keyframes already"},
         {{"--duration", "0"}, "expected seconds above 0"},
         {{"--duration", "1", "--frames", "3"}, "expected one of them"},
@@ -138,6 +138,7 @@ TEST_F(Motion, VariationsRepeatFromTheirSeedAndFromTheirScenes) {
     EXPECT_EQ(read_text_file(in("d/01.json")), read_text_file(in("d/02.json")));
     ASSERT_EQ(flumo({"render", "-q", "--scene", in("a/03.json"), "-o", in("again.exr")}).status, 0);
     EXPECT_EQ(read_file(in("again.exr")), read_file(in("a/03.exr")));
+    EXPECT_EQ(json::parse(read_text_file(in("a/03.json"))).contains("depth"), false);
     const media::Picture sheet = media::read_picture(in("sheet.png"));
     EXPECT_EQ(sheet.width, 2 * 16 + 2 * 320 + 12U);
     EXPECT_GT(sheet.height, 2 * 180U);

@@ -121,6 +121,7 @@ TEST_F(FlumoProcess, TellsBadInputInOneLineAndWritesNothing) {
         EXPECT_TRUE(flumo::test::is_one_line(said.errors)) << said.errors;
         EXPECT_EQ(said.output, "");
         EXPECT_THAT(said.errors, Not(HasSubstr("not a picture"))) << "contents of a file";
+        EXPECT_THAT(said.errors, Not(HasSubstr("@ 0x"))) << "an address";
     }
     EXPECT_EQ(folder_.file_count(), files);
 }
@@ -182,6 +183,7 @@ TEST_F(FlumoProcess, WarnsOfControlsWithoutEffect) {
               "flumo: LinesCount changes nothing: it needs LinesVisible on\n"
               "flumo: Layer3 changes nothing: it needs ColorizeMode other than Gradient\n");
     EXPECT_THAT(said.output, StartsWith("{\"event\":\"warning\",\"message\":\"LinesCount"));
+    EXPECT_EQ(render("frame.png", {"--set", "LinesCount=9", "--quiet"}).errors, "");
 }
 
 TEST_F(FlumoProcess, TellsThatAFrameFailed) {

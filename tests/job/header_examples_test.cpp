@@ -40,7 +40,7 @@ TEST(HeaderExamples, DoWhatTheySay) {
 
     RenderRequest request;
     request.scene = folder / "look.json";
-    request.output = media::OutputPattern((folder / "frame.####.png"));
+    request.output = media::OutputPattern((folder / "frame.####.png").string());
     const RenderJob shot = make_render_job(request, session.catalog());
     const std::atomic<bool> cancelled = false;
     RunSettings settings;

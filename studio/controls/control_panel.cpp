@@ -18,7 +18,7 @@ namespace flumo::studio {
 namespace {
 
 constexpr int kReasonsMilliseconds = 50;
-constexpr int kWidth = 90 * metrics::kGrid;  // the least: rows of inner groups fit
+constexpr int kWidth = 85 * metrics::kGrid;  // the least: rows of inner groups fit
 const QString kFoldsKey = QStringLiteral("controls/unfolded");
 
 // The sentence with the names that the panel shows instead of ids.

@@ -60,7 +60,7 @@ ControlRow::ControlRow(Document& document, const scene::Control& control, QWidge
 
 void ControlRow::lay_out() {
     auto* const grid = new QGridLayout(this);
-    grid->setContentsMargins(metrics::kGrid, 2, metrics::kGrid, 2);
+    grid->setContentsMargins(metrics::kGrid, 2, 2, 2);
     grid->setHorizontalSpacing(metrics::kGrid);
     grid->setVerticalSpacing(2);
     QSizePolicy keeps_place = reset_->sizePolicy();

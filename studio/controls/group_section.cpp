@@ -32,7 +32,7 @@ GroupSection::GroupSection(const QString& name, int depth, QWidget* parent)
     over->addStretch(1);
     over->addWidget(count_);
 
-    rows_->setContentsMargins(depth == 0 ? 0 : metrics::kGap, 0, 0, metrics::kGrid);
+    rows_->setContentsMargins(depth == 0 ? 0 : metrics::kGrid, 0, 0, metrics::kGrid);
     rows_->setSpacing(0);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

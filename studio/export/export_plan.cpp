@@ -1,7 +1,6 @@
 #include "studio/export/export_plan.h"
 
 #include <QTemporaryFile>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "base/failure.h"
@@ -12,8 +11,6 @@
 
 namespace flumo::studio {
 namespace {
-
-namespace fs = std::filesystem;
 
 // The job is read from a scene's text, as the command line reads it.
 job::RenderJob job_of(const std::string& text, job::RenderRequest request,

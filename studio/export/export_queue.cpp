@@ -22,6 +22,8 @@ bool is_finished(const ExportItem& item) {
 
 /// One export on its way to the thread.
 struct ExportQueue::Order {
+    Order(int order_id, job::RenderJob order_job) : id(order_id), job(std::move(order_job)) {}
+
     int id;
     job::RenderJob job;
     std::atomic<bool> cancelled = false;

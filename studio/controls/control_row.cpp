@@ -140,6 +140,7 @@ void ControlRow::set_reason(const QString& reason) {
 
 // Dimmed, not disabled: a look may be prepared before it is switched on.
 void ControlRow::show_dimmed() {
+    dimmed_from_ = QApplication::palette().cacheKey();
     QPalette colors;
     if (!reason_.isEmpty()) {
         const QPalette usual = QApplication::palette();
@@ -153,8 +154,8 @@ void ControlRow::show_dimmed() {
 
 void ControlRow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange) show_dimmed();
     if (event->type() != QEvent::PaletteChange) return;
+    if (!reason_.isEmpty() && dimmed_from_ != QApplication::palette().cacheKey()) show_dimmed();
     reset_->setIcon(reset_icon(palette()));
     if (scene::takes_keyframes(control())) show_keyframe();
 }

@@ -59,6 +59,7 @@ class ControlRow : public QWidget {
     QToolButton* reset_;
     QString reason_;
     bool changed_ = false;
+    qint64 dimmed_from_ = 0;  ///< key of the program's palette that the dimmed colours were made of
 };
 
 }  // namespace flumo::studio

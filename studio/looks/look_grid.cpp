@@ -19,6 +19,8 @@ LookGrid::LookGrid(Thumbnailer& thumbnailer, QWidget* parent)
     setViewMode(IconMode);
     setMovement(Static);
     setResizeMode(Adjust);
+    // A bar that comes and goes would change the number of columns while they are laid out.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setUniformItemSizes(true);
     setIconSize(kPicture);
     setWordWrap(false);

@@ -56,7 +56,11 @@ QPalette palette_of(Theme theme) {
 
 void apply_theme(Theme theme) {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(palette_of(theme));
+    QPalette palette = palette_of(theme);
+    QApplication::setPalette(palette);
+    // An empty box shows on the panel's grey.
+    palette.setColor(QPalette::Base, shades_of(theme).light);
+    QApplication::setPalette(palette, "QCheckBox");
 }
 
 }  // namespace flumo::studio

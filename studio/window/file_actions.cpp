@@ -173,7 +173,7 @@ void FileActions::choose_and_save(const std::function<void()>& then) {
     auto* dialog = new QFileDialog(&window_, tr("Save As"), start_folder(), tr("Scenes (*.json)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("json"));
+    dialog->setDefaultSuffix(QStringLiteral("flumo.json"));
     connect(dialog, &QFileDialog::fileSelected, this, [this, then](const QString& file) {
         if (save_to(file.toStdString()) && then) then();
     });
